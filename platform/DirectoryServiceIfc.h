@@ -1,0 +1,73 @@
+/**
+ * The telephone's directory service: the local phonebook and the searches in it and in LDAP directories.
+ *
+ * Contacts travel as PhoneBook XML messages. Called, and calling, on the UI thread; answers to a search come
+ * later, from the event loop.
+ */
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+/** One contact as a directory search finds it; texts that the directory does not have are empty. */
+struct DirectoryContact
+{
+    std::string searchId;
+    std::string firstName;
+    std::string lastName;
+    std::string workNumber1;
+    std::string workNumber2;
+    std::string mobileNumber;
+    std::string homeNumber;
+    std::string email;
+    std::string company;
+    std::string address1;
+    std::string address2;
+    std::string role;
+    std::string picturePath;
+    std::string nickname;
+    std::string contactSource;
+};
+
+/** What a directory search found: one map of key and value for each entry. */
+struct PhonebookSearchResults
+{
+    using Entry = std::map<std::string, std::string>;
+    std::vector<Entry> entries;
+};
+
+class DirectoryServiceIfc
+{
+  public:
+    virtual ~DirectoryServiceIfc() = default;
+
+    /** Stores the contact of a write request; `notify` asks that the observers are told. */
+    virtual void write(const std::string& xml, bool notify) = 0;
+
+    /** Answers a read request with the contact's message; "" when there is no such contact. */
+    virtual std::string read(const std::string& xml) = 0;
+
+    virtual std::vector<std::string> contactIds() = 0;
+    virtual void deleteContact(const std::string& contactId) = 0;
+
+    /** Starts a search; results and exactly one end reach the observer under `searchId`. */
+    virtual void search(const std::string& searchId, const std::string& text) = 0;
+    virtual void cancelSearch(const std::string& searchId) = 0;
+};
+
+class DirectoryServiceObserverIfc
+{
+  public:
+    virtual ~DirectoryServiceObserverIfc() = default;
+
+    virtual void phonebookDatabaseUpdated(bool updated) = 0;
+    virtual void newContact(const std::string& xml) = 0;
+    virtual void contactUpdated(const std::string& xml) = 0;
+    virtual void contactDeleted(const std::string& contactId) = 0;
+    virtual void directorySearchResults(const std::string& searchId, const PhonebookSearchResults& results) = 0;
+    virtual void directorySearchEnded(const std::string& searchId) = 0;
+
+    /** The name under which the observer subscribes. */
+    virtual std::string getSubscribingService() = 0;
+};
