@@ -1,0 +1,25 @@
+/** Holds for live conversations with the party of an item, whichever call it is. The item is not owned and outlives the
+ * condition. */
+#pragma once
+
+#include "ConversationAPI/ConversationUnaryCondition.h"
+
+namespace ConversationAPI
+{
+class ConversationItem;
+
+namespace ConversationListConditions
+{
+class ActiveCallMatcherIgnoringCallID : public ConversationUnaryCondition
+{
+  public:
+    explicit ActiveCallMatcherIgnoringCallID(ConversationItem* item);
+
+    bool operator()(Conversation* conversation) const override;
+    bool gatherCandidates(ConversationCandidates& candidates) const override;
+
+  private:
+    ConversationItem* item_;
+};
+} // namespace ConversationListConditions
+} // namespace ConversationAPI

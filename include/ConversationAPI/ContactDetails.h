@@ -1,0 +1,92 @@
+/**
+ * What a conversation knows of its contact, in value types that conversations share until one changes them.
+ *
+ * All numbers are kept in their comparable form; an empty text is a fact that is not known.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationParticipant.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace ConversationAPI
+{
+/** Places of a contact's four numbers. */
+enum ContactNumberSlot : unsigned
+{
+    WORK_1_SLOT,
+    WORK_2_SLOT,
+    MOBILE_SLOT,
+    HOME_SLOT,
+    CONTACT_NUMBER_SLOTS
+};
+
+using ContactNumbers = std::array<std::string, CONTACT_NUMBER_SLOTS>;
+
+/** Where a number of this type is kept; CONTACT_NUMBER_SLOTS for a type that has no place. */
+ContactNumberSlot slotForNumberType(CallPartyIdentifier::PhoneNumberIconType type);
+
+/** The type of the numbers kept at this place; NO_ICON outside the four. */
+CallPartyIdentifier::PhoneNumberIconType numberTypeForSlot(unsigned slot);
+
+/** First and last name joined by a blank, or whichever is there. */
+std::string joinNames(const std::string& firstName, const std::string& lastName);
+
+/** Names and numbers: what conversations are told apart by. */
+struct ContactDetails
+{
+    std::string firstName;
+    std::string lastName;
+    std::string number; ///< the main number
+    CallPartyIdentifier::PhoneNumberIconType numberType = CallPartyIdentifier::NO_ICON;
+    ContactNumbers numbers;
+
+    /** Whether `candidate`, which is not empty, is the main number or one of the four. */
+    bool hasNumber(const std::string& candidate) const;
+
+    bool holdsAmongTheFour(const std::string& candidate) const;
+    bool hasNoneOfTheFour() const;
+
+    /** Whether the slot is empty and none of the four holds the number yet. */
+    bool hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const;
+};
+
+/** The other party of a two-party conference. */
+struct SecondParty
+{
+    std::string firstName;
+    std::string lastName;
+    std::string number;
+
+    bool operator==(const SecondParty& other) const;
+};
+
+/** What is known of contacts from a directory or cloud service, and of little else. */
+struct ContactProfile
+{
+    std::string displayName;
+    SecondParty secondParty;
+    std::string email;
+    std::string company;
+    std::string address1;
+    std::string address2;
+    std::string role;
+    std::string userId;
+    std::string imagePath;
+    std::string searchId;
+    std::string orderedContactSource;
+};
+
+/** What only group conversations have. */
+struct GroupDetails
+{
+    std::string name;
+    std::vector<ConversationParticipant> participants;
+    std::vector<std::string> bridgeNumbers;
+    std::string pin;
+    bool userIsAGroupParticipant = false;
+    bool isModerated = false;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,267 @@
+/**
+ * Everything that one remote party and the user have to do with each other: its items, live call first, and
+ * what is known of the party.
+ *
+ * A conversation owns the items it is given. It does not own its identifier generator, item factory, source
+ * and digit analysis, which all outlive it. The lists that hold it observe it; they own it, unless an
+ * operation of theirs says otherwise. Everything runs on the UI thread; the lock guards the item set, and
+ * observers are told after it was left. Null items and conversations passed in are ignored.
+ *
+ * Texts given by reference are valid until the conversation changes: copy what is to be kept. Times are
+ * seconds since the epoch, UTC. Numbers are in comparable form.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationContact.h"
+#include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
+#include "ConversationAPI/JournalEntryIds.h"
+#include "ConversationAPI/NumberUpdateReason.h"
+#include "platform/Semaphore.h"
+
+#include <string>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationIDGenerator;
+class ConversationItemFactory;
+class ConversationModificationObserverIfc;
+
+class Conversation : public ConversationContact
+{
+  public:
+    enum UpdateReason : int
+    {
+        CONTENT_UPDATED = 0,
+        PRESENCE_UPDATED = 2
+    };
+
+    /** What a conversation takes from the one folded into it, besides items. */
+    struct Folding
+    {
+        bool takesId = true;
+        bool takesContactSource = true;
+        bool takesSource = true;
+    };
+
+    /** An empty conversation. */
+    Conversation(ConversationIDGenerator& idGenerator, ConversationItemFactory* itemFactory);
+
+    /** A conversation built around an item, which it owns from then on. */
+    Conversation(DigitAnalysisServiceIfc* digitAnalysis, ConversationItem* item, ConversationIDGenerator& idGenerator,
+                 ConversationItemFactory* itemFactory);
+
+    /** A contact; `time` is that of its placeholder, `searchId` names the search that found it or is "". */
+    Conversation(const std::string& firstName, const std::string& lastName, const std::string& number,
+                 ConversationIDGenerator& idGenerator, long time, const std::string& searchId,
+                 ConversationItemFactory* itemFactory, PhoneNumberIconType numberType);
+    ~Conversation() override;
+
+    /** A copy with copies of the items and without observers; the caller owns it. */
+    Conversation* clone() const;
+
+    /** "[clone]" or "", for log lines. */
+    const char* isClone() const { return clone_ ? "[clone]" : ""; }
+
+    /** The id, "" before there is one; a phantom conversation shows "PhantomConversation" instead. */
+    const std::string& getConversationId() const;
+
+    /** The id, asked of the generator when there is none yet. */
+    const std::string& generateConversationID();
+
+    /** The end of a long id, for log lines; "" for an id of fewer than eight characters. */
+    std::string getShortConversationId() const;
+
+    /** The id itself, a phantom's too. */
+    const SharedText& storedIdText() const { return sharedId_; }
+
+    void setPhantom(bool phantom);
+    bool isPhantomConversation() const { return phantom_; }
+    void setTemporary(bool temporary) { temporary_ = temporary; }
+    bool isTemporary() const { return temporary_; }
+
+    /** An additional live call with a party that has one already. */
+    void setExtraActiveConversation(bool extra) { extraActive_ = extra; }
+    bool extraActiveConversation() const { return extraActive_; }
+
+    /** The most prominent item, else the placeholder, else null. Valid until the items change. */
+    ConversationItem* initialItem() const { return data_.initialItem(); }
+
+    /** Makes sure that a conversation without items has a placeholder. */
+    void ensureInitialItemExists(long time);
+
+    /** Placeholder and id for a conversation whose contact details are complete. */
+    void init(long time = 0);
+
+    /** Answered by the initial item; false, 0, "" or null without one. */
+    bool isActive() const { return ask(&ConversationItem::isActive); }
+    bool isActiveOrClearing() const { return ask(&ConversationItem::isActiveOrClearing); }
+    bool isActiveOrProgressingOrClearing() const { return ask(&ConversationItem::isActiveOrProgressingOrClearing); }
+    bool isProgressing() const { return ask(&ConversationItem::isProgressing); }
+    bool isProgressingIncoming() const { return ask(&ConversationItem::isProgressingIncoming); }
+    bool isProgressingOutgoing() const { return ask(&ConversationItem::isProgressingOutgoing); }
+    bool isConnected() const { return ask(&ConversationItem::isConnected); }
+    bool isConference() const { return ask(&ConversationItem::isConference); }
+    bool isClearing() const { return ask(&ConversationItem::isClearing); }
+    bool isIsolated() const { return ask(&ConversationItem::isIsolated); }
+    bool isBlindTransferring() const { return ask(&ConversationItem::isBlindTransferring); }
+    bool isIncomingGroupPickup() const { return ask(&ConversationItem::isIncomingGroupPickup); }
+    bool isConnectedGroupPickup() const { return ask(&ConversationItem::isConnectedGroupPickup); }
+    bool isLocallyHeld() const { return ask(&ConversationItem::isLocallyHeld); }
+    bool isRemotelyHeld() const { return ask(&ConversationItem::isRemotelyHeld); }
+    bool isCallWaitingIgnored() const { return ask(&ConversationItem::isCallWaitingIgnored); }
+    bool isCallWaiting() const { return ask(&ConversationItem::isCallWaiting); }
+    bool isCallWaitingIsolated() const { return ask(&ConversationItem::isCallWaitingIsolated); }
+    bool isRepresentedHeldCall() const { return ask(&ConversationItem::isRepresentedHeldCall); }
+    bool isCallAnonymous() const { return ask(&ConversationItem::isCallAnonymous); }
+    bool isConferenceConversation() const { return ask(&ConversationItem::isConferenceConversation); }
+    bool isLargeConference() const { return ask(&ConversationItem::isLargeConference); }
+    bool isGroupCall() const { return ask(&ConversationItem::isGroupCall); }
+    bool getHDAudioIconStatus() const { return ask(&ConversationItem::getHDAudioIconStatus); }
+    bool isDSSCall() const { return ask(&ConversationItem::isDSSCall); }
+    ConversationItemState getState() const { return ask(&ConversationItem::getState); }
+    long timeStampUTC() const { return ask(&ConversationItem::timeStampUTC); }
+    long modificationTimeStampUTC() const { return ask(&ConversationItem::modificationTimeStampUTC); }
+    ActiveCall::callDirection activeCallDirection() const { return ask(&ConversationItem::activeCallDirection); }
+    std::string getCallId() const { return ask(&ConversationItem::getCallId); }
+    DisplayAPI::ForwardedCallType getForwardedCallType() const { return ask(&ConversationItem::getForwardedCallType); }
+    const CallPartyIdentifier* getForwardedCallParty() const { return ask(&ConversationItem::getForwardedCallParty); }
+    int numberOfNewEvents() const;
+
+    bool isSameConversationAs(const ConversationItem& item) const;
+    bool isLaterThan(const Conversation& other) const;
+
+    /** The order of initial items; a conversation without one comes after those that have one. */
+    bool operator<(const Conversation& other) const;
+
+    /** Whether an item that carries no conversation id belongs here by call or party; see ConversationItemMatcher. */
+    bool claims(const ConversationItem& item) const;
+
+    /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
+    void append(ConversationItem* item);
+    void prepend(ConversationItem* item);
+
+    /** Replaces the item of the same item id, else adds it. */
+    void updateItem(ConversationItem* item);
+
+    /** Replaces the live item of the same call id, else adds it; name and number are taken as by append(). */
+    void updateInitialItem(ConversationItem* item);
+
+    /** Deletes the items whose call id or item id is this; "" does nothing. */
+    void removeItem(std::string itemId);
+    void removeAndDeleteFrontItem();
+
+    /** The conversation's items are these from now on; those it held and are not among them are deleted. */
+    void setConversationItems(const std::vector<ConversationItem*>& items);
+
+    /** In order. The items stay the conversation's. */
+    std::vector<ConversationItem*> getConversationItems() const;
+    std::size_t getConversationItemsSize() const;
+
+    /** Whether an item was ever added, even one that is gone. */
+    bool hadItems() const { return itemWasAdded_; }
+
+    /** In order, without lock and copy; valid until the items change. */
+    const DataThatShouldBeClonedOnCopy::Items& items() const { return data_.items(); }
+    bool equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const;
+    bool itemNeedsAddingToConversation(const ConversationItem& item) const;
+    void setAllItemsAsViewed();
+
+    /** Entry ids of every call and voicemail ever added, in that order, those no longer held included. */
+    std::vector<std::string> getJournalServiceEntries() const { return journalEntries_.inOrder(); }
+
+    /**
+     * Takes over identity, details and copies of the items of `other`, which stays as it is. Of a bare
+     * contact or a web-service contact only the group's fields are taken. Answers the items that do not
+     * belong to `other`'s numbers; the caller owns them.
+     */
+    std::vector<ConversationItem*> mergeWith(Conversation& other);
+
+    /**
+     * Merges and, other than mergeWith(), lets a contact's identity and numbers reach this conversation,
+     * keeps the contact that this one has, and hands back only items that nothing here claims. The caller
+     * owns what is handed back.
+     */
+    std::vector<ConversationItem*> foldIn(Conversation& other, const Folding& folding);
+
+    /** Adds all items, which this conversation owns then; a newer record of a live call replaces the older. */
+    void mergeItems(std::vector<ConversationItem*> items);
+
+    /** Once each. The observer is told that it was registered or unregistered. */
+    void addObserver(ConversationModificationObserverIfc* list);
+    void removeObserver(ConversationModificationObserverIfc* list);
+
+    /** Tells the observers how the four numbers differ from what they were. */
+    void conversationNumbersChanged(const std::vector<std::string>& numbersBefore);
+
+    std::string toString() const;
+    std::string toDebugString() const;
+
+    UpdateReason getUpdateReason() const { return updateReason_; }
+    void setUpdateReason(UpdateReason reason) { updateReason_ = reason; }
+
+    /** Whether the display offers to delete the conversation. */
+    bool isDeletable() const { return deletable_; }
+    void setDeletable(bool deletable) { deletable_ = deletable; }
+
+    /** Of the group call that the initial item is, else of the group conversation. */
+    std::string getGroupName() const;
+    std::string getGroupNumber() const;
+
+  private:
+    friend class ConversationMerge;
+
+    using OwnedItem = DataThatShouldBeClonedOnCopy::OwnedItem;
+
+    Conversation(const Conversation& other);
+
+    template <typename Answer>
+    Answer ask(Answer (ConversationItem::*question)() const) const
+    {
+        const ConversationItem* item = initialItem();
+        return item ? (item->*question)() : Answer();
+    }
+
+    void storeId(std::string id);
+    void addWithContact(ConversationItem* item);
+    void addItem(OwnedItem item);
+    void consumeItem(OwnedItem item);
+    void removeRemoteCallsEarlierThan(const ConversationItem& item);
+    bool holdsLiveItems() const;
+    void trimHistory();
+
+    void updateContactFrom(const ConversationItem& item);
+    void updateNameAndNumber(const ConversationItem& item);
+    void updateSecondPartyNameAndNumber(const ConversationItem& item);
+    OwnedItem makeContactItem(long time) const;
+    void refreshDummyItem();
+    void contactChanged() override;
+    void contactNumbersChanged(const ContactNumbers& before) override;
+
+    void takeIdOf(const Conversation& other);
+    void makePermanent();
+    void logItems() const;
+
+    void reportNumberChanges(const std::string* before, std::size_t count);
+    void notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first, const std::string& second);
+    void notifyObserversConversationIsModified();
+    void keysChanged();
+
+    bool clone_ = false;
+    DataThatShouldBeClonedOnCopy data_;
+    mutable Semaphore lock_{1, 1, false}; ///< guards data_
+    std::string id_;
+    SharedText sharedId_; ///< the same, for the items
+    ConversationIDGenerator& idGenerator_;
+    ConversationItemFactory* itemFactory_;
+    JournalEntryIds journalEntries_;
+    bool itemWasAdded_ = false;
+    bool deletable_ = true;
+    bool phantom_ = false;
+    bool temporary_ = false;
+    bool extraActive_ = false;
+    std::vector<ConversationModificationObserverIfc*> observers_;
+    UpdateReason updateReason_ = CONTENT_UPDATED;
+};
+} // namespace ConversationAPI

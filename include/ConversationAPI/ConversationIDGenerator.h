@@ -1,0 +1,28 @@
+/**
+ * Gives conversations their identifiers.
+ *
+ * A generator outlives the conversations made with it and does not own them.
+ */
+#pragma once
+
+#include <string>
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationItem;
+
+class ConversationIDGenerator
+{
+  public:
+    virtual ~ConversationIDGenerator() = default;
+
+    virtual std::string getConversationID(Conversation* conversation) = 0;
+
+    /** What was remembered under `id` from now on looks like `item`, which stays the caller's. */
+    virtual void updateCache(const std::string& id, ConversationItem* item) = 0;
+
+    /** Forgets the ids that nobody uses any more. */
+    virtual void garbageCollect() = 0;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,270 @@
+/**
+ * One event of a conversation: a call of the history, a live call, a voicemail, a text, a system message or a
+ * placeholder.
+ *
+ * Items travel by pointer. Whoever receives one from a factory, from clone() or from a source owns it; a
+ * conversation owns the items it was given. What takes part in an item's order (state, times, item id, call
+ * id) must not change while a conversation holds it. The participant factory is not owned and outlives the
+ * item. Everything runs on the UI thread. Times are seconds since the epoch, UTC.
+ */
+#pragma once
+
+#include "ConversationAPI/ActiveCall.h"
+#include "ConversationAPI/ConversationItemState.h"
+#include "ConversationAPI/ConversationParticipant.h"
+#include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/SharedText.h"
+#include "platform/DisplayAPI.h"
+#include "platform/NumberType.h"
+
+#include <boost/container/small_vector.hpp>
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationParticipantFactory;
+
+class ConversationItem
+{
+  public:
+    /** What a system message tells; the cloud service's numbers, 7 when it is none of them. */
+    enum systemMessageType : int
+    {
+        NO_SYSTEM_MESSAGE = 7
+    };
+
+    /** Why a participant was added; the cloud service's numbers, 2 when it tells none. */
+    enum addParticipantReason : int
+    {
+        NO_ADD_PARTICIPANT_REASON = 2
+    };
+
+    /** How a call of the history was forwarded. */
+    enum forwardInfo : int
+    {
+        NO_FORWARD_INFO = 0,
+        DIALLED_AND_FORWARDED = 1,
+        FORWARDED_AWAY = 2,
+        FORWARDED_TO_US = 3
+    };
+
+    /** The remote parties; nearly always one, which needs no memory of its own. */
+    using Participants = boost::container::small_vector<ConversationParticipant, 1>;
+
+    /** An item of now-unknown time: time stamp 0, no participants. */
+    ConversationItem();
+    virtual ~ConversationItem();
+
+    ConversationItem& operator=(const ConversationItem&) = delete;
+
+    /** Details and time as the display shows them in a conversation's history. */
+    virtual std::string toDetailsString() const = 0;
+    virtual std::string toTimeString() const = 0;
+
+    virtual bool isActiveOrProgressingOrClearing() const;
+    virtual bool isActiveOrClearing() const;
+    virtual bool isActive() const;
+    virtual bool isProgressing() const;
+    virtual bool isProgressingIncoming() const;
+    virtual bool isProgressingOutgoing() const;
+    virtual bool isConnected() const;
+    virtual bool isConference() const;
+    virtual bool isLocallyHeld() const;
+    virtual bool isRemotelyHeld() const;
+    virtual bool isVoiceMail() const;
+    virtual bool isClearing() const;
+    virtual bool isIsolated() const;
+    virtual bool isBlindTransferring() const;
+    virtual bool isCallWaitingIsolated() const;
+    virtual bool isCallWaitingIgnored() const;
+    virtual bool isCallWaiting() const;
+    virtual bool isRepresentedHeldCall() const;
+    virtual bool isStartedRemoteCall() const;
+
+    /** Any call of the history but a forwarded one. */
+    virtual bool isEndingRemoteCall() const;
+    virtual bool isIncomingGroupPickup() const;
+    virtual bool isConnectedGroupPickup() const;
+
+    virtual bool isCallAnonymous() const;
+    virtual bool isConferenceConversation() const;
+    virtual bool isLargeConference() const;
+
+    /** Any call of the history. */
+    virtual bool isNonActiveCall() const;
+    virtual bool isGroupCall() const;
+
+    /** Whether this item and the other belong to one conversation. */
+    virtual bool isSameConversationAs(const ConversationItem& other) const;
+    virtual bool isSameConversationIgnoringCallID(const ConversationItem& other) const;
+
+    /** Strictly later; two items of one second are neither later than the other. */
+    virtual bool isLaterThan(const ConversationItem& other) const;
+
+    virtual long timeStampUTC() const;
+    virtual void setModificationTimeStampUTC(long time);
+
+    /** The time of the last change; the item's own time when it was never changed. */
+    virtual long modificationTimeStampUTC() const;
+
+    virtual void setConversationId(const std::string& id);
+    virtual std::string conversationId() const;
+
+    /** The item's own id in its source; "" when it has none. */
+    virtual void setConversationItemId(const std::string& id);
+    virtual std::string conversationItemId() const;
+
+    /** Null: parties added from now on are dropped. */
+    virtual void setConversationParticipantFactory(ConversationParticipantFactory* factory);
+    virtual void addParticipant(const CallPartyIdentifier& party);
+    virtual void setNumberOfAttachments(int count);
+    virtual ActiveCall::callDirection activeCallDirection() const;
+    virtual ConversationItemState getState() const;
+
+    /** Call control's id of a live call; "" for everything else. */
+    virtual std::string getCallId() const;
+    virtual std::string getItemSubjectText() const;
+    virtual std::string getItemText() const;
+    virtual std::string getHistoryDuration() const;
+    virtual std::string getCreatorId() const;
+    virtual int getNumberOfAttachments() const;
+    virtual systemMessageType getType() const;
+    virtual addParticipantReason getAddParticipantReason() const;
+    virtual ConversationParticipant creator() const;
+    virtual void setCreator(ConversationParticipant creator);
+    virtual bool getUserHasLeftOrJoined() const;
+    virtual std::vector<std::string> getAffectedParticipants() const;
+
+    /** These change the first party; without one they do nothing. */
+    virtual void setNumber(std::string number);
+    virtual void setNumberType(CallPartyIdentifier::PhoneNumberIconType type);
+
+    /** The number last used for this contact; see lastNumber(). */
+    virtual void setLastPhoneNumber(const std::string& number);
+
+    /** A copy that reports "[clone]"; the caller owns it. */
+    virtual ConversationItem* clone() = 0;
+
+    virtual DisplayAPI::ForwardedCallType getForwardedCallType() const;
+
+    /** Null for kinds that know of no forwarding; lives as long as the item. */
+    virtual const CallPartyIdentifier* getForwardedCallParty() const;
+    virtual void setForwardedCallParty(const CallPartyIdentifier& party);
+
+    /** These change the first party; without one they do nothing. */
+    virtual void setFirstName(const std::string& firstName);
+    virtual void setLastName(const std::string& lastName);
+    virtual void setPhoneNumbers(const std::string& work1, const std::string& work2, const std::string& mobile,
+                                 const std::string& home);
+
+    /** How many events of this item the user has not seen yet. */
+    virtual int numberOfNewEvents();
+    virtual void setLastPhoneNumberType(NumberType::NT type);
+
+    /** The number to call back: the last used one, else the first party's number of the last used type. */
+    virtual std::string lastNumber();
+    virtual void clearParticipants();
+    virtual void setExchangeContactId(const std::string& id);
+    virtual void setLargeConference(bool large);
+
+    /** Whether both items have the same parties, in whatever order; two without any have. */
+    virtual bool doParticipantsMatch(const ConversationItem& other) const;
+    virtual bool getHDAudioIconStatus() const;
+    virtual bool isDSSCall() const;
+    virtual void setViewed(bool viewed);
+    virtual bool getViewed() const;
+    virtual std::string getGroupName() const;
+    virtual std::string getGroupNumber() const;
+
+    void setClone() { clone_ = true; }
+
+    /** "[clone]" or "", for log lines. */
+    const char* isClone() const { return clone_ ? "[clone]" : ""; }
+
+    /** The source's record id (a journal entry's id, say); lives as long as the item. */
+    const std::string& getItemId() const { return entryId_; }
+    void setEntryId(const std::string& id) { entryId_ = id; }
+
+    /** Whether removing the conversation from a list also deletes the item. */
+    bool isDeleteOnConversationList() const { return deleteOnConversationList_; }
+    void setDeleteOnConversationList(bool deleteIt) { deleteOnConversationList_ = deleteIt; }
+    void setIsConferenceConversation(bool conference) { conferenceConversation_ = conference; }
+    void setForwardInfo(forwardInfo info) { forwardInfo_ = info; }
+    forwardInfo getForwardInfo() const { return forwardInfo_; }
+    std::string exchangeContactId() const { return exchangeContactId_.str(); }
+
+    std::vector<ConversationParticipant> getParticipantsCopy() const;
+
+    /** Without the copy; lives until the parties change or the item is destroyed. */
+    const Participants& participants() const { return participants_; }
+
+    std::string toString() const;
+
+    /** Hour, minute, day and month in local time: "09:07 05/03". */
+    std::string formatLocalTime() const;
+    static int makeZeroBasedMonthValueOneBased(const std::tm& time);
+
+    bool areGroupPickupConversationItems(const ConversationItem& other) const;
+
+    /** The order of items in a conversation: live calls first, then newest first. No strict weak ordering. */
+    bool lessThanConsideringTime(const ConversationItem& other, long time, long otherTime) const;
+    bool lessThanOtherConsideringModificationTime(const ConversationItem& other) const;
+    bool lessThanOtherConsideringCreationTime(const ConversationItem& other) const;
+    bool operator<(const ConversationItem& other) const;
+
+    /** Takes the item's time from the journal's text. */
+    void extractTimeAndDateFromJournalServiceISO8601String(const std::string& text);
+
+    /** The instant that the journal's text denotes; 0 for "" and, with a log line, for a malformed text. */
+    static long extractUTCTimeTFromJournalServiceISO8601String(const std::string& text);
+
+    /** Equality of ids without copying them. */
+    bool hasConversationId() const { return !conversationId_.empty(); }
+    bool hasExchangeContactId() const { return !exchangeContactId_.empty(); }
+    const SharedText& conversationIdText() const { return conversationId_; }
+    const SharedText& exchangeContactIdText() const { return exchangeContactId_; }
+
+    /** Shares the text instead of copying it. */
+    void shareConversationId(const SharedText& id) { conversationId_ = id; }
+    void shareExchangeContactId(const SharedText& id) { exchangeContactId_ = id; }
+
+  protected:
+    /** An item of one party; without a factory it has none. */
+    ConversationItem(const std::string& number, const std::string& firstName, const std::string& lastName,
+                     CallPartyIdentifier::PhoneNumberIconType type, ConversationParticipantFactory* factory);
+    ConversationItem(const ConversationItem& other);
+
+    void setTimeStampUTC(long time) { timeStamp_ = time; }
+
+  private:
+    /** What few items have. */
+    struct Rarities
+    {
+        ConversationParticipant creator;
+        int numberOfAttachments = 0;
+    };
+
+    ConversationParticipant* firstParty() { return participants_.empty() ? nullptr : &participants_.front(); }
+
+    Participants participants_;
+    long timeStamp_ = 0;
+    long modificationTimeStamp_ = 0; ///< 0: never modified
+    bool clone_ = false;
+    SharedText timeAndDate_; ///< the journal's text
+    SharedText conversationId_;
+    SharedText conversationItemId_;
+    CopyOnWrite<Rarities> rarities_;
+    NumberType::NT lastPhoneNumberType_ = NumberType::NONE;
+    ConversationParticipantFactory* participantFactory_ = nullptr;
+    std::string entryId_;
+    bool deleteOnConversationList_ = true;
+    bool largeConference_ = false;
+    SharedText lastPhoneNumber_;
+    SharedText exchangeContactId_;
+    bool conferenceConversation_ = false;
+    forwardInfo forwardInfo_ = NO_FORWARD_INFO;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,58 @@
+/**
+ * A missed call of the history.
+ *
+ * Viewed at first: its source calls setViewed(false) for a call that the user has not seen. Times given as text
+ * are the journal's ISO 8601 texts. The item source is not owned. See ConversationItem for who owns items.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationItem.h"
+
+namespace ConversationAPI
+{
+class JournalServiceConversationItemSource;
+
+class MissedCallConversationItem : public ConversationItem
+{
+  public:
+    MissedCallConversationItem(const std::string& timeAndDate, const std::string& number, const std::string& firstName,
+                               const std::string& lastName, ConversationParticipantFactory* factory);
+    MissedCallConversationItem(long time, const std::string& number, const std::string& firstName,
+                               const std::string& lastName, ConversationParticipantFactory* factory);
+
+    /** A group call that was missed is one, whoever answered it. */
+    ConversationItemState getState() const override;
+    ConversationItem* clone() override;
+    std::string toDetailsString() const override { return formatLocalTime(); }
+    std::string toTimeString() const override { return formatLocalTime(); }
+    bool isGroupCall() const override { return groupStatus_; }
+    std::string getGroupName() const override { return groupName_.str(); }
+    std::string getGroupNumber() const override { return groupNumber_.str(); }
+    void setViewed(bool viewed) override { viewed_ = viewed; }
+    bool getViewed() const override { return viewed_; }
+    int numberOfNewEvents() override { return viewed_ ? 0 : 1; }
+    const CallPartyIdentifier* getForwardedCallParty() const override { return &forwardedCallParty_; }
+    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_ = party; }
+
+    void setGroupStatus(bool groupCall) { groupStatus_ = groupCall; }
+    void setGroupName(const std::string& name) { groupName_.assign(name); }
+    void setGroupNumber(const std::string& number) { groupNumber_.assign(number); }
+
+    /** Whether somebody else answered the call. */
+    void setAnswerStatus(bool answered) { answerStatus_ = answered; }
+    bool getAnswerStatus() const { return answerStatus_; }
+
+    /** The source to be told when the user has seen the call; null when there is none. */
+    void setCallBackForWhenViewed(JournalServiceConversationItemSource* source) { itemSource_ = source; }
+    JournalServiceConversationItemSource* getItemSource() const { return itemSource_; }
+
+  private:
+    bool viewed_ = true;
+    bool answerStatus_ = false;
+    JournalServiceConversationItemSource* itemSource_ = nullptr;
+    CallPartyIdentifier forwardedCallParty_;
+    bool groupStatus_ = false;
+    SharedText groupName_;
+    SharedText groupNumber_;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,57 @@
+/**
+ * The notifications that are going on, and what has to wait for their end.
+ *
+ * Observers may change an aggregator while it tells them something. What they make it drop lives on until the
+ * outermost notification is over, since somebody may still be told of it, and a rebuild that they ask for runs
+ * then, once. UI thread only.
+ */
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace ConversationAPI
+{
+class Conversation;
+
+class NotificationRound
+{
+  public:
+    /** `rebuild` rebuilds and, when asked to, tells the observers. */
+    explicit NotificationRound(std::function<void(bool tellObservers)> rebuild);
+    ~NotificationRound();
+
+    NotificationRound(const NotificationRound&) = delete;
+    NotificationRound& operator=(const NotificationRound&) = delete;
+
+    /** A notification, as long as the scope lasts. Must not end while a lock that a rebuild takes is held. */
+    class Scope
+    {
+      public:
+        explicit Scope(NotificationRound& round);
+        ~Scope();
+
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+      private:
+        NotificationRound& round_;
+    };
+
+    /** Rebuilds at once when nobody is being told anything, else at the end. */
+    void rebuild(bool tellObservers);
+
+    /** Deletes the conversation, which is in no list any more, as soon as nobody is being told anything. */
+    void retire(Conversation* conversation);
+
+  private:
+    void finish();
+
+    std::function<void(bool)> rebuild_;
+    int depth_ = 0;
+    bool isRebuildAsked_ = false;
+    bool areObserversToBeTold_ = false;
+    std::vector<std::unique_ptr<Conversation>> retired_;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,65 @@
+/**
+ * Gives conversations random identifiers, and the old one back to a conversation that is built anew.
+ *
+ * For each id it remembers a copy of the item that the conversation was built from, which it owns; a later
+ * conversation whose initial item counts as the same conversation gets the same id. Ids live until
+ * garbageCollect() finds that no source uses them. Sources are not owned. Conversations may be made on several
+ * threads with one generator: the first three operations hold its lock, so they must not be called from inside
+ * a sameness test or a source.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationIDGenerator.h"
+#include "platform/Semaphore.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationIDCache;
+class ConversationSourceIfc;
+
+class RandomCachingConversationIDGenerator : public ConversationIDGenerator
+{
+  public:
+    using SamenessTest = bool (*)(const ConversationItem* cached, const ConversationItem* candidate);
+
+    /** Sameness as items see it; but placeholders of two contacts that share a number are still two. */
+    static bool isSameConversation(const ConversationItem* cached, const ConversationItem* candidate);
+
+    /** Sameness as items see it, of one time. */
+    static bool isSameConversationAtSameTime(const ConversationItem* cached, const ConversationItem* candidate);
+
+    /** Tests with isSameConversation(). */
+    RandomCachingConversationIDGenerator();
+
+    /** The two tests above are looked up in an index; with any other the cache is walked. */
+    explicit RandomCachingConversationIDGenerator(SamenessTest test);
+    ~RandomCachingConversationIDGenerator() override;
+
+    RandomCachingConversationIDGenerator(const RandomCachingConversationIDGenerator&) = delete;
+    RandomCachingConversationIDGenerator& operator=(const RandomCachingConversationIDGenerator&) = delete;
+
+    /** A conversation without an initial item gets a fresh id that is not remembered. */
+    std::string getConversationID(Conversation* conversation) override;
+    void updateCache(const std::string& id, ConversationItem* item) override;
+    void garbageCollect() override;
+
+    /** Whose ids are in use. Called once, before the first id is asked for; takes no lock. */
+    void setConversationSources(const std::vector<ConversationSourceIfc*>& sources);
+
+    /** These assume that the lock is held. "" and -1 when there is none. */
+    std::string findConversationIDForItem(Conversation* conversation);
+    int getIndexOfConversationItem(const std::string& id);
+    bool itemNeedsUpdating(ConversationItem* cached, ConversationItem* fresh);
+    std::string generateConversationId() const;
+
+  private:
+    std::unique_ptr<ConversationIDCache> cache_;
+    SamenessTest test_;
+    std::vector<ConversationSourceIfc*> sources_;
+    Semaphore lock_{1, 1, false};
+};
+} // namespace ConversationAPI

@@ -1,0 +1,71 @@
+#include "ConversationAPI/ContactDetails.h"
+
+#include <algorithm>
+
+namespace ConversationAPI
+{
+ContactNumberSlot slotForNumberType(CallPartyIdentifier::PhoneNumberIconType type)
+{
+    switch (type)
+    {
+    case CallPartyIdentifier::WORK_1:
+        return WORK_1_SLOT;
+    case CallPartyIdentifier::WORK_2:
+        return WORK_2_SLOT;
+    case CallPartyIdentifier::MOBILE:
+        return MOBILE_SLOT;
+    case CallPartyIdentifier::HOME:
+        return HOME_SLOT;
+    default:
+        return CONTACT_NUMBER_SLOTS;
+    }
+}
+
+CallPartyIdentifier::PhoneNumberIconType numberTypeForSlot(unsigned slot)
+{
+    switch (slot)
+    {
+    case WORK_1_SLOT:
+        return CallPartyIdentifier::WORK_1;
+    case WORK_2_SLOT:
+        return CallPartyIdentifier::WORK_2;
+    case MOBILE_SLOT:
+        return CallPartyIdentifier::MOBILE;
+    case HOME_SLOT:
+        return CallPartyIdentifier::HOME;
+    default:
+        return CallPartyIdentifier::NO_ICON;
+    }
+}
+
+std::string joinNames(const std::string& firstName, const std::string& lastName)
+{
+    const char* gap = firstName.empty() || lastName.empty() ? "" : " ";
+    return firstName + gap + lastName;
+}
+
+bool ContactDetails::hasNumber(const std::string& candidate) const
+{
+    return candidate == number || holdsAmongTheFour(candidate);
+}
+
+bool ContactDetails::holdsAmongTheFour(const std::string& candidate) const
+{
+    return std::find(numbers.begin(), numbers.end(), candidate) != numbers.end();
+}
+
+bool ContactDetails::hasNoneOfTheFour() const
+{
+    return std::all_of(numbers.begin(), numbers.end(), [](const std::string& one) { return one.empty(); });
+}
+
+bool ContactDetails::hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const
+{
+    return slot < CONTACT_NUMBER_SLOTS && !candidate.empty() && numbers[slot].empty() && !holdsAmongTheFour(candidate);
+}
+
+bool SecondParty::operator==(const SecondParty& other) const
+{
+    return firstName == other.firstName && lastName == other.lastName && number == other.number;
+}
+} // namespace ConversationAPI

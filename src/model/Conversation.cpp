@@ -1,0 +1,639 @@
+#include "ConversationAPI/Conversation.h"
+
+#include "ConversationAPI/ConversationIDGenerator.h"
+#include "ConversationAPI/ConversationItemFactory.h"
+#include "ConversationAPI/ConversationModificationObserverIfc.h"
+#include "ConversationAPI/WellKnownNames.h"
+#include "Log.h"
+#include "model/ConversationMerge.h"
+#include "model/ItemOrder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ConversationAPI
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./src/Conversation";
+
+constexpr std::size_t MOST_HISTORY_ITEMS = 10;
+constexpr std::size_t SHORT_ID_LENGTH = 7;
+
+/** Live in the sense in which a newer record of the call replaces an older one. */
+bool isReplaceableLiveCall(const ConversationItem& item)
+{
+    return item.isActiveOrProgressingOrClearing() || item.isCallWaitingIgnored() || item.isCallWaiting() ||
+           item.isCallWaitingIsolated() || item.isRepresentedHeldCall();
+}
+} // namespace
+
+Conversation::Conversation(ConversationIDGenerator& idGenerator, ConversationItemFactory* itemFactory)
+    : idGenerator_(idGenerator), itemFactory_(itemFactory)
+{
+    CONVERSATION_LOG(6, "Conversation::constructor[%p]", static_cast<void*>(this));
+}
+
+Conversation::Conversation(DigitAnalysisServiceIfc* digitAnalysis, ConversationItem* item,
+                           ConversationIDGenerator& idGenerator, ConversationItemFactory* itemFactory)
+    : Conversation(idGenerator, itemFactory)
+{
+    setDialStringConverter(digitAnalysis);
+    append(item);
+}
+
+Conversation::Conversation(const std::string& firstName, const std::string& lastName, const std::string& number,
+                           ConversationIDGenerator& idGenerator, long time, const std::string& searchId,
+                           ConversationItemFactory* itemFactory, PhoneNumberIconType numberType)
+    : Conversation(idGenerator, itemFactory)
+{
+    updateName(firstName, lastName);
+    updateNumber(number, numberType);
+    if (!searchId.empty())
+    {
+        setSearchId(searchId);
+    }
+    ensureInitialItemExists(time);
+}
+
+Conversation::Conversation(const Conversation& other)
+    : ConversationContact(other), clone_(true), data_(other.data_), id_(other.id_), sharedId_(other.sharedId_),
+      idGenerator_(other.idGenerator_), itemFactory_(other.itemFactory_), journalEntries_(other.journalEntries_),
+      itemWasAdded_(other.itemWasAdded_), deletable_(other.deletable_), phantom_(other.phantom_),
+      temporary_(other.temporary_), extraActive_(other.extraActive_), updateReason_(other.updateReason_)
+{
+}
+
+Conversation::~Conversation()
+{
+    for (ConversationModificationObserverIfc* observer : observers_)
+    {
+        observer->conversationUnregistered(this);
+    }
+}
+
+Conversation* Conversation::clone() const
+{
+    auto* copy = new Conversation(*this);
+    CONVERSATION_LOG(6, "Conversation::clone[%p]", static_cast<void*>(copy));
+    return copy;
+}
+
+const std::string& Conversation::getConversationId() const
+{
+    static const std::string phantomId = PHANTOM_CONVERSATION_ID;
+    return phantom_ ? phantomId : id_;
+}
+
+const std::string& Conversation::generateConversationID()
+{
+    if (id_.empty())
+    {
+        storeId(idGenerator_.getConversationID(this));
+        CONVERSATION_LOG(6, "Conversation[%p]id=%s", static_cast<void*>(this), getShortConversationId().c_str());
+    }
+    return id_;
+}
+
+std::string Conversation::getShortConversationId() const
+{
+    return id_.size() > SHORT_ID_LENGTH ? id_.substr(id_.size() - SHORT_ID_LENGTH) : std::string();
+}
+
+void Conversation::storeId(std::string id)
+{
+    id_ = std::move(id);
+    sharedId_.assign(id_);
+    keysChanged();
+}
+
+void Conversation::setPhantom(bool phantom)
+{
+    phantom_ = phantom;
+    keysChanged();
+}
+
+void Conversation::ensureInitialItemExists(long time)
+{
+    if (data_.initialItem() == nullptr)
+    {
+        data_.setDummyItem(makeContactItem(time));
+    }
+}
+
+void Conversation::init(long time)
+{
+    ensureInitialItemExists(time);
+    generateConversationID();
+}
+
+int Conversation::numberOfNewEvents() const
+{
+    ConversationItem* item = initialItem();
+    return item ? item->numberOfNewEvents() : 0;
+}
+
+bool Conversation::isSameConversationAs(const ConversationItem& item) const
+{
+    const ConversationItem* initial = initialItem();
+    return initial && initial->isSameConversationAs(item);
+}
+
+bool Conversation::isLaterThan(const Conversation& other) const
+{
+    return initialItem() && other.initialItem() && initialItem()->isLaterThan(*other.initialItem());
+}
+
+bool Conversation::operator<(const Conversation& other) const
+{
+    const ConversationItem* mine = initialItem();
+    const ConversationItem* theirs = other.initialItem();
+    if (mine == nullptr || theirs == nullptr)
+    {
+        return mine != nullptr && theirs == nullptr;
+    }
+    return mine->lessThanOtherConsideringCreationTime(*theirs);
+}
+
+bool Conversation::claims(const ConversationItem& item) const
+{
+    const ConversationItem* initial = initialItem();
+    if ((isActiveOrProgressingOrClearing() || isRepresentedHeldCall()) && item.isActiveOrProgressingOrClearing())
+    {
+        return initial->areGroupPickupConversationItems(item) || initial->getCallId() == item.getCallId();
+    }
+    if (item.isConferenceConversation() || item.isClearing() || isConferenceConversation() ||
+        item.participants().empty())
+    {
+        return false;
+    }
+    const ConversationParticipant& party = item.participants().front();
+    if (getLastName() == ANONYMOUS_NAME && party.surnameText() == ANONYMOUS_NAME)
+    {
+        return true;
+    }
+    if (getLastName() == CTI_ASSISTED_NAME || party.surnameText() == CTI_ASSISTED_NAME)
+    {
+        return false;
+    }
+    return hasAnyNumberMatching(party.comparableNumberText());
+}
+
+void Conversation::append(ConversationItem* item)
+{
+    addWithContact(item);
+}
+
+void Conversation::prepend(ConversationItem* item)
+{
+    addWithContact(item);
+}
+
+void Conversation::addWithContact(ConversationItem* item)
+{
+    OwnedItem owned(item);
+    if (!owned)
+    {
+        return;
+    }
+    updateContactFrom(*owned);
+    {
+        const CriticalSection guard(lock_);
+        addItem(std::move(owned));
+    }
+    notifyObserversConversationIsModified();
+}
+
+void Conversation::addItem(OwnedItem item)
+{
+    itemWasAdded_ = true;
+    if (holdsLiveItems())
+    {
+        keysChanged();
+    }
+    if (const ConversationItem* replaced = data_.findEquivalent(*item))
+    {
+        data_.removeIf([replaced](const ConversationItem& held) { return &held == replaced; });
+    }
+    if (item->isEndingRemoteCall())
+    {
+        removeRemoteCallsEarlierThan(*item);
+    }
+    if (item->isNonActiveCall() || item->isVoiceMail())
+    {
+        journalEntries_.add(item->getItemId());
+    }
+    if (item->isVoiceMail())
+    {
+        setDeletable(false);
+    }
+    consumeItem(std::move(item));
+}
+
+void Conversation::consumeItem(OwnedItem item)
+{
+    if (!itemNeedsAddingToConversation(*item))
+    {
+        return;
+    }
+    ConversationItem& added = *item;
+    data_.insert(std::move(item));
+    if (holdsLiveItems())
+    {
+        keysChanged();
+    }
+    added.shareExchangeContactId(exchangeContactIdText());
+    generateConversationID();
+    added.shareConversationId(sharedId_);
+    trimHistory();
+}
+
+/** Or items that were live once: call ids and states of those are what lists look conversations up by. */
+bool Conversation::holdsLiveItems() const
+{
+    return std::any_of(data_.items().begin(), data_.items().end(),
+                       [](const OwnedItem& item) { return !isOrderedByTimeAlone(item->getState()); });
+}
+
+void Conversation::removeRemoteCallsEarlierThan(const ConversationItem& item)
+{
+    data_.removeIf([&item](const ConversationItem& held)
+                   { return held.isStartedRemoteCall() && item.isLaterThan(held); });
+}
+
+void Conversation::trimHistory()
+{
+    if (isActiveOrProgressingOrClearing() || isRepresentedHeldCall())
+    {
+        return;
+    }
+    while (data_.items().size() > MOST_HISTORY_ITEMS)
+    {
+        data_.removeBack();
+    }
+}
+
+bool Conversation::itemNeedsAddingToConversation(const ConversationItem& item) const
+{
+    return !item.isStartedRemoteCall() || std::none_of(data_.items().begin(), data_.items().end(),
+                                                       [&item](const OwnedItem& held) {
+                                                           return held->isEndingRemoteCall() && held->isLaterThan(item);
+                                                       });
+}
+
+bool Conversation::equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const
+{
+    return data_.findEquivalent(item) != nullptr;
+}
+
+void Conversation::updateItem(ConversationItem* item)
+{
+    OwnedItem owned(item);
+    if (!owned)
+    {
+        return;
+    }
+    {
+        const CriticalSection guard(lock_);
+        const std::string id = owned->conversationItemId();
+        data_.removeIf([&id](const ConversationItem& held) { return !id.empty() && held.conversationItemId() == id; });
+        addItem(std::move(owned));
+    }
+    notifyObserversConversationIsModified();
+}
+
+void Conversation::updateInitialItem(ConversationItem* item)
+{
+    OwnedItem owned(item);
+    if (!owned)
+    {
+        return;
+    }
+    updateContactFrom(*owned);
+    {
+        const CriticalSection guard(lock_);
+        const std::string callId = owned->getCallId();
+        data_.removeIf([&callId](const ConversationItem& held)
+                       { return !callId.empty() && held.getCallId() == callId; });
+        addItem(std::move(owned));
+    }
+    notifyObserversConversationIsModified();
+}
+
+void Conversation::removeItem(std::string itemId)
+{
+    if (itemId.empty())
+    {
+        return;
+    }
+    {
+        const CriticalSection guard(lock_);
+        data_.removeIf([&itemId](const ConversationItem& held)
+                       { return held.getCallId() == itemId || held.conversationItemId() == itemId; });
+    }
+    keysChanged();
+    notifyObserversConversationIsModified();
+}
+
+void Conversation::removeAndDeleteFrontItem()
+{
+    data_.removeFront();
+    keysChanged();
+}
+
+void Conversation::setConversationItems(const std::vector<ConversationItem*>& items)
+{
+    {
+        const CriticalSection guard(lock_);
+        const auto isAmongThem = [&items](const ConversationItem& held)
+        { return std::find(items.begin(), items.end(), &held) != items.end(); };
+        std::vector<OwnedItem> kept = data_.extractIf(isAmongThem);
+        data_.clearItems();
+        for (ConversationItem* item : items)
+        {
+            const auto known =
+                std::find_if(kept.begin(), kept.end(), [item](const OwnedItem& held) { return held.get() == item; });
+            OwnedItem owned = known == kept.end() ? OwnedItem(item) : std::move(*known);
+            if (owned)
+            {
+                addItem(std::move(owned));
+            }
+        }
+    }
+    keysChanged();
+    notifyObserversConversationIsModified();
+}
+
+std::vector<ConversationItem*> Conversation::getConversationItems() const
+{
+    const CriticalSection guard(lock_);
+    return data_.pointers();
+}
+
+std::size_t Conversation::getConversationItemsSize() const
+{
+    const CriticalSection guard(lock_);
+    return data_.items().size();
+}
+
+void Conversation::setAllItemsAsViewed()
+{
+    {
+        const CriticalSection guard(lock_);
+        for (const OwnedItem& item : data_.items())
+        {
+            item->setViewed(true);
+        }
+    }
+    notifyObserversConversationIsModified();
+}
+
+void Conversation::mergeItems(std::vector<ConversationItem*> items)
+{
+    items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
+    if (items.empty())
+    {
+        return;
+    }
+    const ContactNumbers numbersBefore = contactDetails()->numbers;
+    {
+        const CriticalSection guard(lock_);
+        const ConversationItem* initial = initialItem();
+        if (isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
+            isReplaceableLiveCall(*items.front()))
+        {
+            removeAndDeleteFrontItem();
+        }
+        for (ConversationItem* item : items)
+        {
+            addItem(OwnedItem(item));
+        }
+    }
+    notifyObserversConversationIsModified();
+    if (getContactSource() != NO_CONTACT)
+    {
+        CONVERSATION_LOG(6, "mergeItems");
+        reportNumberChanges(numbersBefore.data(), numbersBefore.size());
+    }
+}
+
+std::vector<ConversationItem*> Conversation::mergeWith(Conversation& other)
+{
+    return this == &other ? std::vector<ConversationItem*>() : ConversationMerge(*this, other).merge();
+}
+
+std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const Folding& folding)
+{
+    return this == &other ? std::vector<ConversationItem*>() : ConversationMerge(*this, other).fold(folding);
+}
+
+void Conversation::takeIdOf(const Conversation& other)
+{
+    if (other.id_.empty() || other.id_ == TEMPORARY_CONVERSATION_ID)
+    {
+        return;
+    }
+    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(this), id_.c_str(), other.id_.c_str());
+    storeId(other.id_);
+}
+
+void Conversation::makePermanent()
+{
+    CONVERSATION_LOG(6, "mergeWith: making conversation permanent");
+    setTemporary(false);
+}
+
+void Conversation::logItems() const
+{
+    if (data_.empty() || !loggingOnAppOrv("ConversationAPI", 5))
+    {
+        return;
+    }
+    CONVERSATION_LOG(5, "\t %d", static_cast<int>(data_.items().size()));
+    for (const OwnedItem& item : data_.items())
+    {
+        CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
+        for (const ConversationParticipant& party : item->participants())
+        {
+            const auto& numbers = party.contactNumbers();
+            CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
+                             numbers[WORK_1_SLOT].c_str(), numbers[WORK_2_SLOT].c_str(), numbers[MOBILE_SLOT].c_str(),
+                             numbers[HOME_SLOT].c_str());
+        }
+    }
+}
+
+void Conversation::updateContactFrom(const ConversationItem& item)
+{
+    const ContactNumbers numbersBefore = contactDetails()->numbers;
+    updateNameAndNumber(item);
+    updateSecondPartyNameAndNumber(item);
+    reportNumberChanges(numbersBefore.data(), numbersBefore.size());
+}
+
+void Conversation::updateNameAndNumber(const ConversationItem& item)
+{
+    if (item.participants().empty() || getContactSource() != NO_CONTACT)
+    {
+        return;
+    }
+    const ConversationParticipant& party = item.participants().front();
+    if (data_.empty() || !data_.initialItem()->isLaterThan(item))
+    {
+        takeFrom(party);
+    }
+    takeFreeNumbersFrom(party);
+}
+
+/** An item that will stand behind the initial one, a call of the history beside a conference, has no say. */
+void Conversation::updateSecondPartyNameAndNumber(const ConversationItem& item)
+{
+    if (!data_.empty() && data_.initialItem()->lessThanOtherConsideringCreationTime(item))
+    {
+        return;
+    }
+    if (item.participants().size() < 2)
+    {
+        setSecondParty({});
+        return;
+    }
+    const ConversationParticipant& party = item.participants()[1];
+    setSecondParty({party.firstNameText(), party.surnameText(), party.comparableNumberText()});
+}
+
+/**
+ * The contact as an item. It carries no conversation id: with one on both sides, sameness would be a matter of
+ * ids alone, and a contact would never match by number.
+ */
+Conversation::OwnedItem Conversation::makeContactItem(long time) const
+{
+    if (!itemFactory_)
+    {
+        return nullptr;
+    }
+    OwnedItem item(
+        itemFactory_->getDummyConversationItem(time, getNumber(), getFirstName(), getLastName(), getNumberType()));
+    item->setPhoneNumbers(getWorkNumber1(), getWorkNumber2(), getMobileNumber(), getHomeNumber());
+    item->shareExchangeContactId(exchangeContactIdText());
+    return item;
+}
+
+void Conversation::refreshDummyItem()
+{
+    data_.setDummyItem(makeContactItem(data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0));
+}
+
+void Conversation::contactChanged()
+{
+    if (data_.dummyItem())
+    {
+        refreshDummyItem();
+    }
+    keysChanged();
+}
+
+void Conversation::contactNumbersChanged(const ContactNumbers& before)
+{
+    reportNumberChanges(before.data(), before.size());
+}
+
+void Conversation::conversationNumbersChanged(const std::vector<std::string>& numbersBefore)
+{
+    reportNumberChanges(numbersBefore.data(), numbersBefore.size());
+}
+
+void Conversation::reportNumberChanges(const std::string* before, std::size_t count)
+{
+    CONVERSATION_LOG(6, "conversationNumbersChanged");
+    const ContactNumbers now = contactDetails()->numbers;
+    for (std::size_t slot = 0; slot < count; ++slot)
+    {
+        if (slot >= now.size())
+        {
+            CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
+                             static_cast<int>(slot));
+        }
+        else if (before[slot].empty() && !now[slot].empty())
+        {
+            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, now[slot], "");
+        }
+        else if (before[slot] != now[slot])
+        {
+            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
+            notifyObserversNumbersUpdated(reason, now[slot], before[slot]);
+        }
+    }
+}
+
+std::string Conversation::getGroupName() const
+{
+    return isGroupCall() ? initialItem()->getGroupName() : getGroupConversationName();
+}
+
+std::string Conversation::getGroupNumber() const
+{
+    return ask(&ConversationItem::getGroupNumber);
+}
+
+std::string Conversation::toString() const
+{
+    if (getType() != GROUP)
+    {
+        return nameList();
+    }
+    const std::string name = getGroupName();
+    return name.empty() ? groupNames() : name;
+}
+
+std::string Conversation::toDebugString() const
+{
+    return "[" + getConversationId() + " '" + toString() + "' number=" + getNumber() +
+           " state=" + std::to_string(static_cast<int>(getState())) + " items=" + std::to_string(data_.items().size()) +
+           "]";
+}
+
+void Conversation::addObserver(ConversationModificationObserverIfc* list)
+{
+    if (list && std::find(observers_.begin(), observers_.end(), list) == observers_.end())
+    {
+        observers_.push_back(list);
+        list->conversationRegistered(this);
+    }
+}
+
+void Conversation::removeObserver(ConversationModificationObserverIfc* list)
+{
+    const auto found = std::find(observers_.begin(), observers_.end(), list);
+    if (found != observers_.end())
+    {
+        observers_.erase(found);
+        list->conversationUnregistered(this);
+    }
+}
+
+void Conversation::notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first,
+                                                 const std::string& second)
+{
+    for (ConversationModificationObserverIfc* observer : observers_)
+    {
+        observer->conversationNumberUpdated(reason, this, first, second);
+        observer->conversationModified(getConversationId());
+    }
+}
+
+void Conversation::notifyObserversConversationIsModified()
+{
+    for (ConversationModificationObserverIfc* observer : observers_)
+    {
+        observer->conversationModified(getConversationId());
+    }
+}
+
+void Conversation::keysChanged()
+{
+    for (ConversationModificationObserverIfc* observer : observers_)
+    {
+        observer->conversationKeysChanged(this);
+    }
+}
+} // namespace ConversationAPI

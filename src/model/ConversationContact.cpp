@@ -1,0 +1,294 @@
+#include "ConversationAPI/ConversationContact.h"
+
+#include "ConversationAPI/ConversationItem.h"
+#include "platform/DigitAnalysisServiceIfc.h"
+
+#include <algorithm>
+
+namespace ConversationAPI
+{
+namespace
+{
+std::string joinedByComma(const std::string& a, const std::string& b)
+{
+    const char* comma = a.empty() || b.empty() ? "" : ", ";
+    return a + comma + b;
+}
+} // namespace
+
+ConversationContact::ConversationContact() = default;
+
+ConversationContact::ConversationContact(const ConversationContact& other) = default;
+
+ConversationContact::~ConversationContact() = default;
+
+std::string ConversationContact::convertToCanonical(std::string number) const
+{
+    if (digitAnalysis_ && !number.empty())
+    {
+        digitAnalysis_->convertDialString(number);
+    }
+    return number;
+}
+
+std::vector<std::string> ConversationContact::getConversationNumbers() const
+{
+    return {contact_->numbers.begin(), contact_->numbers.end()};
+}
+
+bool ConversationContact::hasAnyNumberMatching(const std::string& number) const
+{
+    return !number.empty() && contact_->hasNumber(number);
+}
+
+void ConversationContact::updateContactNumber(PhoneNumberIconType type, const std::string& number)
+{
+    const ContactNumbers before = contact_->numbers;
+    const std::string canonical = convertToCanonical(number);
+    if (type == contact_->numberType)
+    {
+        contact_.write().number = canonical;
+    }
+    const ContactNumberSlot slot = slotForNumberType(type);
+    if (slot < CONTACT_NUMBER_SLOTS)
+    {
+        contact_.write().numbers[slot] = canonical;
+    }
+    contactChanged();
+    contactNumbersChanged(before);
+}
+
+// A number that is stored twice shows the icon of the first of mobile, home, work 2 and work 1: of a
+// contact's numbers, the one that says most about where the person is.
+ConversationContact::PhoneNumberIconType ConversationContact::getMatchingNumberType(const ConversationItem& item) const
+{
+    if (item.participants().empty())
+    {
+        return CallPartyIdentifier::NO_ICON;
+    }
+    const std::string& number = item.participants().front().comparableNumberText();
+    for (const unsigned slot : {MOBILE_SLOT, HOME_SLOT, WORK_2_SLOT, WORK_1_SLOT})
+    {
+        if (!number.empty() && number == contact_->numbers[slot])
+        {
+            return numberTypeForSlot(slot);
+        }
+    }
+    return CallPartyIdentifier::NO_ICON;
+}
+
+std::string ConversationContact::getContactName() const
+{
+    if (!getDisplayName().empty())
+    {
+        return getDisplayName();
+    }
+    const std::string names = joinNames(getFirstName(), getLastName());
+    return names.empty() ? getNumber() : names;
+}
+
+std::string ConversationContact::nameList() const
+{
+    std::string names = joinNames(getFirstName(), getLastName());
+    if (names.empty())
+    {
+        names = getDisplayName();
+    }
+    return joinedByComma(names, joinNames(secondParty().firstName, secondParty().lastName));
+}
+
+std::string ConversationContact::groupNames() const
+{
+    std::string names;
+    for (const ConversationParticipant& participant : group_->participants)
+    {
+        names = joinedByComma(names, participant.getName());
+    }
+    return names;
+}
+
+void ConversationContact::updateName(const std::string& firstName, const std::string& lastName)
+{
+    const bool isKnown = firstName == getFirstName() && lastName == getLastName();
+    if (isKnown || (firstName.empty() && lastName.empty()))
+    {
+        return;
+    }
+    ContactDetails& contact = contact_.write();
+    contact.firstName = firstName;
+    contact.lastName = lastName;
+    contactChanged();
+}
+
+void ConversationContact::updateNumber(const std::string& number, PhoneNumberIconType type)
+{
+    if (number.empty() || (number == getNumber() && type == getNumberType()))
+    {
+        return;
+    }
+    const std::string canonical = convertToCanonical(number);
+    ContactDetails& contact = contact_.write();
+    contact.number = canonical;
+    contact.numberType = type;
+    contactChanged();
+}
+
+void ConversationContact::saveFirstName(const std::string& firstName)
+{
+    contact_.write().firstName = firstName;
+    contactChanged();
+}
+
+void ConversationContact::saveLastName(const std::string& lastName)
+{
+    contact_.write().lastName = lastName;
+    contactChanged();
+}
+
+void ConversationContact::saveContactNumber(ContactNumberSlot slot, const std::string& number)
+{
+    const ContactNumbers before = contact_->numbers;
+    const std::string canonical = convertToCanonical(number);
+    contact_.write().numbers[slot] = canonical;
+    contactChanged();
+    contactNumbersChanged(before);
+}
+
+void ConversationContact::setPhoneNumbers(const std::string& work1, const std::string& work2, const std::string& mobile,
+                                          const std::string& home, const std::string& mainNumber,
+                                          PhoneNumberIconType mainType)
+{
+    const ContactNumbers before = contact_->numbers;
+    ContactDetails& contact = contact_.write();
+    contact.numbers = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
+                       convertToCanonical(home)};
+    contact.number = convertToCanonical(mainNumber);
+    contact.numberType = mainType;
+    contactChanged();
+    contactNumbersChanged(before);
+}
+
+void ConversationContact::setPersonalData(const std::string& firstName, const std::string& lastName,
+                                          const std::string& email, const std::string& company,
+                                          const std::string& address1, const std::string& address2,
+                                          const std::string& role)
+{
+    ContactProfile& profile = profile_.write();
+    profile.email = email;
+    profile.company = company;
+    profile.address1 = address1;
+    profile.address2 = address2;
+    profile.role = role;
+    ContactDetails& contact = contact_.write();
+    contact.firstName = firstName;
+    contact.lastName = lastName;
+    contactChanged();
+}
+
+void ConversationContact::setExchangeContactId(const std::string& id)
+{
+    exchangeContactId_.assign(id);
+    contactChanged();
+}
+
+void ConversationContact::setDialStringConverter(DigitAnalysisServiceIfc* digitAnalysis)
+{
+    digitAnalysis_ = digitAnalysis;
+    if (!contact_.isSet() || !digitAnalysis)
+    {
+        return;
+    }
+    const ContactNumbers before = contact_->numbers;
+    setPhoneNumbers(before[WORK_1_SLOT], before[WORK_2_SLOT], before[MOBILE_SLOT], before[HOME_SLOT],
+                    std::string(getNumber()), getNumberType());
+}
+
+void ConversationContact::cloneContactInfo(const ConversationContact& other)
+{
+    const ContactNumbers before = contact_->numbers;
+    contact_ = other.contact_;
+    takeContactDetails(other);
+    contactSource_ = other.contactSource_;
+    contactChanged();
+    contactNumbersChanged(before);
+}
+
+void ConversationContact::takeFrom(const ConversationParticipant& party)
+{
+    updateName(party.firstNameText(), party.surnameText());
+    updateNumber(party.comparableNumberText(), party.getPhoneNumberType());
+}
+
+void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& party)
+{
+    for (unsigned slot = WORK_1_SLOT; slot < CONTACT_NUMBER_SLOTS; ++slot)
+    {
+        takeFreeNumber(static_cast<ContactNumberSlot>(slot), party.contactNumbers()[slot]);
+    }
+    if (contact_->hasNoneOfTheFour())
+    {
+        takeFreeNumber(slotForNumberType(party.getPhoneNumberType()), party.comparableNumberText());
+    }
+}
+
+void ConversationContact::takeFreeNumber(ContactNumberSlot slot, const std::string& number)
+{
+    if (contact_->hasFreeSlotFor(slot, number))
+    {
+        contact_.write().numbers[slot] = number;
+        contactChanged();
+    }
+}
+
+void ConversationContact::setSecondParty(const SecondParty& party)
+{
+    if (!(party == profile_->secondParty))
+    {
+        profile_.write().secondParty = party;
+    }
+}
+
+void ConversationContact::takeGroupFields(const ConversationContact& other)
+{
+    if (!group_.isSet() && !other.group_.isSet())
+    {
+        return;
+    }
+    GroupDetails& group = group_.write();
+    group.participants = other.group_->participants;
+    group.userIsAGroupParticipant = other.group_->userIsAGroupParticipant;
+    group.name = other.group_->name;
+    group.isModerated = other.group_->isModerated;
+}
+
+void ConversationContact::takeContactDetails(const ConversationContact& other)
+{
+    const CopyOnWrite<ContactDetails> mine = contact_;
+    contact_ = other.contact_;
+    if (getFirstName().empty() && getLastName().empty() && mine.isSet())
+    {
+        contact_.write().firstName = mine->firstName;
+        contact_.write().lastName = mine->lastName;
+    }
+    if (getNumber().empty() && mine.isSet())
+    {
+        contact_.write().number = mine->number;
+        contact_.write().numberType = mine->numberType;
+    }
+    if (digitAnalysis_ != other.digitAnalysis_)
+    {
+        setDialStringConverter(digitAnalysis_);
+    }
+    if (profile_.isSet() || other.profile_.isSet())
+    {
+        const ContactProfile before = *profile_;
+        profile_ = other.profile_;
+        profile_.write().secondParty = before.secondParty;
+        profile_.write().searchId = before.searchId;
+    }
+    type_ = other.type_;
+    presence_ = other.presence_;
+    exchangeContactId_ = other.exchangeContactId_;
+    contactChanged();
+}
+} // namespace ConversationAPI

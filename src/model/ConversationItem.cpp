@@ -1,0 +1,637 @@
+#include "ConversationAPI/ConversationItem.h"
+
+#include "ConversationAPI/ConversationParticipantFactory.h"
+#include "ConversationAPI/WellKnownNames.h"
+#include "Log.h"
+#include "model/InsertionSort.h"
+#include "model/Iso8601.h"
+#include "model/ItemOrder.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace ConversationAPI
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./src/ConversationItem";
+
+void boostExceptionThrown(const std::exception& e)
+{
+    CONVERSATION_LOG(2, "Boost exception thrown '%s'\n", e.what());
+}
+
+bool isIsolatedOrTransferring(const ConversationItem& item)
+{
+    return item.isIsolated() || item.isCallWaitingIsolated() || item.isBlindTransferring();
+}
+} // namespace
+
+ConversationItem::ConversationItem()
+{
+    extractTimeAndDateFromJournalServiceISO8601String("");
+}
+
+ConversationItem::ConversationItem(const std::string& number, const std::string& firstName, const std::string& lastName,
+                                   CallPartyIdentifier::PhoneNumberIconType type,
+                                   ConversationParticipantFactory* factory)
+    : participantFactory_(factory)
+{
+    ConversationItem::addParticipant(CallPartyIdentifier(firstName, lastName, number, type, "", false));
+}
+
+ConversationItem::ConversationItem(const ConversationItem& other) = default;
+
+ConversationItem::~ConversationItem() = default;
+
+bool ConversationItem::isActiveOrProgressingOrClearing() const
+{
+    return isActiveOrClearing() || isProgressing() || isIncomingGroupPickup();
+}
+
+bool ConversationItem::isActiveOrClearing() const
+{
+    return isActive() || isClearing();
+}
+
+bool ConversationItem::isActive() const
+{
+    return isConnected() || isConference() || isIsolated() || isConnectedGroupPickup() || isLocallyHeld() ||
+           isRemotelyHeld() || isBlindTransferring();
+}
+
+bool ConversationItem::isProgressing() const
+{
+    return isProgressingIncoming() || isProgressingOutgoing() || isCallWaiting();
+}
+
+bool ConversationItem::isProgressingIncoming() const
+{
+    return getState() == ConversationItemState::PROGRESSING_INCOMING;
+}
+
+bool ConversationItem::isProgressingOutgoing() const
+{
+    return getState() == ConversationItemState::PROGRESSING_OUTGOING;
+}
+
+bool ConversationItem::isConnected() const
+{
+    return getState() == ConversationItemState::CONNECTED;
+}
+
+bool ConversationItem::isConference() const
+{
+    return getState() == ConversationItemState::CONFERENCE;
+}
+
+bool ConversationItem::isLocallyHeld() const
+{
+    return getState() == ConversationItemState::LOCALLY_HELD;
+}
+
+bool ConversationItem::isRemotelyHeld() const
+{
+    return getState() == ConversationItemState::REMOTELY_HELD;
+}
+
+bool ConversationItem::isVoiceMail() const
+{
+    return getState() == ConversationItemState::VOICEMAIL;
+}
+
+bool ConversationItem::isClearing() const
+{
+    return getState() == ConversationItemState::CLEARING;
+}
+
+bool ConversationItem::isIsolated() const
+{
+    return getState() == ConversationItemState::ISOLATED;
+}
+
+bool ConversationItem::isBlindTransferring() const
+{
+    return getState() == ConversationItemState::BLIND_TRANSFERRING;
+}
+
+bool ConversationItem::isCallWaitingIsolated() const
+{
+    return getState() == ConversationItemState::CALL_WAITING_ISOLATED;
+}
+
+bool ConversationItem::isCallWaitingIgnored() const
+{
+    return getState() == ConversationItemState::CALL_WAITING_IGNORED;
+}
+
+bool ConversationItem::isCallWaiting() const
+{
+    return getState() == ConversationItemState::CALL_WAITING;
+}
+
+bool ConversationItem::isRepresentedHeldCall() const
+{
+    return getState() == ConversationItemState::REPRESENTED_HELD_CALL;
+}
+
+bool ConversationItem::isStartedRemoteCall() const
+{
+    return getState() == ConversationItemState::STARTED_REMOTE_CALL;
+}
+
+bool ConversationItem::isEndingRemoteCall() const
+{
+    switch (getState())
+    {
+    case ConversationItemState::DIALLED:
+    case ConversationItemState::RECEIVED:
+    case ConversationItemState::MISSED:
+    case ConversationItemState::MISSED_ANSWERED_ELSEWHERE:
+    case ConversationItemState::MISSED_GROUP_CALL:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ConversationItem::isIncomingGroupPickup() const
+{
+    return getState() == ConversationItemState::GROUP_PICKUP_INCOMING;
+}
+
+bool ConversationItem::isConnectedGroupPickup() const
+{
+    return getState() == ConversationItemState::GROUP_PICKUP_CONNECTED;
+}
+
+bool ConversationItem::isCallAnonymous() const
+{
+    if (participants_.empty())
+    {
+        return false;
+    }
+    const std::string& number = participants_.front().numberText();
+    const std::string name = participants_.front().getName();
+    return (name == ANONYMOUS_NAME && (number.empty() || number == ANONYMOUS_NAME)) ||
+           (number == NO_NUMBER_PROVIDED && name.empty());
+}
+
+bool ConversationItem::isConferenceConversation() const
+{
+    return conferenceConversation_;
+}
+
+bool ConversationItem::isLargeConference() const
+{
+    return largeConference_;
+}
+
+bool ConversationItem::isNonActiveCall() const
+{
+    const ConversationItemState state = getState();
+    return state == ConversationItemState::MISSED || state == ConversationItemState::DIALLED ||
+           state == ConversationItemState::RECEIVED || state == ConversationItemState::FORWARDED ||
+           state == ConversationItemState::MISSED_ANSWERED_ELSEWHERE ||
+           state == ConversationItemState::MISSED_GROUP_CALL;
+}
+
+bool ConversationItem::isGroupCall() const
+{
+    return false;
+}
+
+bool ConversationItem::isSameConversationAs(const ConversationItem& other) const
+{
+    if (isGroupCall() != other.isGroupCall())
+    {
+        return false;
+    }
+    if (isGroupCall())
+    {
+        return getGroupName() == other.getGroupName() && getGroupNumber() == other.getGroupNumber() &&
+               doParticipantsMatch(other);
+    }
+    if (hasExchangeContactId() && other.hasExchangeContactId())
+    {
+        return exchangeContactId_ == other.exchangeContactId_;
+    }
+    if (hasConversationId() && other.hasConversationId())
+    {
+        return conversationId_ == other.conversationId_;
+    }
+    if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing())
+    {
+        return areGroupPickupConversationItems(other) || getCallId() == other.getCallId();
+    }
+    return doParticipantsMatch(other);
+}
+
+bool ConversationItem::isSameConversationIgnoringCallID(const ConversationItem& other) const
+{
+    if (hasConversationId() && other.hasConversationId())
+    {
+        return conversationId_ == other.conversationId_;
+    }
+    return doParticipantsMatch(other);
+}
+
+bool ConversationItem::isLaterThan(const ConversationItem& other) const
+{
+    return std::difftime(timeStampUTC(), other.timeStampUTC()) > 0;
+}
+
+long ConversationItem::timeStampUTC() const
+{
+    return timeStamp_;
+}
+
+void ConversationItem::setModificationTimeStampUTC(long time)
+{
+    modificationTimeStamp_ = time;
+}
+
+long ConversationItem::modificationTimeStampUTC() const
+{
+    return modificationTimeStamp_ != 0 ? modificationTimeStamp_ : timeStampUTC();
+}
+
+void ConversationItem::setConversationId(const std::string& id)
+{
+    conversationId_.assign(id);
+}
+
+std::string ConversationItem::conversationId() const
+{
+    return conversationId_.str();
+}
+
+void ConversationItem::setConversationItemId(const std::string& id)
+{
+    conversationItemId_.assign(id);
+}
+
+std::string ConversationItem::conversationItemId() const
+{
+    return conversationItemId_.str();
+}
+
+void ConversationItem::setConversationParticipantFactory(ConversationParticipantFactory* factory)
+{
+    participantFactory_ = factory;
+}
+
+void ConversationItem::addParticipant(const CallPartyIdentifier& party)
+{
+    if (participantFactory_)
+    {
+        participants_.push_back(participantFactory_->getConversationParticipant(party));
+    }
+}
+
+void ConversationItem::setNumberOfAttachments(int count)
+{
+    rarities_.write().numberOfAttachments = count;
+}
+
+ActiveCall::callDirection ConversationItem::activeCallDirection() const
+{
+    return static_cast<ActiveCall::callDirection>(0);
+}
+
+ConversationItemState ConversationItem::getState() const
+{
+    return ConversationItemState::NO_STATE;
+}
+
+std::string ConversationItem::getCallId() const
+{
+    return {};
+}
+
+std::string ConversationItem::getItemSubjectText() const
+{
+    return {};
+}
+
+std::string ConversationItem::getItemText() const
+{
+    return {};
+}
+
+std::string ConversationItem::getHistoryDuration() const
+{
+    return {};
+}
+
+std::string ConversationItem::getCreatorId() const
+{
+    return {};
+}
+
+int ConversationItem::getNumberOfAttachments() const
+{
+    return rarities_->numberOfAttachments;
+}
+
+ConversationItem::systemMessageType ConversationItem::getType() const
+{
+    return NO_SYSTEM_MESSAGE;
+}
+
+ConversationItem::addParticipantReason ConversationItem::getAddParticipantReason() const
+{
+    return NO_ADD_PARTICIPANT_REASON;
+}
+
+ConversationParticipant ConversationItem::creator() const
+{
+    return rarities_->creator;
+}
+
+void ConversationItem::setCreator(ConversationParticipant creator)
+{
+    rarities_.write().creator = std::move(creator);
+}
+
+bool ConversationItem::getUserHasLeftOrJoined() const
+{
+    return false;
+}
+
+std::vector<std::string> ConversationItem::getAffectedParticipants() const
+{
+    return {};
+}
+
+void ConversationItem::setNumber(std::string number)
+{
+    if (ConversationParticipant* party = firstParty())
+    {
+        party->saveNumber(number);
+    }
+}
+
+void ConversationItem::setNumberType(CallPartyIdentifier::PhoneNumberIconType type)
+{
+    if (ConversationParticipant* party = firstParty())
+    {
+        party->saveNumberType(type);
+    }
+}
+
+void ConversationItem::setLastPhoneNumber(const std::string& number)
+{
+    lastPhoneNumber_.assign(number);
+}
+
+DisplayAPI::ForwardedCallType ConversationItem::getForwardedCallType() const
+{
+    return DisplayAPI::NOT_FORWARDED;
+}
+
+const CallPartyIdentifier* ConversationItem::getForwardedCallParty() const
+{
+    return nullptr;
+}
+
+void ConversationItem::setForwardedCallParty(const CallPartyIdentifier&) {}
+
+void ConversationItem::setFirstName(const std::string& firstName)
+{
+    if (ConversationParticipant* party = firstParty())
+    {
+        party->saveFirstName(firstName);
+    }
+}
+
+void ConversationItem::setLastName(const std::string& lastName)
+{
+    if (ConversationParticipant* party = firstParty())
+    {
+        party->saveLastName(lastName);
+    }
+}
+
+void ConversationItem::setPhoneNumbers(const std::string& work1, const std::string& work2, const std::string& mobile,
+                                       const std::string& home)
+{
+    if (ConversationParticipant* party = firstParty())
+    {
+        party->setPhoneNumbers(work1, work2, mobile, home);
+    }
+}
+
+int ConversationItem::numberOfNewEvents()
+{
+    return 0;
+}
+
+void ConversationItem::setLastPhoneNumberType(NumberType::NT type)
+{
+    lastPhoneNumberType_ = type;
+}
+
+std::string ConversationItem::lastNumber()
+{
+    if (!lastPhoneNumber_.empty() || participants_.empty())
+    {
+        return lastPhoneNumber_.str();
+    }
+    const ConversationParticipant& party = participants_.front();
+    switch (lastPhoneNumberType_)
+    {
+    case NumberType::HOME:
+        return party.getHomeNumber();
+    case NumberType::WORK_2:
+        return party.getWorkNumber2();
+    case NumberType::MOBILE:
+        return party.getMobileNumber();
+    default:
+        return party.getWorkNumber1();
+    }
+}
+
+void ConversationItem::clearParticipants()
+{
+    participants_.clear();
+}
+
+void ConversationItem::setExchangeContactId(const std::string& id)
+{
+    exchangeContactId_.assign(id);
+}
+
+void ConversationItem::setLargeConference(bool large)
+{
+    largeConference_ = large;
+}
+
+bool ConversationItem::doParticipantsMatch(const ConversationItem& other) const
+{
+    if (participants_.size() != other.participants_.size())
+    {
+        return false;
+    }
+    if (participants_.size() == 1)
+    {
+        return participants_.front() == other.participants_.front();
+    }
+    Participants mine(participants_);
+    Participants theirs(other.participants_);
+    insertionSort(mine);
+    insertionSort(theirs);
+    return std::equal(mine.begin(), mine.end(), theirs.begin());
+}
+
+bool ConversationItem::getHDAudioIconStatus() const
+{
+    return false;
+}
+
+bool ConversationItem::isDSSCall() const
+{
+    return false;
+}
+
+void ConversationItem::setViewed(bool) {}
+
+bool ConversationItem::getViewed() const
+{
+    return false;
+}
+
+std::string ConversationItem::getGroupName() const
+{
+    return {};
+}
+
+std::string ConversationItem::getGroupNumber() const
+{
+    return {};
+}
+
+std::vector<ConversationParticipant> ConversationItem::getParticipantsCopy() const
+{
+    return {participants_.begin(), participants_.end()};
+}
+
+std::string ConversationItem::toString() const
+{
+    return participants_.empty() ? "no participants" : participants_.front().toString();
+}
+
+std::string ConversationItem::formatLocalTime() const
+{
+    const std::time_t time = timeStampUTC();
+    std::tm local{};
+    localtime_r(&time, &local);
+    char text[100];
+    std::snprintf(text, sizeof text, "%02d:%02d %02d/%02d", local.tm_hour, local.tm_min, local.tm_mday,
+                  makeZeroBasedMonthValueOneBased(local));
+    return text;
+}
+
+int ConversationItem::makeZeroBasedMonthValueOneBased(const std::tm& time)
+{
+    return time.tm_mon + 1;
+}
+
+bool ConversationItem::areGroupPickupConversationItems(const ConversationItem& other) const
+{
+    return isIncomingGroupPickup() && other.isConnectedGroupPickup() && getCallId() == GROUP_PICKUP_CALL_ID;
+}
+
+bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, long time, long otherTime) const
+{
+    if (!conversationItemId_.empty() && conversationItemId_ == other.conversationItemId_)
+    {
+        return false;
+    }
+    if (isOrderedByTimeAlone(getState()) && isOrderedByTimeAlone(other.getState()))
+    {
+        return std::difftime(time, otherTime) > 0;
+    }
+    if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() &&
+        getCallId() == other.getCallId())
+    {
+        return false;
+    }
+    if (isConnected() != other.isConnected())
+    {
+        return isConnected();
+    }
+    if (isActiveOrClearing() != other.isActiveOrClearing())
+    {
+        return isActiveOrClearing();
+    }
+    if (isActiveOrClearing() && isIsolatedOrTransferring(other))
+    {
+        return true;
+    }
+    if (other.isActiveOrClearing() && isIsolatedOrTransferring(*this))
+    {
+        return false;
+    }
+    if (isProgressing() != other.isProgressing())
+    {
+        return isProgressing();
+    }
+    // True for two started remote calls in either order: whichever is asked first comes first.
+    if (isStartedRemoteCall() || other.isStartedRemoteCall())
+    {
+        return isStartedRemoteCall();
+    }
+    if (other.isNonActiveCall() && isRepresentedHeldCall())
+    {
+        return true;
+    }
+    if (isNonActiveCall() && other.isRepresentedHeldCall())
+    {
+        return false;
+    }
+    return std::difftime(time, otherTime) > 0;
+}
+
+bool ConversationItem::lessThanOtherConsideringModificationTime(const ConversationItem& other) const
+{
+    return lessThanConsideringTime(other, modificationTimeStampUTC(), other.modificationTimeStampUTC());
+}
+
+bool ConversationItem::lessThanOtherConsideringCreationTime(const ConversationItem& other) const
+{
+    return lessThanConsideringTime(other, timeStampUTC(), other.timeStampUTC());
+}
+
+bool ConversationItem::operator<(const ConversationItem& other) const
+{
+    return lessThanOtherConsideringCreationTime(other);
+}
+
+void ConversationItem::extractTimeAndDateFromJournalServiceISO8601String(const std::string& text)
+{
+    timeAndDate_.assign(text);
+    timeStamp_ = extractUTCTimeTFromJournalServiceISO8601String(text);
+}
+
+long ConversationItem::extractUTCTimeTFromJournalServiceISO8601String(const std::string& text)
+{
+    if (text.empty())
+    {
+        return 0;
+    }
+    if (const auto instant = parseIso8601(text))
+    {
+        return *instant;
+    }
+    try
+    {
+        throwIso8601Error(text);
+    }
+    catch (const std::exception& e)
+    {
+        boostExceptionThrown(e);
+    }
+    return 0;
+}
+} // namespace ConversationAPI

@@ -1,0 +1,226 @@
+#include "model/ConversationMerge.h"
+
+#include "ConversationAPI/ConversationIDGenerator.h"
+
+#include <algorithm>
+
+namespace ConversationAPI
+{
+namespace
+{
+bool contains(const std::vector<ConversationItem*>& items, const ConversationItem& item)
+{
+    return std::find(items.begin(), items.end(), &item) != items.end();
+}
+
+/** The contact that a conversation shows: the one taken in, else itself when it is one. */
+const SharedText& shownContactId(const SharedText& takenIn, const Conversation& conversation)
+{
+    return takenIn.empty() ? conversation.storedIdText() : takenIn;
+}
+} // namespace
+
+ConversationMerge::ConversationMerge(Conversation& into, const Conversation& from)
+    : into_(into), from_(from), numbersBefore_(into.contactDetails()->numbers)
+{
+}
+
+std::vector<ConversationItem*> ConversationMerge::merge()
+{
+    takeGroupFields();
+    if (fromIsContactOnly())
+    {
+        return {};
+    }
+    into_.mergeItems(cloneItems());
+    into_.takeIdOf(from_);
+    into_.logItems();
+    std::vector<OwnedItem> strangers = extract(itemsNotCovered());
+    into_.takeContactDetails(from_);
+    into_.setContactSource(from_.getContactSource());
+    finish();
+    return handOver(std::move(strangers));
+}
+
+std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Folding& folding)
+{
+    if (fromIsContactOnly() && contactsDiffer() && from_.items().empty())
+    {
+        return merge();
+    }
+    const bool keepsContact = contactsDiffer() || (into_.getContactSource() != Conversation::NO_CONTACT &&
+                                                   from_.getContactSource() == Conversation::NO_CONTACT);
+    takeGroupFields();
+    const Items arrived = cloneItems();
+    into_.mergeItems(arrived);
+    if (folding.takesId && from_.getContactSource() != Conversation::WSI_CONTACT)
+    {
+        into_.takeIdOf(from_);
+    }
+    into_.logItems();
+    Items strangers = itemsNotCovered();
+    if (!keepsContact)
+    {
+        into_.takeContactDetails(from_);
+        takeOrigin(folding);
+    }
+    keepArrivedAndClaimed(strangers, arrived);
+    std::vector<OwnedItem> handedBack = extract(strangers);
+    if (into_.getContactSource() != Conversation::NO_CONTACT)
+    {
+        into_.refreshDummyItem();
+    }
+    finish();
+    return handOver(std::move(handedBack));
+}
+
+/** Whether there is nothing but a contact to merge: a directory contact without items, any web-service one. */
+bool ConversationMerge::fromIsContactOnly() const
+{
+    return from_.getContactSource() == Conversation::WSI_CONTACT ||
+           (from_.getContactSource() == Conversation::DIRECTORY_CONTACT && from_.items().empty());
+}
+
+bool ConversationMerge::hasTakenInContact(const Conversation& conversation) const
+{
+    return conversation.getContactSource() != Conversation::NO_CONTACT || !conversation.takenContactId().empty();
+}
+
+bool ConversationMerge::contactsDiffer() const
+{
+    return hasTakenInContact(into_) && hasTakenInContact(from_) &&
+           shownContactId(into_.takenContactId(), into_) != shownContactId(from_.takenContactId(), from_);
+}
+
+void ConversationMerge::takeGroupFields()
+{
+    into_.journalEntries_.add(from_.journalEntries_);
+    into_.takeGroupFields(from_);
+}
+
+std::vector<ConversationItem*> ConversationMerge::cloneItems() const
+{
+    Items clones;
+    clones.reserve(from_.items().size());
+    for (const OwnedItem& item : from_.items())
+    {
+        clones.push_back(item->clone());
+    }
+    return clones;
+}
+
+std::vector<ConversationItem*> ConversationMerge::itemsNotCovered() const
+{
+    Items strangers;
+    for (const OwnedItem& item : into_.items())
+    {
+        const auto& parties = item->participants();
+        if (!std::all_of(parties.begin(), parties.end(),
+                         [this](const ConversationParticipant& party)
+                         { return from_.hasAnyNumberMatching(party.comparableNumberText()); }))
+        {
+            strangers.push_back(item.get());
+        }
+    }
+    return strangers;
+}
+
+/**
+ * What came along stays, and so does what the merged conversation would claim anew: a conference's second
+ * party, a live call that shows no number, a contact's second number and anonymous callers have no number
+ * that `from` could cover.
+ */
+void ConversationMerge::keepArrivedAndClaimed(Items& strangers, const Items& arrived) const
+{
+    strangers.erase(std::remove_if(strangers.begin(), strangers.end(),
+                                   [&](const ConversationItem* item)
+                                   { return contains(arrived, *item) || into_.claims(*item); }),
+                    strangers.end());
+}
+
+void ConversationMerge::takeOrigin(const Conversation::Folding& folding)
+{
+    if (!hasTakenInContact(from_))
+    {
+        return;
+    }
+    into_.setTakenContactId(shownContactId(from_.takenContactId(), from_));
+    if (folding.takesContactSource)
+    {
+        into_.setContactSource(from_.getContactSource());
+    }
+    if (folding.takesSource && into_.getSource() == nullptr)
+    {
+        into_.setSource(from_.getSource());
+    }
+}
+
+std::vector<ConversationMerge::OwnedItem> ConversationMerge::extract(const Items& items)
+{
+    if (items.empty())
+    {
+        return {};
+    }
+    const CriticalSection guard(into_.lock_);
+    into_.keysChanged();
+    return into_.data_.extractIf([&items](const ConversationItem& held) { return contains(items, held); });
+}
+
+/** The items' journal entries go with them, except those of which another item stays. */
+std::vector<ConversationItem*> ConversationMerge::handOver(std::vector<OwnedItem> items)
+{
+    Items released;
+    for (OwnedItem& item : items)
+    {
+        const auto isOfSameEntry = [&item](const OwnedItem& held) { return held->getItemId() == item->getItemId(); };
+        if (std::none_of(into_.items().begin(), into_.items().end(), isOfSameEntry))
+        {
+            into_.journalEntries_.remove(item->getItemId());
+        }
+        item->setConversationId("");
+        released.push_back(item.release());
+    }
+    return released;
+}
+
+void ConversationMerge::finish()
+{
+    restampItems();
+    if (into_.isTemporary() && !from_.isTemporary())
+    {
+        into_.makePermanent();
+    }
+    into_.contactNumbersChanged(numbersBefore_);
+    into_.notifyObserversConversationIsModified();
+    updateIdGeneratorCache();
+}
+
+void ConversationMerge::restampItems()
+{
+    const CriticalSection guard(into_.lock_);
+    for (const OwnedItem& item : into_.items())
+    {
+        item->shareConversationId(into_.sharedId_);
+        item->shareExchangeContactId(into_.exchangeContactIdText());
+    }
+}
+
+/**
+ * Under the id, a contact is remembered with all its numbers: remembered as one call, its other numbers'
+ * calls would get an id of their own at the next rebuild.
+ */
+void ConversationMerge::updateIdGeneratorCache()
+{
+    if (hasTakenInContact(into_) || hasTakenInContact(from_))
+    {
+        if (const OwnedItem contact = into_.makeContactItem(0))
+        {
+            into_.idGenerator_.updateCache(into_.id_, contact.get());
+        }
+    }
+    else if (ConversationItem* item = from_.initialItem())
+    {
+        into_.idGenerator_.updateCache(into_.id_, item);
+    }
+}
+} // namespace ConversationAPI

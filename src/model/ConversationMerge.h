@@ -1,0 +1,46 @@
+/**
+ * Takes one conversation into another.
+ *
+ * The work of Conversation::mergeWith() and Conversation::foldIn(), for the length of one call. `from` stays
+ * as it is; whoever called owns the items that are handed back.
+ */
+#pragma once
+
+#include "ConversationAPI/Conversation.h"
+
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationMerge
+{
+  public:
+    /** Two different conversations, which outlive this object. */
+    ConversationMerge(Conversation& into, const Conversation& from);
+
+    std::vector<ConversationItem*> merge();
+    std::vector<ConversationItem*> fold(const Conversation::Folding& folding);
+
+  private:
+    using Items = std::vector<ConversationItem*>;
+    using OwnedItem = Conversation::OwnedItem;
+
+    bool fromIsContactOnly() const;
+    bool hasTakenInContact(const Conversation& conversation) const;
+    bool contactsDiffer() const;
+    Items cloneItems() const;
+    Items itemsNotCovered() const;
+    void keepArrivedAndClaimed(Items& strangers, const Items& arrived) const;
+    void takeOrigin(const Conversation::Folding& folding);
+    std::vector<OwnedItem> extract(const Items& items);
+    Items handOver(std::vector<OwnedItem> items);
+    void takeGroupFields();
+    void finish();
+    void restampItems();
+    void updateIdGeneratorCache();
+
+    Conversation& into_;
+    const Conversation& from_;
+    const ContactNumbers numbersBefore_;
+};
+} // namespace ConversationAPI

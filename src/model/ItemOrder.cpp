@@ -1,0 +1,26 @@
+#include "model/ItemOrder.h"
+
+namespace ConversationAPI
+{
+bool isOrderedByTimeAlone(ConversationItemState state)
+{
+    switch (state)
+    {
+    case ConversationItemState::NO_STATE:
+    case ConversationItemState::MISSED:
+    case ConversationItemState::DIALLED:
+    case ConversationItemState::RECEIVED:
+    case ConversationItemState::PLACEHOLDER:
+    case ConversationItemState::TEXT:
+    case ConversationItemState::SYSTEM_MESSAGE:
+    case ConversationItemState::FORWARDED:
+    case ConversationItemState::VOICEMAIL:
+    case ConversationItemState::CALL_WAITING_IGNORED:
+    case ConversationItemState::MISSED_ANSWERED_ELSEWHERE:
+    case ConversationItemState::MISSED_GROUP_CALL:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace ConversationAPI

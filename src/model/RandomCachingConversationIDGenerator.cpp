@@ -1,0 +1,173 @@
+#include "ConversationAPI/RandomCachingConversationIDGenerator.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationSourceIfc.h"
+#include "Log.h"
+#include "model/ConversationIDCache.h"
+
+#include <cstdlib>
+
+namespace ConversationAPI
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./src/RandomCachingConversationIDGenerator";
+
+// The digit 0 stands in it twice and is drawn twice as often: identifiers have always been made so.
+constexpr char ALPHABET[] = "01234567890ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr int ALPHABET_LENGTH = sizeof ALPHABET - 1;
+constexpr int ID_LENGTH = 36;
+
+bool isPlaceholder(const ConversationItem& item)
+{
+    return item.getState() == ConversationItemState::PLACEHOLDER;
+}
+
+/** Whether two placeholders stand for one contact: two contacts may well share a number. */
+bool isSameContact(const ConversationItem& a, const ConversationItem& b)
+{
+    if (a.participants().empty() || b.participants().empty())
+    {
+        return true;
+    }
+    const ConversationParticipant& mine = a.participants().front();
+    const ConversationParticipant& theirs = b.participants().front();
+    const bool sameNames = mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText();
+    return sameNames || mine.contactNumbers() == theirs.contactNumbers();
+}
+} // namespace
+
+bool RandomCachingConversationIDGenerator::isSameConversation(const ConversationItem* cached,
+                                                              const ConversationItem* candidate)
+{
+    return cached->isSameConversationAs(*candidate) &&
+           (!isPlaceholder(*cached) || !isPlaceholder(*candidate) || isSameContact(*cached, *candidate));
+}
+
+bool RandomCachingConversationIDGenerator::isSameConversationAtSameTime(const ConversationItem* cached,
+                                                                        const ConversationItem* candidate)
+{
+    return cached->isSameConversationAs(*candidate) && cached->timeStampUTC() == candidate->timeStampUTC();
+}
+
+RandomCachingConversationIDGenerator::RandomCachingConversationIDGenerator()
+    : RandomCachingConversationIDGenerator(&RandomCachingConversationIDGenerator::isSameConversation)
+{
+}
+
+RandomCachingConversationIDGenerator::RandomCachingConversationIDGenerator(SamenessTest test)
+    : cache_(std::make_unique<ConversationIDCache>()), test_(test)
+{
+}
+
+RandomCachingConversationIDGenerator::~RandomCachingConversationIDGenerator() = default;
+
+std::string RandomCachingConversationIDGenerator::getConversationID(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
+    if (!item)
+    {
+        return generateConversationId();
+    }
+    std::string id = findConversationIDForItem(conversation);
+    if (id.empty())
+    {
+        id = generateConversationId();
+        cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+        CONVERSATION_LOG(6, "getConversationID new id [%s]", id.c_str());
+        return id;
+    }
+    if (itemNeedsUpdating(cache_->find(id)->item.get(), item))
+    {
+        cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+    }
+    CONVERSATION_LOG(6, "getConversationID [%s]", id.c_str());
+    return id;
+}
+
+/**
+ * A replaced entry goes to the end, where a walk by index meets it once more and replaces it again: the log
+ * tells of two updates, and readers of logs count on the pair. Only the last entry is not met again.
+ */
+void RandomCachingConversationIDGenerator::updateCache(const std::string& id, ConversationItem* item)
+{
+    const CriticalSection guard(lock_);
+    const ConversationIDCache::Entry* entry = item ? cache_->find(id) : nullptr;
+    if (!entry)
+    {
+        return;
+    }
+    const bool wasLast = entry == &cache_->entries().back();
+    cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+    for (int updates = wasLast ? 1 : 2; updates > 0; --updates)
+    {
+        CONVERSATION_LOG(6, "updateCache updated id [%s]", id.c_str());
+    }
+}
+
+void RandomCachingConversationIDGenerator::garbageCollect()
+{
+    const CriticalSection guard(lock_);
+    if (cache_->empty())
+    {
+        return;
+    }
+    std::vector<std::vector<std::string>> reported;
+    std::unordered_set<std::string_view> inUse;
+    for (ConversationSourceIfc* source : sources_)
+    {
+        reported.push_back(source->getInUseConversationIds());
+        inUse.insert(reported.back().begin(), reported.back().end());
+    }
+    cache_->keepOnly(inUse,
+                     [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+}
+
+void RandomCachingConversationIDGenerator::setConversationSources(const std::vector<ConversationSourceIfc*>& sources)
+{
+    sources_ = sources;
+}
+
+std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conversation* conversation)
+{
+    const ConversationItem* item = conversation->initialItem();
+    if (!item)
+    {
+        return {};
+    }
+    const bool isIndexed = test_ == &isSameConversation || test_ == &isSameConversationAtSameTime;
+    const auto* entry = isIndexed ? cache_->findFirst(*item, test_) : cache_->walkToFirst(*item, test_);
+    return entry ? entry->id : std::string();
+}
+
+int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::string& id)
+{
+    int index = 0;
+    for (const auto& entry : cache_->entries())
+    {
+        if (entry.id == id)
+        {
+            return index;
+        }
+        ++index;
+    }
+    return -1;
+}
+
+bool RandomCachingConversationIDGenerator::itemNeedsUpdating(ConversationItem* cached, ConversationItem* fresh)
+{
+    return cached->getCallId() == fresh->getCallId() && !cached->doParticipantsMatch(*fresh);
+}
+
+std::string RandomCachingConversationIDGenerator::generateConversationId() const
+{
+    std::string id;
+    id.reserve(ID_LENGTH);
+    for (int i = 0; i < ID_LENGTH; ++i)
+    {
+        id += ALPHABET[std::rand() % ALPHABET_LENGTH];
+    }
+    return id;
+}
+} // namespace ConversationAPI
