@@ -1,0 +1,24 @@
+#include "ConversationAPI/ActiveCallMatcherIgnoringCallID.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
+
+namespace ConversationAPI
+{
+namespace ConversationListConditions
+{
+ActiveCallMatcherIgnoringCallID::ActiveCallMatcherIgnoringCallID(ConversationItem* item) : item_(item) {}
+
+bool ActiveCallMatcherIgnoringCallID::operator()(Conversation* conversation) const
+{
+    const ConversationItem* initial = conversation->initialItem();
+    return initial && initial->isActiveOrProgressingOrClearing() && initial->isSameConversationIgnoringCallID(*item_);
+}
+
+bool ActiveCallMatcherIgnoringCallID::gatherCandidates(ConversationCandidates& candidates) const
+{
+    candidates.thatAreLive();
+    return true;
+}
+} // namespace ConversationListConditions
+} // namespace ConversationAPI

@@ -1,0 +1,23 @@
+#include "ConversationAPI/ConversationIDCondition.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
+
+namespace ConversationAPI
+{
+namespace ConversationListConditions
+{
+ConversationIDCondition::ConversationIDCondition(const std::string& id) : id_(id) {}
+
+bool ConversationIDCondition::operator()(Conversation* conversation) const
+{
+    return conversation->getConversationId() == id_;
+}
+
+bool ConversationIDCondition::gatherCandidates(ConversationCandidates& candidates) const
+{
+    candidates.withConversationId(id_);
+    return true;
+}
+} // namespace ConversationListConditions
+} // namespace ConversationAPI

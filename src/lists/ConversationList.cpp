@@ -1,0 +1,478 @@
+#include "ConversationAPI/ConversationList.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationExecutor.h"
+#include "ConversationAPI/ConversationIDCondition.h"
+#include "ConversationAPI/ConversationUnaryCondition.h"
+#include "ConversationAPI/WellKnownNames.h"
+#include "lists/IndexedConversations.h"
+#include "lists/NumberIndex.h"
+#include "model/ItemOrder.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace ConversationAPI
+{
+namespace
+{
+/** Characters compare as signed values: bytes of other letters than ASCII come before all ASCII ones. */
+bool precedesAlphabetically(const std::string& a, const std::string& b)
+{
+    const auto value = [](char c) { return static_cast<signed char>(std::tolower(static_cast<unsigned char>(c))); };
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [&value](char x, char y) { return value(x) < value(y); });
+}
+} // namespace
+
+ConversationList::ConversationList()
+    : conversations_(std::make_unique<IndexedConversations>()), numbers_(std::make_unique<NumberIndex>())
+{
+}
+
+ConversationList::~ConversationList()
+{
+    removeAndDeleteAll();
+}
+
+const std::vector<Conversation*>& ConversationList::sequence() const
+{
+    return conversations_->inOrder();
+}
+
+void ConversationList::conversationNumberUpdated(numberUpdateReason reason, Conversation* conversation,
+                                                 std::string first, std::string second)
+{
+    switch (reason)
+    {
+    case numberUpdateReason::UPDATED:
+        numbers_->remove(second);
+        numbers_->associate(first, conversation);
+        break;
+    case numberUpdateReason::ADDED:
+        numbers_->associate(first, conversation);
+        break;
+    case numberUpdateReason::DELETED:
+        numbers_->remove(second);
+        break;
+    case numberUpdateReason::DUMMY:
+        if (first.empty() && second.empty())
+        {
+            for (const std::string& number : conversation->getConversationNumbers())
+            {
+                numbers_->associate(number, conversation);
+            }
+        }
+        else
+        {
+            numbers_->associate(second, conversation);
+        }
+        break;
+    }
+}
+
+void ConversationList::conversationRegistered(Conversation* conversation)
+{
+    associateNumberWithConversation("work1", conversation->getWorkNumber1(), conversation);
+    associateNumberWithConversation("work2", conversation->getWorkNumber2(), conversation);
+    associateNumberWithConversation("mobile", conversation->getMobileNumber(), conversation);
+    associateNumberWithConversation("home", conversation->getHomeNumber(), conversation);
+    conversations_->setObserved(conversation, true);
+}
+
+void ConversationList::associateNumberWithConversation(const char*, const std::string& number,
+                                                       Conversation* conversation)
+{
+    numbers_->associate(number, conversation);
+}
+
+void ConversationList::conversationUnregistered(Conversation* conversation)
+{
+    numbers_->remove(conversation);
+    conversations_->setObserved(conversation, false);
+}
+
+void ConversationList::conversationModified(const std::string& conversationId)
+{
+    modified_.insert(conversationId);
+}
+
+void ConversationList::conversationKeysChanged(Conversation* conversation)
+{
+    conversations_->keysChanged(conversation);
+}
+
+void ConversationList::push_back(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    if (!conversation || conversation->isPhantomConversation() || conversations_->contains(conversation))
+    {
+        return;
+    }
+    conversation->addObserver(this);
+    if (conversation->getLastName() == ANONYMOUS_NAME)
+    {
+        anonymous_ = conversation;
+    }
+    conversations_->pushBack(conversation, true);
+}
+
+void ConversationList::push_front(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    pushFront(conversation);
+}
+
+void ConversationList::pushFront(Conversation* conversation)
+{
+    if (conversation && !conversations_->contains(conversation))
+    {
+        conversation->addObserver(this);
+        conversations_->pushFront(conversation, true);
+    }
+}
+
+void ConversationList::push_back_phantom(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    if (!phantom_ && conversation && conversation->isPhantomConversation() && !conversations_->contains(conversation))
+    {
+        phantom_ = conversation;
+        conversations_->pushBack(conversation, false);
+    }
+}
+
+void ConversationList::moveConversationToTop(unsigned index)
+{
+    const CriticalSection guard(lock_);
+    if (index >= sequence().size())
+    {
+        return;
+    }
+    Conversation* conversation = sequence()[index];
+    conversations_->removeAt(index);
+    pushFront(conversation);
+}
+
+Conversation* ConversationList::atIndex(unsigned index) const
+{
+    const CriticalSection guard(lock_);
+    return index < sequence().size() ? sequence()[index] : nullptr;
+}
+
+std::size_t ConversationList::size() const
+{
+    const CriticalSection guard(lock_);
+    return sequence().size();
+}
+
+bool ConversationList::empty() const
+{
+    const CriticalSection guard(lock_);
+    return sequence().empty();
+}
+
+bool ConversationList::contains(Conversation* conversation) const
+{
+    const CriticalSection guard(lock_);
+    return conversations_->contains(conversation);
+}
+
+ConversationList::iterator ConversationList::begin()
+{
+    return sequence().begin();
+}
+
+ConversationList::iterator ConversationList::end()
+{
+    return sequence().end();
+}
+
+ConversationList::const_iterator ConversationList::begin() const
+{
+    return sequence().begin();
+}
+
+ConversationList::const_iterator ConversationList::end() const
+{
+    return sequence().end();
+}
+
+Conversation* ConversationList::find(const ConversationUnaryCondition& condition) const
+{
+    return findWithIndex(condition).first;
+}
+
+std::pair<Conversation*, unsigned> ConversationList::findWithIndex(const ConversationUnaryCondition& condition) const
+{
+    const CriticalSection guard(lock_);
+    const std::size_t position = conversations_->findFirst(condition);
+    Conversation* found = position < sequence().size() ? sequence()[position] : nullptr;
+    return {found, static_cast<unsigned>(position)};
+}
+
+void ConversationList::foreach (ConversationExecutor& executor) const
+{
+    const CriticalSection guard(lock_);
+    for (Conversation* conversation : sequence())
+    {
+        executor(conversation);
+    }
+}
+
+Conversation* ConversationList::findByNumber(const std::string& number) const
+{
+    const CriticalSection guard(lock_);
+    Conversation* found = number.empty() ? nullptr : numbers_->find(number);
+    return found && !found->isGroupCall() ? found : nullptr;
+}
+
+Conversation* ConversationList::findBySearchIdWithNumber(const std::string& searchId, const std::string& number) const
+{
+    const CriticalSection guard(lock_);
+    const auto found = std::find_if(numbers_->begin(), numbers_->end(),
+                                    [&](const auto& entry)
+                                    {
+                                        const Conversation& conversation = *entry.second;
+                                        return conversation.getSearchId() == searchId &&
+                                               conversation.getWorkNumber1() == number &&
+                                               !conversation.getSearchIdUsed();
+                                    });
+    return found == numbers_->end() ? nullptr : found->second;
+}
+
+Conversation* ConversationList::findByConversationId(const std::string& id) const
+{
+    Conversation* last = nullptr;
+    for (const auto& entry : *numbers_)
+    {
+        if (entry.second->getConversationId() == id)
+        {
+            last = entry.second;
+        }
+    }
+    return last;
+}
+
+void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) const
+{
+    ids.reserve(ids.size() + sequence().size());
+    for (const Conversation* conversation : sequence())
+    {
+        ids.push_back(conversation->getConversationId());
+    }
+}
+
+Conversation* ConversationList::getAnonymousConversation() const
+{
+    const CriticalSection guard(lock_);
+    return anonymous_;
+}
+
+void ConversationList::sort()
+{
+    const CriticalSection guard(lock_);
+    std::vector<Conversation*> sorted = sequence();
+    sortByItemOrder(sorted, [](const Conversation* conversation) { return conversation->initialItem(); });
+    conversations_->reorder(std::move(sorted));
+}
+
+void ConversationList::sortAlphabetically()
+{
+    const CriticalSection guard(lock_);
+    std::vector<std::pair<std::string, Conversation*>> named;
+    named.reserve(sequence().size());
+    for (Conversation* conversation : sequence())
+    {
+        named.emplace_back(conversation->getContactName(), conversation);
+    }
+    std::stable_sort(named.begin(), named.end(),
+                     [](const auto& a, const auto& b) { return precedesAlphabetically(a.first, b.first); });
+    std::vector<Conversation*> sorted;
+    sorted.reserve(named.size());
+    for (const auto& entry : named)
+    {
+        sorted.push_back(entry.second);
+    }
+    conversations_->reorder(std::move(sorted));
+}
+
+ConversationList::ConversationSet ConversationList::asSet() const
+{
+    const CriticalSection guard(lock_);
+    return ConversationSet(sequence().begin(), sequence().end(), ConversationListComparison(sequence()));
+}
+
+void ConversationList::setAllConversationsAsViewed()
+{
+    const CriticalSection guard(lock_);
+    for (Conversation* conversation : sequence())
+    {
+        const ConversationItemState state = conversation->getState();
+        if (state == ConversationItemState::MISSED || state == ConversationItemState::MISSED_GROUP_CALL)
+        {
+            conversation->setAllItemsAsViewed();
+        }
+    }
+}
+
+std::pair<int, int> ConversationList::getCurrentEventNotifications() const
+{
+    const CriticalSection guard(lock_);
+    int missed = 0;
+    int voicemails = 0;
+    for (const Conversation* conversation : sequence())
+    {
+        const int newEvents = conversation->numberOfNewEvents();
+        const ConversationItemState state = conversation->getState();
+        if (newEvents != 0 && state == ConversationItemState::VOICEMAIL)
+        {
+            voicemails = newEvents;
+        }
+        const bool isMissed = state == ConversationItemState::MISSED ||
+                              state == ConversationItemState::MISSED_ANSWERED_ELSEWHERE ||
+                              state == ConversationItemState::MISSED_GROUP_CALL;
+        if (newEvents != 0 && isMissed)
+        {
+            ++missed;
+        }
+    }
+    return {missed, voicemails};
+}
+
+/** Out of the sequence and of everything that points to it; the caller decides what becomes of it. */
+Conversation* ConversationList::detach(std::size_t position)
+{
+    Conversation* conversation = sequence()[position];
+    modified_.remove(conversation->getConversationId());
+    conversations_->removeAt(position);
+    conversation->removeObserver(this);
+    numbers_->remove(conversation);
+    if (anonymous_ == conversation)
+    {
+        anonymous_ = nullptr;
+    }
+    if (phantom_ == conversation)
+    {
+        phantom_ = nullptr;
+    }
+    return conversation;
+}
+
+Conversation* ConversationList::detach(Conversation* conversation)
+{
+    return conversations_->contains(conversation) ? detach(conversations_->position(conversation)) : nullptr;
+}
+
+void ConversationList::pop(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    detach(conversation);
+}
+
+void ConversationList::remove(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    delete detach(conversation);
+}
+
+void ConversationList::erase(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    if (!conversation)
+    {
+        return;
+    }
+    const ConversationListConditions::ConversationIDCondition sameId(conversation->getConversationId());
+    const std::size_t position = std::min(conversations_->position(conversation), conversations_->findFirst(sameId));
+    if (position < sequence().size())
+    {
+        delete detach(position);
+    }
+}
+
+void ConversationList::removeConversationAndDelete(unsigned index)
+{
+    const CriticalSection guard(lock_);
+    if (index < sequence().size())
+    {
+        delete detach(index);
+    }
+}
+
+std::vector<Conversation*> ConversationList::matching(const ConversationUnaryCondition& condition) const
+{
+    std::vector<Conversation*> found;
+    std::copy_if(sequence().begin(), sequence().end(), std::back_inserter(found),
+                 [&condition](Conversation* conversation) { return condition(conversation); });
+    return found;
+}
+
+void ConversationList::findAndRemoveConversationsThatMatch(const ConversationUnaryCondition& condition)
+{
+    const CriticalSection guard(lock_);
+    for (Conversation* conversation : matching(condition))
+    {
+        detach(conversation);
+    }
+}
+
+void ConversationList::findAndDeleteConversationsThatMatch(const ConversationUnaryCondition& condition)
+{
+    const CriticalSection guard(lock_);
+    for (Conversation* conversation : matching(condition))
+    {
+        delete detach(conversation);
+    }
+}
+
+std::vector<Conversation*> ConversationList::detachAll()
+{
+    std::vector<Conversation*> all = sequence();
+    conversations_->clear();
+    numbers_->clear();
+    anonymous_ = nullptr;
+    phantom_ = nullptr;
+    return all;
+}
+
+void ConversationList::removeAndDeleteAll()
+{
+    const CriticalSection guard(lock_);
+    for (const Conversation* conversation : detachAll())
+    {
+        delete conversation;
+    }
+}
+
+void ConversationList::clear()
+{
+    const CriticalSection guard(lock_);
+    for (Conversation* conversation : detachAll())
+    {
+        conversation->removeObserver(this);
+    }
+}
+
+ModifiedConversationsList::Ids ConversationList::getModifiedConversations() const
+{
+    const CriticalSection guard(lock_);
+    return modified_.getModifiedConversations();
+}
+
+void ConversationList::clearModifiedConversations()
+{
+    modified_.clear();
+}
+
+std::string ConversationList::toString() const
+{
+    const CriticalSection guard(lock_);
+    std::string text = "ConversationList[" + std::to_string(sequence().size()) + "]";
+    for (const Conversation* conversation : sequence())
+    {
+        text += conversation->toDebugString();
+    }
+    return text + "\n";
+}
+} // namespace ConversationAPI

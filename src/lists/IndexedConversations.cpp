@@ -1,0 +1,330 @@
+#include "lists/IndexedConversations.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
+#include "ConversationAPI/ConversationUnaryCondition.h"
+#include "ConversationAPI/WellKnownNames.h"
+
+#include <boost/container/small_vector.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace ConversationAPI
+{
+namespace
+{
+template <typename Index, typename Member>
+void eraseKey(Index& index, std::string_view key, const Member* member)
+{
+    const auto range = index.equal_range(key);
+    const auto found =
+        std::find_if(range.first, range.second, [member](const auto& keyed) { return keyed.second == member; });
+    if (found != range.second)
+    {
+        index.erase(found);
+    }
+}
+
+template <typename Group, typename Member>
+void setMembership(Group& group, Member* member, bool belongs)
+{
+    if (belongs)
+    {
+        group.insert(member);
+    }
+    else
+    {
+        group.erase(member);
+    }
+}
+
+bool isLiveOrHeld(const ConversationItem& item)
+{
+    return item.isActiveOrProgressingOrClearing() || item.isRepresentedHeldCall();
+}
+} // namespace
+
+class IndexedConversations::Candidates : public ConversationCandidates
+{
+  public:
+    explicit Candidates(const IndexedConversations& all) : all_(all)
+    {
+        members_.assign(all.unobserved_.begin(), all.unobserved_.end());
+    }
+
+    void withNumber(const std::string& number) override { add(all_.byNumber_, number); }
+    void withConversationId(const std::string& id) override { add(all_.byId_, id); }
+    void withExchangeContactId(const std::string& id) override { add(all_.byExchangeContactId_, id); }
+    void withCallId(const std::string& callId) override { add(all_.byCallId_, callId); }
+    void thatAreAnonymous() override { add(all_.anonymous_); }
+    void thatAreLive() override { add(all_.live_); }
+
+    /** In list order; a conversation may stand in it more than once. */
+    const auto& inListOrder()
+    {
+        std::sort(members_.begin(), members_.end(),
+                  [](const Member* a, const Member* b) { return a->order < b->order; });
+        return members_;
+    }
+
+  private:
+    void add(const Index& index, const std::string& key)
+    {
+        const auto range = index.equal_range(key);
+        std::for_each(range.first, range.second, [this](const auto& keyed) { members_.push_back(keyed.second); });
+    }
+
+    void add(const Group& group) { members_.insert(members_.end(), group.begin(), group.end()); }
+
+    const IndexedConversations& all_;
+    boost::container::small_vector<const Member*, 8> members_;
+};
+
+std::size_t IndexedConversations::position(Conversation* conversation) const
+{
+    const auto member = members_.find(conversation);
+    return member == members_.end() ? sequence_.size() : positionOf(member->second);
+}
+
+std::size_t IndexedConversations::positionOf(const Member& member) const
+{
+    const auto place = std::lower_bound(orders_.begin(), orders_.end(), member.order);
+    return static_cast<std::size_t>(place - orders_.begin());
+}
+
+std::size_t IndexedConversations::findFirst(const ConversationUnaryCondition& condition)
+{
+    refreshStaleMembers();
+    Candidates candidates(*this);
+    if (condition.gatherCandidates(candidates))
+    {
+        for (const Member* member : candidates.inListOrder())
+        {
+            if (condition(member->conversation))
+            {
+                return positionOf(*member);
+            }
+        }
+        return sequence_.size();
+    }
+    const auto found = std::find_if(sequence_.begin(), sequence_.end(),
+                                    [&condition](Conversation* conversation) { return condition(conversation); });
+    return static_cast<std::size_t>(found - sequence_.begin());
+}
+
+void IndexedConversations::pushBack(Conversation* conversation, bool isObserved)
+{
+    const Member& member = newMember(conversation, isObserved, orders_.empty() ? 0 : orders_.back() + 1);
+    sequence_.push_back(conversation);
+    orders_.push_back(member.order);
+}
+
+void IndexedConversations::pushFront(Conversation* conversation, bool isObserved)
+{
+    const Member& member = newMember(conversation, isObserved, orders_.empty() ? 0 : orders_.front() - 1);
+    sequence_.insert(sequence_.begin(), conversation);
+    orders_.insert(orders_.begin(), member.order);
+}
+
+IndexedConversations::Member& IndexedConversations::newMember(Conversation* conversation, bool isObserved,
+                                                              std::int64_t order)
+{
+    Member& member = members_[conversation];
+    member.conversation = conversation;
+    member.order = order;
+    member.isObserved = isObserved;
+    if (isObserved)
+    {
+        markStale(member);
+    }
+    else
+    {
+        unobserved_.insert(&member);
+    }
+    return member;
+}
+
+void IndexedConversations::removeAt(std::size_t position)
+{
+    const auto offset = static_cast<std::ptrdiff_t>(position);
+    const auto member = members_.find(sequence_[position]);
+    forget(member->second);
+    members_.erase(member);
+    sequence_.erase(sequence_.begin() + offset);
+    orders_.erase(orders_.begin() + offset);
+}
+
+void IndexedConversations::clear()
+{
+    *this = IndexedConversations();
+}
+
+void IndexedConversations::reorder(std::vector<Conversation*> sequence)
+{
+    sequence_ = std::move(sequence);
+    for (std::size_t place = 0; place < sequence_.size(); ++place)
+    {
+        orders_[place] = static_cast<std::int64_t>(place);
+        members_[sequence_[place]].order = orders_[place];
+    }
+}
+
+void IndexedConversations::setObserved(Conversation* conversation, bool isObserved)
+{
+    const auto found = members_.find(conversation);
+    if (found == members_.end() || found->second.isObserved == isObserved)
+    {
+        return;
+    }
+    Member& member = found->second;
+    member.isObserved = isObserved;
+    setMembership(unobserved_, &member, !isObserved);
+    if (isObserved)
+    {
+        markStale(member);
+    }
+}
+
+void IndexedConversations::keysChanged(Conversation* conversation)
+{
+    const auto found = members_.find(conversation);
+    if (found != members_.end() && found->second.isObserved)
+    {
+        markStale(found->second);
+    }
+}
+
+void IndexedConversations::markStale(Member& member)
+{
+    if (!member.isStale)
+    {
+        member.isStale = true;
+        stale_.push_back(member.conversation);
+    }
+}
+
+void IndexedConversations::refreshStaleMembers()
+{
+    for (Conversation* conversation : stale_)
+    {
+        const auto member = members_.find(conversation);
+        if (member != members_.end())
+        {
+            refresh(member->second);
+        }
+    }
+    stale_.clear();
+}
+
+void IndexedConversations::refresh(Member& member)
+{
+    const Conversation& conversation = *member.conversation;
+    member.isStale = false;
+    if (!member.contact.sharesWith(conversation.contactDetails()))
+    {
+        eraseContact(byNumber_, member);
+        member.contact = conversation.contactDetails();
+        insertContact(byNumber_, member);
+    }
+    if (member.isAnonymous != (conversation.getLastName() == ANONYMOUS_NAME))
+    {
+        member.isAnonymous = !member.isAnonymous;
+        setMembership(anonymous_, &member, member.isAnonymous);
+    }
+    const bool isPhantom = conversation.isPhantomConversation();
+    reindex(byId_, member, member.id,
+            isPhantom ? SharedText(conversation.getConversationId()) : conversation.storedIdText());
+    reindex(byExchangeContactId_, member, member.exchangeContactId, conversation.exchangeContactIdText());
+    refreshCallIds(member);
+}
+
+void IndexedConversations::reindex(Index& index, Member& member, SharedText& key, const SharedText& newKey)
+{
+    if (key == newKey)
+    {
+        return;
+    }
+    if (!key.empty())
+    {
+        eraseKey(index, key.view(), &member);
+    }
+    key = newKey;
+    if (!key.empty())
+    {
+        index.emplace(key.view(), &member);
+    }
+}
+
+void IndexedConversations::refreshCallIds(Member& member)
+{
+    std::vector<std::string> callIds;
+    for (const auto& item : member.conversation->items())
+    {
+        std::string callId = item->getCallId();
+        const bool isKnown = std::find(callIds.begin(), callIds.end(), callId) != callIds.end();
+        if (!isKnown && (!callId.empty() || isLiveOrHeld(*item)))
+        {
+            callIds.push_back(std::move(callId));
+        }
+    }
+    if (callIds != member.callIds)
+    {
+        for (const std::string& callId : member.callIds)
+        {
+            eraseKey(byCallId_, callId, &member);
+        }
+        member.callIds = std::move(callIds);
+        for (const std::string& callId : member.callIds)
+        {
+            byCallId_.emplace(callId, &member);
+        }
+    }
+    if (member.isLive != member.conversation->isActiveOrProgressingOrClearing())
+    {
+        member.isLive = !member.isLive;
+        setMembership(live_, &member, member.isLive);
+    }
+}
+
+void IndexedConversations::insertContact(Index& index, Member& member)
+{
+    const ContactDetails& contact = *member.contact;
+    if (!contact.number.empty())
+    {
+        index.emplace(contact.number, &member);
+    }
+    for (auto number = contact.numbers.begin(); number != contact.numbers.end(); ++number)
+    {
+        const bool isRepeated =
+            *number == contact.number || std::find(contact.numbers.begin(), number, *number) != number;
+        if (!number->empty() && !isRepeated)
+        {
+            index.emplace(*number, &member);
+        }
+    }
+}
+
+void IndexedConversations::eraseContact(Index& index, Member& member)
+{
+    eraseKey(index, member.contact->number, &member);
+    for (const std::string& number : member.contact->numbers)
+    {
+        eraseKey(index, number, &member);
+    }
+}
+
+void IndexedConversations::forget(Member& member)
+{
+    eraseContact(byNumber_, member);
+    reindex(byId_, member, member.id, {});
+    reindex(byExchangeContactId_, member, member.exchangeContactId, {});
+    for (const std::string& callId : member.callIds)
+    {
+        eraseKey(byCallId_, callId, &member);
+    }
+    unobserved_.erase(&member);
+    anonymous_.erase(&member);
+    live_.erase(&member);
+}
+} // namespace ConversationAPI
