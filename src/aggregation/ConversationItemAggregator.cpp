@@ -1,0 +1,682 @@
+#include "ConversationAPI/ConversationItemAggregator.h"
+
+#include "ConversationAPI/ActiveCallMatcherIgnoringCallID.h"
+#include "ConversationAPI/CallIDCondition.h"
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
+#include "ConversationAPI/ConversationFactory.h"
+#include "ConversationAPI/ConversationIDCondition.h"
+#include "ConversationAPI/ConversationItemMatcher.h"
+#include "ConversationAPI/ConversationItemSourceIfc.h"
+#include "ConversationAPI/ConversationSourceObserverIfc.h"
+#include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
+#include "Log.h"
+#include "model/ItemOrder.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace ConversationAPI
+{
+using namespace ConversationListConditions;
+
+namespace
+{
+constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
+
+/** In the aggregator's own list a contact only groups items; the conversations stay those of the history. */
+constexpr Conversation::Folding REGROUPING{true, false, false};
+
+/** Holds for the conversation with a live call, wherever among its items the call stands. */
+class HoldsCall : public ConversationUnaryCondition
+{
+  public:
+    explicit HoldsCall(const std::string& callId) : callId_(callId) {}
+
+    bool operator()(Conversation* conversation) const override
+    {
+        const auto& items = conversation->items();
+        return std::any_of(items.begin(), items.end(),
+                           [this](const auto& item) { return item->getCallId() == callId_; });
+    }
+
+    bool gatherCandidates(ConversationCandidates& candidates) const override
+    {
+        candidates.withCallId(callId_);
+        return true;
+    }
+
+  private:
+    const std::string callId_;
+};
+
+/** Whether an item carries nothing but its first party that tells where it belongs. */
+bool isGroupedByParty(const ConversationItem& item)
+{
+    return !item.hasConversationId() && !item.hasExchangeContactId() && !item.participants().empty() &&
+           !item.isGroupCall();
+}
+
+bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
+{
+    return !liveCallId.empty() && conversation.isActiveOrProgressingOrClearing() &&
+           conversation.getCallId() != liveCallId;
+}
+} // namespace
+
+/** Takes the semaphore unless an operation further up holds it: observers told under it may call back. */
+class ConversationItemAggregator::Lock
+{
+  public:
+    explicit Lock(ConversationItemAggregator& aggregator) : aggregator_(aggregator)
+    {
+        if (!aggregator_.isLocked_)
+        {
+            guard_.emplace(aggregator_.semaphore_);
+            aggregator_.isLocked_ = true;
+        }
+    }
+
+    ~Lock()
+    {
+        if (guard_)
+        {
+            aggregator_.isLocked_ = false;
+        }
+    }
+
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+  private:
+    ConversationItemAggregator& aggregator_;
+    std::optional<CriticalSection> guard_;
+};
+
+void ConversationItemAggregator::UniqueConversationList::push_back(Conversation* conversation)
+{
+    const bool isKnown = std::find(conversations_.begin(), conversations_.end(), conversation) != conversations_.end();
+    if (conversation && !isKnown)
+    {
+        conversations_.push_back(conversation);
+    }
+}
+
+ConversationItemAggregator::ConversationItemAggregator(ConversationFactory* factory)
+    : conversations_(std::make_unique<ConversationList>()),
+      idGenerator_(&RandomCachingConversationIDGenerator::isSameConversationAtSameTime), factory_(factory),
+      round_([this](bool tellObservers) { rebuild(tellObservers); })
+{
+    conversations_->setName("ConversationItemAggregatorList");
+    idGenerator_.setConversationSources({this});
+}
+
+ConversationItemAggregator::~ConversationItemAggregator()
+{
+    const Lock lock(*this);
+    conversations_->removeAndDeleteAll();
+}
+
+/** Items that are asked for only to see whether there are any belong to who asked. */
+bool ConversationItemAggregator::hasItems(ConversationItemSourceIfc& source)
+{
+    const std::vector<ConversationItem*> items = source.getConversationItems();
+    for (const ConversationItem* item : items)
+    {
+        delete item;
+    }
+    return !items.empty();
+}
+
+bool ConversationItemAggregator::takeIn(ConversationItemSourceIfc* source)
+{
+    if (!source)
+    {
+        return false;
+    }
+    sources_.push_back(source);
+    source->setObserver(this);
+    return hasItems(*source);
+}
+
+void ConversationItemAggregator::addItemSource(ConversationItemSourceIfc* source)
+{
+    if (takeIn(source))
+    {
+        conversationItemsChanged();
+    }
+}
+
+void ConversationItemAggregator::addItemSources(std::vector<ConversationItemSourceIfc*>& sources)
+{
+    bool anyHasItems = false;
+    for (ConversationItemSourceIfc* source : sources)
+    {
+        anyHasItems = takeIn(source) || anyHasItems;
+    }
+    if (anyHasItems)
+    {
+        conversationItemsChanged();
+    }
+}
+
+void ConversationItemAggregator::removeItemSource(ConversationItemSourceIfc* source)
+{
+    if (!source)
+    {
+        return;
+    }
+    source->clearObserver();
+    sources_.erase(std::remove(sources_.begin(), sources_.end(), source), sources_.end());
+    if (hasItems(*source))
+    {
+        conversationItemsChanged();
+    }
+}
+
+void ConversationItemAggregator::addObserver(ConversationSourceObserverIfc* observer)
+{
+    if (observer)
+    {
+        observers_.insert(observer);
+    }
+}
+
+void ConversationItemAggregator::removeObserver(ConversationSourceObserverIfc* observer)
+{
+    observers_.erase(observer);
+}
+
+template <typename Notification>
+void ConversationItemAggregator::notifyObservers(Notification notification)
+{
+    const NotificationRound::Scope round(round_);
+    const std::set<ConversationSourceObserverIfc*> observers = observers_;
+    for (ConversationSourceObserverIfc* observer : observers)
+    {
+        if (observers_.count(observer) != 0)
+        {
+            notification(*observer);
+        }
+    }
+}
+
+void ConversationItemAggregator::notifyObserversConversationUpdated(Conversation* conversation)
+{
+    notifyObservers(
+        [this, conversation](ConversationSourceObserverIfc& observer)
+        {
+            if (conversations_->contains(conversation))
+            {
+                observer.conversationUpdated(conversation);
+            }
+        });
+}
+
+void ConversationItemAggregator::conversationItemsChanged()
+{
+    round_.rebuild(true);
+}
+
+void ConversationItemAggregator::sourceSubscribed()
+{
+    notifyObservers([](ConversationSourceObserverIfc& observer) { observer.conversationSourcesReady(); });
+    round_.rebuild(true);
+}
+
+void ConversationItemAggregator::rebuild(bool tellObservers)
+{
+    refreshConversations();
+    if (tellObservers)
+    {
+        notifyObservers([](ConversationSourceObserverIfc& observer) { observer.conversationsChanged(); });
+    }
+}
+
+void ConversationItemAggregator::refreshConversations()
+{
+    const Lock lock(*this);
+    loadConversationListData();
+}
+
+void ConversationItemAggregator::loadConversationListData()
+{
+    conversations_->removeAndDeleteAll();
+    buildConversationsFrom(sortedConversationItems());
+}
+
+std::vector<ConversationItem*> ConversationItemAggregator::sortedConversationItems()
+{
+    std::vector<ConversationItem*> all;
+    for (ConversationItemSourceIfc* source : sources_)
+    {
+        const std::vector<ConversationItem*> items = source->getConversationItems();
+        all.reserve(all.size() + items.size());
+        std::copy_if(items.begin(), items.end(), std::back_inserter(all),
+                     [](const ConversationItem* item) { return item != nullptr; });
+    }
+    sortByItemOrder(all, [](const ConversationItem* item) { return item; });
+    return all;
+}
+
+void ConversationItemAggregator::buildConversationsFrom(const std::vector<ConversationItem*>& items)
+{
+    CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
+    for (ConversationItem* item : items)
+    {
+        if (item->isActiveOrProgressingOrClearing())
+        {
+            CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing "
+                                "or clearing items");
+            addNewConversation(item, getIDGeneratorForItem(item));
+        }
+        else if (Conversation* target = findTarget(item))
+        {
+            target->append(item);
+        }
+        else
+        {
+            addNewConversation(item, nullptr);
+        }
+    }
+    triggerGarbageCollectionOnIDGenerators();
+}
+
+/** Where an item that is no live call belongs; null when it starts a conversation. */
+Conversation* ConversationItemAggregator::findTarget(ConversationItem* item)
+{
+    if (!isGroupedByParty(*item))
+    {
+        return getConversationAssociatedWithItem(item);
+    }
+    const ConversationParticipant& party = item->participants().front();
+    if (party.isAnonymous())
+    {
+        return conversations_->getAnonymousConversation();
+    }
+    if (!party.comparableNumberText().empty())
+    {
+        return conversations_->find(HasConversationAnyNumberMatchingCondition(party.comparableNumberText()));
+    }
+    const bool isNameless = party.firstNameText().empty() && party.surnameText().empty();
+    return isNameless ? conversations_->getAnonymousConversation() : nullptr;
+}
+
+Conversation* ConversationItemAggregator::getConversationAssociatedWithItem(ConversationItem* item)
+{
+    return conversations_->find(ConversationItemMatcher(item));
+}
+
+/**
+ * After the first of two calls of a party has ended, the second would by number match the history
+ * conversation and be shown twice: the conversation that has the call comes first.
+ */
+Conversation* ConversationItemAggregator::getConversationHoldingCall(const ConversationItem& item)
+{
+    const std::string callId = item.getCallId();
+    return callId.empty() ? nullptr : conversations_->find(HoldsCall(callId));
+}
+
+Conversation* ConversationItemAggregator::getLiveConversationBeside(ConversationItem* item)
+{
+    return item->isActiveOrProgressingOrClearing() ? conversations_->find(ActiveCallMatcherIgnoringCallID(item))
+                                                   : nullptr;
+}
+
+ConversationIDGenerator* ConversationItemAggregator::getIDGeneratorForItem(ConversationItem* item)
+{
+    return getLiveConversationBeside(item) ? &idGenerator_ : nullptr;
+}
+
+Conversation* ConversationItemAggregator::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator)
+{
+    std::unique_ptr<Conversation> conversation =
+        generator ? makeExtraConversation(item, *generator) : makeConversation(item);
+    if (!conversation)
+    {
+        return nullptr;
+    }
+    ConversationItem& placed = *conversation->initialItem();
+    Conversation* existing = conversations_->find(ConversationIDCondition(conversation->getConversationId()));
+    if (existing && joins(placed, *existing))
+    {
+        existing->prepend(placed.clone());
+        return existing;
+    }
+    conversations_->push_back(conversation.get());
+    return conversation.release();
+}
+
+std::unique_ptr<Conversation> ConversationItemAggregator::makeConversation(ConversationItem* item)
+{
+    std::unique_ptr<Conversation> conversation(factory_->createConversation());
+    if (!conversation)
+    {
+        delete item;
+        return nullptr;
+    }
+    const bool isToBeDeletedWithList = item->isDeleteOnConversationList();
+    conversation->append(item);
+    if (conversation->getState() == ConversationItemState::VOICEMAIL || !isToBeDeletedWithList)
+    {
+        conversation->setDeletable(false);
+    }
+    return conversation;
+}
+
+/** A second live call of a party: a conversation of its own, which is at least named like the first. */
+std::unique_ptr<Conversation> ConversationItemAggregator::makeExtraConversation(ConversationItem* item,
+                                                                                ConversationIDGenerator& generator)
+{
+    const Conversation* beside = getLiveConversationBeside(item);
+    std::unique_ptr<Conversation> conversation(factory_->createConversation(generator));
+    conversation->append(item);
+    conversation->setExtraActiveConversation(true);
+    if (beside && conversation->getFirstName().empty() && conversation->getLastName().empty())
+    {
+        conversation->updateName(beside->getFirstName(), beside->getLastName());
+    }
+    return conversation;
+}
+
+/** Whether the item of a new conversation belongs to the one that has the same id already. */
+bool ConversationItemAggregator::joins(const ConversationItem& item, const Conversation& existing)
+{
+    const bool isLive = item.isActiveOrProgressingOrClearing();
+    if (existing.extraActiveConversation() && !isLive)
+    {
+        return false;
+    }
+    if (existing.isActiveOrProgressingOrClearing() && isLive)
+    {
+        return existing.initialItem()->areGroupPickupConversationItems(item) ||
+               existing.getCallId() == item.getCallId();
+    }
+    return !item.isConferenceConversation() && !item.isClearing() && !item.participants().empty();
+}
+
+void ConversationItemAggregator::newConversationItem(ConversationItem* item)
+{
+    if (!item)
+    {
+        return;
+    }
+    Conversation* conversation = getConversationAssociatedWithItem(item);
+    if (conversation)
+    {
+        conversation->prepend(item);
+    }
+    else
+    {
+        conversation = addNewConversation(item, getIDGeneratorForItem(item));
+    }
+    if (conversation)
+    {
+        CONVERSATION_LOG(5, "newConversationItem() updated conversation->getCallId()='%s', conversation id='%s'",
+                         conversation->getCallId().c_str(), conversation->getShortConversationId().c_str());
+        notifyObserversConversationUpdated(conversation);
+    }
+}
+
+void ConversationItemAggregator::conversationItemChanged(ConversationItem* item)
+{
+    CONVERSATION_LOG(5, "conversationItemChanged()");
+    if (!item)
+    {
+        return;
+    }
+    Conversation* conversation = getConversationHoldingCall(*item);
+    if (!conversation)
+    {
+        conversation = getConversationAssociatedWithItem(item);
+    }
+    const std::string callId = item->getCallId();
+    if (!conversation)
+    {
+        CONVERSATION_LOG(5, "conversationItemChanged() unrecognised item callid='%s'", callId.c_str());
+        delete item;
+        return;
+    }
+    conversation->updateInitialItem(item);
+    CONVERSATION_LOG(5,
+                     "conversationItemChanged() updated initial item with callid='%s', conv->toString()='%s', "
+                     "conversation id='%s'",
+                     callId.c_str(), conversation->toString().c_str(), conversation->getShortConversationId().c_str());
+    notifyObserversConversationUpdated(conversation);
+}
+
+bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::string& callId)
+{
+    const NotificationRound::Scope round(round_);
+    const Lock lock(*this);
+    CONVERSATION_LOG(5, "removeActiveConversationItemForCall() for callId='%s'", callId.c_str());
+    Conversation* conversation = callId.empty() ? nullptr : conversations_->find(CallIDCondition(callId));
+    if (!conversation)
+    {
+        return false;
+    }
+    CONVERSATION_LOG(
+        5, "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
+        conversation->getShortConversationId().c_str(), static_cast<int>(conversation->getConversationItemsSize()));
+    conversation->removeItem(callId);
+    notifyObservers([&callId](ConversationSourceObserverIfc& observer)
+                    { observer.removeActiveItemForCall(callId, nullptr); });
+    if (conversations_->contains(conversation) && conversation->getConversationItemsSize() == 0)
+    {
+        CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
+        removeConversation(conversation);
+    }
+    triggerGarbageCollectionOnIDGenerators();
+    return true;
+}
+
+ConversationList* ConversationItemAggregator::getConversations() const
+{
+    return conversations_.get();
+}
+
+Conversation* ConversationItemAggregator::getConversation(const std::string& conversationId)
+{
+    return conversations_->find(ConversationIDCondition(conversationId));
+}
+
+Conversation* ConversationItemAggregator::getConversationForUser(const std::string&)
+{
+    return nullptr;
+}
+
+std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
+{
+    std::vector<std::string> ids;
+    conversations_->getInUseConversationIds(ids);
+    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
+    return ids;
+}
+
+void ConversationItemAggregator::clearSearchResults() {}
+
+void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, const std::string& newNumber)
+{
+    CONVERSATION_LOG(5, "voiceMailChanged() - old number = [%s], new number = [%s]", oldNumber.c_str(),
+                     newNumber.c_str());
+    reloadCallsForNumber(oldNumber);
+    reloadCallsForNumber(newNumber);
+}
+
+void ConversationItemAggregator::reloadCallsForNumber(const std::string& number)
+{
+    Conversation* conversation = conversations_->find(HasConversationAnyNumberMatchingCondition(number));
+    if (!conversation)
+    {
+        return;
+    }
+    CONVERSATION_LOG(5, "reloadCallsForNumber() - Conversation found for number [%s]", number.c_str());
+    const std::vector<std::string> entries = conversation->getJournalServiceEntries();
+    removeConversation(conversation);
+    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
+    {
+        source->reloadCalls(entries);
+    }
+}
+
+void ConversationItemAggregator::deleteConversation(const std::string& conversationId)
+{
+    const std::string id = conversationId;
+    const Conversation* conversation = id.empty() ? nullptr : getConversation(id);
+    if (!conversation)
+    {
+        return;
+    }
+    const std::vector<std::string> entries = conversation->getJournalServiceEntries();
+    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
+    {
+        source->deleteCalls(entries);
+    }
+    removeConversation(getConversation(id));
+}
+
+void ConversationItemAggregator::deleteConversations()
+{
+    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
+    {
+        source->deleteAllCalls();
+    }
+    round_.rebuild(false);
+}
+
+int ConversationItemAggregator::getSourceType()
+{
+    return 1;
+}
+
+void ConversationItemAggregator::markAllMissedCallsRead()
+{
+    conversations_->setAllConversationsAsViewed();
+    std::vector<std::string> entries;
+    for (const Conversation* conversation : conversations_->asSet())
+    {
+        const std::vector<std::string> own = conversation->getJournalServiceEntries();
+        entries.insert(entries.end(), own.begin(), own.end());
+    }
+    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
+    {
+        source->ageAllMissedCalls(entries);
+    }
+}
+
+std::vector<ConversationItem*> ConversationItemAggregator::getItemsForConversation(Conversation*)
+{
+    return {};
+}
+
+void ConversationItemAggregator::conversationUpdated(Conversation* contact)
+{
+    if (!contact)
+    {
+        return;
+    }
+    CONVERSATION_LOG(6, "conversationUpdated: id=%s, wk1=%s, wk2=%s, mob=%s, hom=%s",
+                     contact->getConversationId().c_str(), contact->getWorkNumber1().c_str(),
+                     contact->getWorkNumber2().c_str(), contact->getMobileNumber().c_str(),
+                     contact->getHomeNumber().c_str());
+    const UniqueConversationList found = findConversationsOf(*contact);
+    CONVERSATION_LOG(6, "conversationUpdated found %d matching conversations", static_cast<int>(found.size()));
+    if (!found.empty())
+    {
+        conversationUpdatedByNumber(*contact, found);
+    }
+}
+
+ConversationItemAggregator::UniqueConversationList
+ConversationItemAggregator::findConversationsOf(Conversation& contact)
+{
+    static constexpr const char* FOUND_BY_NUMBER[] = {
+        "findByConversationWork1 found id=[%p]%s", "findByConversationWork2 found id=[%p]%s",
+        "findByConversationMob found id=[%p]%s", "findByConversationHom found id=[%p]%s"};
+    UniqueConversationList all;
+    const auto add = [&](const char* format, Conversation* found)
+    {
+        if (found && found != &contact)
+        {
+            CONVERSATION_LOG(6, format, static_cast<void*>(found), found->getConversationId().c_str());
+            all.push_back(found);
+        }
+    };
+    add("findByConversationId found id=[%p]%s", getConversation(contact.getConversationId()));
+    const ContactNumbers numbers = contact.contactDetails()->numbers;
+    for (unsigned slot = WORK_1_SLOT; slot < CONTACT_NUMBER_SLOTS; ++slot)
+    {
+        add(FOUND_BY_NUMBER[slot], conversations_->find(HasConversationAnyNumberMatchingCondition(numbers[slot])));
+    }
+    return all;
+}
+
+/** The first conversation found takes in the others, save those that are live with another call. */
+void ConversationItemAggregator::conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found)
+{
+    const NotificationRound::Scope round(round_);
+    Conversation* root = found.at(0);
+    CONVERSATION_LOG(6, "conversationUpdatedByNumber root=%p, rootid=%s", static_cast<void*>(root),
+                     root->getConversationId().c_str());
+    CONVERSATION_LOG(6, "merge converationItems with new contact");
+    std::string liveCallId;
+    std::vector<Conversation*> united;
+    for (Conversation* conversation : found)
+    {
+        if (!conversations_->contains(conversation))
+        {
+            continue;
+        }
+        if (isLiveWithOtherCall(*conversation, liveCallId))
+        {
+            // Two live calls under one id would lose one of them: this one only shows the contact's name.
+            conversation->updateName(contact.getFirstName(), contact.getLastName());
+            continue;
+        }
+        if (conversation->isActiveOrProgressingOrClearing())
+        {
+            liveCallId = conversation->getCallId();
+        }
+        mergeConversations(*conversation, contact);
+        united.push_back(conversation);
+    }
+    CONVERSATION_LOG(6, "group converationItems that are now assciated together because of the new contact");
+    for (Conversation* other : united)
+    {
+        const bool areListed = conversations_->contains(root) && conversations_->contains(other);
+        if (areListed && other != root && other->getConversationId() == root->getConversationId())
+        {
+            mergeConversations(*root, *other);
+            removeConversation(other);
+        }
+    }
+    if (conversations_->contains(root) && root->getConversationItemsSize() == 0)
+    {
+        removeConversation(root);
+    }
+    triggerGarbageCollectionOnIDGenerators();
+}
+
+void ConversationItemAggregator::mergeConversations(Conversation& target, Conversation& source)
+{
+    for (ConversationItem* item : target.foldIn(source, REGROUPING))
+    {
+        newConversationItem(item);
+    }
+}
+
+void ConversationItemAggregator::removeConversation(Conversation* conversation)
+{
+    if (conversation && conversations_->contains(conversation))
+    {
+        conversations_->pop(conversation);
+        round_.retire(conversation);
+    }
+}
+
+void ConversationItemAggregator::triggerGarbageCollectionOnIDGenerators()
+{
+    factory_->garbageCollectIDs();
+    idGenerator_.garbageCollect();
+}
+} // namespace ConversationAPI

@@ -1,0 +1,56 @@
+#include "ConversationAPI/NotificationRound.h"
+
+#include "ConversationAPI/Conversation.h"
+
+#include <utility>
+
+namespace ConversationAPI
+{
+NotificationRound::NotificationRound(std::function<void(bool)> rebuild) : rebuild_(std::move(rebuild)) {}
+
+NotificationRound::~NotificationRound() = default;
+
+NotificationRound::Scope::Scope(NotificationRound& round) : round_(round)
+{
+    ++round_.depth_;
+}
+
+NotificationRound::Scope::~Scope()
+{
+    if (round_.depth_ == 1)
+    {
+        round_.finish();
+    }
+    --round_.depth_;
+}
+
+void NotificationRound::rebuild(bool tellObservers)
+{
+    isRebuildAsked_ = true;
+    areObserversToBeTold_ = areObserversToBeTold_ || tellObservers;
+    if (depth_ == 0)
+    {
+        const Scope scope(*this);
+    }
+}
+
+void NotificationRound::retire(Conversation* conversation)
+{
+    retired_.emplace_back(conversation);
+    if (depth_ == 0)
+    {
+        retired_.clear();
+    }
+}
+
+/** Still counts as a notification: what is asked for meanwhile is done by the next turn of the loop. */
+void NotificationRound::finish()
+{
+    retired_.clear();
+    while (std::exchange(isRebuildAsked_, false))
+    {
+        rebuild_(std::exchange(areObserversToBeTold_, false));
+        retired_.clear();
+    }
+}
+} // namespace ConversationAPI
