@@ -5,32 +5,14 @@
  */
 #pragma once
 
+#include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/ConversationParticipant.h"
 
-#include <array>
 #include <string>
 #include <vector>
 
 namespace ConversationAPI
 {
-/** Places of a contact's four numbers. */
-enum ContactNumberSlot : unsigned
-{
-    WORK_1_SLOT,
-    WORK_2_SLOT,
-    MOBILE_SLOT,
-    HOME_SLOT,
-    CONTACT_NUMBER_SLOTS
-};
-
-using ContactNumbers = std::array<std::string, CONTACT_NUMBER_SLOTS>;
-
-/** Where a number of this type is kept; CONTACT_NUMBER_SLOTS for a type that has no place. */
-ContactNumberSlot slotForNumberType(CallPartyIdentifier::PhoneNumberIconType type);
-
-/** The type of the numbers kept at this place; NO_ICON outside the four. */
-CallPartyIdentifier::PhoneNumberIconType numberTypeForSlot(unsigned slot);
-
 /** First and last name joined by a blank, or whichever is there. */
 std::string joinNames(const std::string& firstName, const std::string& lastName);
 
@@ -60,6 +42,7 @@ struct SecondParty
     std::string lastName;
     std::string number;
 
+    bool isNobody() const { return firstName.empty() && lastName.empty() && number.empty(); }
     bool operator==(const SecondParty& other) const;
 };
 

@@ -74,7 +74,7 @@ class Conversation : public ConversationContact
     std::string getShortConversationId() const;
 
     /** The id itself, a phantom's too. */
-    const SharedText& storedIdText() const { return sharedId_; }
+    const SharedText& storedIdText() const { return id_; }
 
     void setPhantom(bool phantom);
     bool isPhantomConversation() const { return phantom_; }
@@ -140,6 +140,9 @@ class Conversation : public ConversationContact
 
     /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
     void append(ConversationItem* item);
+
+    /** Appends one after the other; observers are told once, at the end. */
+    void append(const std::vector<ConversationItem*>& items);
     void prepend(ConversationItem* item);
 
     /** Replaces the item of the same item id, else adds it. */
@@ -164,6 +167,8 @@ class Conversation : public ConversationContact
 
     /** In order, without lock and copy; valid until the items change. */
     const DataThatShouldBeClonedOnCopy::Items& items() const { return data_.items(); }
+    /** Whether no item is a live call or has an id of its own. */
+    bool holdsOnlyPlainItems() const { return data_.holdsOnlyPlainItems(); }
     bool equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const;
     bool itemNeedsAddingToConversation(const ConversationItem& item) const;
     void setAllItemsAsViewed();
@@ -223,12 +228,11 @@ class Conversation : public ConversationContact
         return item ? (item->*question)() : Answer();
     }
 
-    void storeId(std::string id);
-    void addWithContact(ConversationItem* item);
+    void storeId(SharedText id);
+    void addWithContact(OwnedItem item);
     void addItem(OwnedItem item);
     void consumeItem(OwnedItem item);
     void removeRemoteCallsEarlierThan(const ConversationItem& item);
-    bool holdsLiveItems() const;
     void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);
@@ -251,8 +255,7 @@ class Conversation : public ConversationContact
     bool clone_ = false;
     DataThatShouldBeClonedOnCopy data_;
     mutable Semaphore lock_{1, 1, false}; ///< guards data_
-    std::string id_;
-    SharedText sharedId_; ///< the same, for the items
+    SharedText id_;                       ///< shared with the items
     ConversationIDGenerator& idGenerator_;
     ConversationItemFactory* itemFactory_;
     JournalEntryIds journalEntries_;
@@ -261,7 +264,7 @@ class Conversation : public ConversationContact
     bool phantom_ = false;
     bool temporary_ = false;
     bool extraActive_ = false;
-    std::vector<ConversationModificationObserverIfc*> observers_;
+    boost::container::small_vector<ConversationModificationObserverIfc*, 2> observers_;
     UpdateReason updateReason_ = CONTENT_UPDATED;
 };
 } // namespace ConversationAPI

@@ -48,7 +48,10 @@ class ConversationFactory
     Conversation* createConversation(ConversationItem* item, ConversationIDGenerator& generator);
     Conversation* createConversation(ConversationItem* item);
 
-    /** A contact; `time` is that of its placeholder, `searchId` names the search that found it or is "". */
+    /**
+     * A contact; `time` is that of its placeholder, `searchId` names the search that found it or is "". Call init()
+     * when its details are complete: an id given before would be that of any contact of the same number.
+     */
     Conversation* createConversation(const std::string& firstName, const std::string& lastName,
                                      const std::string& number, ConversationIDGenerator& generator, long time,
                                      const std::string& searchId, PhoneNumberIconType numberType);

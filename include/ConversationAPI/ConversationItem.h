@@ -18,6 +18,7 @@
 #include "platform/NumberType.h"
 
 #include <boost/container/small_vector.hpp>
+#include <boost/static_string/static_string.hpp>
 
 #include <ctime>
 #include <string>
@@ -223,6 +224,7 @@ class ConversationItem
 
     /** Equality of ids without copying them. */
     bool hasConversationId() const { return !conversationId_.empty(); }
+    bool hasConversationItemId() const { return !conversationItemId_.empty(); }
     bool hasExchangeContactId() const { return !exchangeContactId_.empty(); }
     const SharedText& conversationIdText() const { return conversationId_; }
     const SharedText& exchangeContactIdText() const { return exchangeContactId_; }
@@ -253,7 +255,7 @@ class ConversationItem
     long timeStamp_ = 0;
     long modificationTimeStamp_ = 0; ///< 0: never modified
     bool clone_ = false;
-    SharedText timeAndDate_; ///< the journal's text
+    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
     SharedText conversationId_;
     SharedText conversationItemId_;
     CopyOnWrite<Rarities> rarities_;

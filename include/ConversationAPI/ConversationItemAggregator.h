@@ -104,6 +104,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     void loadConversationListData();
     std::vector<ConversationItem*> sortedConversationItems();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
+    Conversation* placeItem(ConversationItem* item);
     Conversation* findTarget(ConversationItem* item);
     Conversation* getConversationAssociatedWithItem(ConversationItem* item);
     Conversation* getConversationHoldingCall(const ConversationItem& item);

@@ -8,10 +8,11 @@
  */
 #pragma once
 
+#include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/CopyOnWrite.h"
 #include "platform/CallPartyIdentifier.h"
 
-#include <array>
+#include <cstdint>
 #include <string>
 
 class DigitAnalysisServiceIfc;
@@ -91,11 +92,20 @@ class ConversationParticipant : public CallPartyIdentifier
     const std::string& numberText() const { return CallPartyIdentifier::getNumber(); }
     const std::string& comparableNumberText() const { return comparableNumber_; }
 
-    /** Work 1, work 2, mobile, home; empty texts for numbers that are not known. */
-    const std::array<std::string, 4>& contactNumbers() const { return *contactNumbers_; }
+    /** The contact number at this place; empty when it is not known. */
+    const std::string& contactNumber(ContactNumberSlot slot) const
+    {
+        return slotsWithComparableNumber_ & (1U << slot) ? comparableNumber_ : details_->contactNumbers[slot];
+    }
+
+    /** Whether one of the four is another number than the comparable one. */
+    bool hasFurtherNumbers() const;
+
+    /** Whether both know the same four numbers. */
+    bool hasSameContactNumbers(const ConversationParticipant& other) const;
 
   private:
-    struct PersonalData
+    struct Details
     {
         std::string userId;
         std::string email;
@@ -103,13 +113,21 @@ class ConversationParticipant : public CallPartyIdentifier
         std::string address1;
         std::string address2;
         std::string role;
+        ContactNumbers contactNumbers;
     };
 
+    void setComparableNumber(const std::string& number);
+    void keepNumbersThatAreTheComparableOne();
     void convert(std::string& number) const;
 
     DigitAnalysisServiceIfc* dialStringConverter_ = nullptr;
     std::string comparableNumber_;
-    CopyOnWrite<PersonalData> personalData_;
-    CopyOnWrite<std::array<std::string, 4>> contactNumbers_;
+    CopyOnWrite<Details> details_;
+
+    /**
+     * Bit n: contact number n is the comparable number. Nearly every party of the call history has one contact
+     * number, the one that it called from, which then needs no memory of its own.
+     */
+    std::uint8_t slotsWithComparableNumber_ = 0;
 };
 } // namespace ConversationAPI

@@ -3,13 +3,15 @@
  *
  * Owns both. The items stand in their own order (ConversationItem::lessThanOtherConsideringCreationTime), the
  * most prominent first. That order is no strict weak ordering, so nothing here searches by halves: an item
- * stands before the first one that it precedes, and equivalence is asked of every item.
+ * stands before the first one that it precedes, and equivalence is asked of every item. Nearly all sets hold
+ * nothing but items that are ordered by their time alone; those are placed without looking at the items.
  */
 #pragma once
 
 #include <boost/container/small_vector.hpp>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace ConversationAPI
@@ -20,7 +22,25 @@ class DataThatShouldBeClonedOnCopy
 {
   public:
     using OwnedItem = std::unique_ptr<ConversationItem>;
-    using Items = boost::container::small_vector<OwnedItem, 2>;
+
+    /** An item of the set, with its time at hand. */
+    class HeldItem
+    {
+      public:
+        explicit HeldItem(OwnedItem item);
+
+        ConversationItem& operator*() const { return *item_; }
+        ConversationItem* operator->() const { return item_.get(); }
+        ConversationItem* get() const { return item_.get(); }
+        long time() const { return time_; }
+        OwnedItem take() { return std::move(item_); }
+
+      private:
+        OwnedItem item_;
+        long time_;
+    };
+
+    using Items = boost::container::small_vector<HeldItem, 2>;
 
     DataThatShouldBeClonedOnCopy();
     DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other);
@@ -29,6 +49,9 @@ class DataThatShouldBeClonedOnCopy
 
     const Items& items() const { return items_; }
     bool empty() const { return items_.empty(); }
+
+    /** Whether every item is one of the history, without an id of its own: ordered by its time alone. */
+    bool holdsOnlyPlainItems() const { return specialItems_ == 0; }
     std::vector<ConversationItem*> pointers() const;
 
     /** The first item of the set, else the placeholder, which may be null. */
@@ -39,6 +62,9 @@ class DataThatShouldBeClonedOnCopy
 
     /** An item of which neither sorts before the other; null when there is none. */
     ConversationItem* findEquivalent(const ConversationItem& item) const;
+
+    /** Deletes an item of which neither sorts before the other. */
+    void removeEquivalent(const ConversationItem& item);
     void insert(OwnedItem item);
 
     /** Deletes every item for which the predicate holds. */
@@ -57,7 +83,8 @@ class DataThatShouldBeClonedOnCopy
         {
             if (predicate(**item))
             {
-                extracted.push_back(std::move(*item));
+                specialItems_ -= isPlain(**item) ? 0 : 1;
+                extracted.push_back(item->take());
                 item = items_.erase(item);
             }
             else
@@ -74,7 +101,11 @@ class DataThatShouldBeClonedOnCopy
     void clearItems();
 
   private:
+    static bool isPlain(const ConversationItem& item);
+    Items::const_iterator findPlace(const ConversationItem& item) const;
+
     Items items_;
+    unsigned specialItems_ = 0; ///< items that are not plain
     OwnedItem dummyItem_;
 };
 } // namespace ConversationAPI

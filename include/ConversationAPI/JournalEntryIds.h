@@ -1,8 +1,13 @@
-/** Journal entry ids in the order in which they were first seen, each once. */
+/**
+ * Journal entry ids in the order in which they were first seen, each once.
+ *
+ * Adding is what happens all the time and reading is rare, so repetitions are only dropped now and then.
+ */
 #pragma once
 
+#include <boost/container/small_vector.hpp>
+
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace ConversationAPI
@@ -15,12 +20,14 @@ class JournalEntryIds
     void add(const JournalEntryIds& others);
     void remove(const std::string& id);
 
-    const std::vector<std::string>& inOrder() const { return ids_; }
+    std::vector<std::string> inOrder() const;
 
   private:
-    bool contains(const std::string& id) const;
+    using Ids = boost::container::small_vector<std::string, 1>;
 
-    std::vector<std::string> ids_;
-    std::unordered_set<std::string> known_; ///< only filled when there are many
+    static void dropRepetitions(Ids& ids);
+
+    Ids ids_;
+    std::size_t distinct_ = 0; ///< how many there were when repetitions were last dropped
 };
 } // namespace ConversationAPI

@@ -15,7 +15,7 @@ class SharedText
 {
   public:
     SharedText() = default;
-    explicit SharedText(std::string_view text);
+    explicit SharedText(std::string text);
     SharedText(const SharedText& other) noexcept;
     SharedText(SharedText&& other) noexcept;
     SharedText& operator=(const SharedText& other) noexcept;
@@ -24,12 +24,12 @@ class SharedText
 
     bool empty() const noexcept { return block_ == nullptr; }
 
-    /** Lives as long as any copy of this text. */
-    std::string_view view() const noexcept;
-    std::string str() const { return std::string(view()); }
+    /** Live as long as any copy of this text. */
+    const std::string& str() const noexcept;
+    std::string_view view() const noexcept { return str(); }
 
     /** Becomes `text`; keeps the block it has when that already says so. */
-    void assign(std::string_view text);
+    void assign(const std::string& text);
 
   private:
     struct Block;

@@ -11,6 +11,7 @@
 #include "ConversationAPI/ConversationSourceObserverIfc.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "Log.h"
+#include "aggregation/ItemBatches.h"
 #include "model/ItemOrder.h"
 
 #include <algorithm>
@@ -220,6 +221,7 @@ void ConversationItemAggregator::conversationItemsChanged()
 
 void ConversationItemAggregator::sourceSubscribed()
 {
+    const NotificationRound::Scope round(round_);
     notifyObservers([](ConversationSourceObserverIfc& observer) { observer.conversationSourcesReady(); });
     round_.rebuild(true);
 }
@@ -262,24 +264,42 @@ std::vector<ConversationItem*> ConversationItemAggregator::sortedConversationIte
 void ConversationItemAggregator::buildConversationsFrom(const std::vector<ConversationItem*>& items)
 {
     CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
-    for (ConversationItem* item : items)
+    const ItemBatches batches(items);
+    for (std::size_t place = 0; place < items.size(); ++place)
     {
-        if (item->isActiveOrProgressingOrClearing())
+        if (batches.goesWithEarlier(place))
         {
-            CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing "
-                                "or clearing items");
-            addNewConversation(item, getIDGeneratorForItem(item));
+            continue;
         }
-        else if (Conversation* target = findTarget(item))
+        std::vector<ConversationItem*> followers;
+        for (std::size_t next = batches.next(place); next < items.size(); next = batches.next(next))
         {
-            target->append(item);
+            followers.push_back(items[next]);
         }
-        else
+        Conversation* conversation = placeItem(items[place]);
+        if (conversation && !followers.empty())
         {
-            addNewConversation(item, nullptr);
+            conversation->append(followers);
         }
     }
     triggerGarbageCollectionOnIDGenerators();
+}
+
+Conversation* ConversationItemAggregator::placeItem(ConversationItem* item)
+{
+    if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
+    {
+        CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
+                            "clearing items");
+        return addNewConversation(item, getIDGeneratorForItem(item));
+    }
+    Conversation* target = findTarget(item);
+    if (!target)
+    {
+        return addNewConversation(item, nullptr);
+    }
+    target->append(item);
+    return target;
 }
 
 /** Where an item that is no live call belongs; null when it starts a conversation. */
@@ -292,7 +312,9 @@ Conversation* ConversationItemAggregator::findTarget(ConversationItem* item)
     const ConversationParticipant& party = item->participants().front();
     if (party.isAnonymous())
     {
-        return conversations_->getAnonymousConversation();
+        Conversation* anonymous = conversations_->getAnonymousConversation();
+        // The latest anonymous conversation may be that of a second live call, which takes no history.
+        return anonymous && anonymous->extraActiveConversation() ? getConversationAssociatedWithItem(item) : anonymous;
     }
     if (!party.comparableNumberText().empty())
     {
@@ -604,7 +626,7 @@ ConversationItemAggregator::findConversationsOf(Conversation& contact)
     };
     add("findByConversationId found id=[%p]%s", getConversation(contact.getConversationId()));
     const ContactNumbers numbers = contact.contactDetails()->numbers;
-    for (unsigned slot = WORK_1_SLOT; slot < CONTACT_NUMBER_SLOTS; ++slot)
+    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
         add(FOUND_BY_NUMBER[slot], conversations_->find(HasConversationAnyNumberMatchingCondition(numbers[slot])));
     }

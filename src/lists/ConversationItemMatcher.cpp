@@ -48,7 +48,7 @@ bool ConversationItemMatcher::gatherCandidates(ConversationCandidates& candidate
     if (item_->isActiveOrProgressingOrClearing())
     {
         candidates.withCallId(item_->getCallId());
-        candidates.withCallId(GROUP_PICKUP_CALL_ID);
+        candidates.withCallId(std::string(GROUP_PICKUP_CALL_ID));
     }
     if (!item_->participants().empty())
     {

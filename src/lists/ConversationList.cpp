@@ -200,15 +200,15 @@ ConversationList::const_iterator ConversationList::end() const
 
 Conversation* ConversationList::find(const ConversationUnaryCondition& condition) const
 {
-    return findWithIndex(condition).first;
+    const CriticalSection guard(lock_);
+    return conversations_->findFirst(condition);
 }
 
 std::pair<Conversation*, unsigned> ConversationList::findWithIndex(const ConversationUnaryCondition& condition) const
 {
     const CriticalSection guard(lock_);
-    const std::size_t position = conversations_->findFirst(condition);
-    Conversation* found = position < sequence().size() ? sequence()[position] : nullptr;
-    return {found, static_cast<unsigned>(position)};
+    Conversation* found = conversations_->findFirst(condition);
+    return {found, static_cast<unsigned>(conversations_->position(found))};
 }
 
 void ConversationList::foreach (ConversationExecutor& executor) const
@@ -230,28 +230,18 @@ Conversation* ConversationList::findByNumber(const std::string& number) const
 Conversation* ConversationList::findBySearchIdWithNumber(const std::string& searchId, const std::string& number) const
 {
     const CriticalSection guard(lock_);
-    const auto found = std::find_if(numbers_->begin(), numbers_->end(),
-                                    [&](const auto& entry)
-                                    {
-                                        const Conversation& conversation = *entry.second;
-                                        return conversation.getSearchId() == searchId &&
-                                               conversation.getWorkNumber1() == number &&
-                                               !conversation.getSearchIdUsed();
-                                    });
-    return found == numbers_->end() ? nullptr : found->second;
+    return numbers_->findFirst(
+        [&](const Conversation& conversation)
+        {
+            return conversation.getSearchId() == searchId && conversation.getWorkNumber1() == number &&
+                   !conversation.getSearchIdUsed();
+        });
 }
 
 Conversation* ConversationList::findByConversationId(const std::string& id) const
 {
-    Conversation* last = nullptr;
-    for (const auto& entry : *numbers_)
-    {
-        if (entry.second->getConversationId() == id)
-        {
-            last = entry.second;
-        }
-    }
-    return last;
+    return numbers_->findLast([&id](const Conversation& conversation)
+                              { return conversation.getConversationId() == id; });
 }
 
 void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) const
@@ -384,7 +374,8 @@ void ConversationList::erase(Conversation* conversation)
         return;
     }
     const ConversationListConditions::ConversationIDCondition sameId(conversation->getConversationId());
-    const std::size_t position = std::min(conversations_->position(conversation), conversations_->findFirst(sameId));
+    const std::size_t position =
+        std::min(conversations_->position(conversation), conversations_->position(conversations_->findFirst(sameId)));
     if (position < sequence().size())
     {
         delete detach(position);

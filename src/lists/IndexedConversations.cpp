@@ -63,8 +63,11 @@ class IndexedConversations::Candidates : public ConversationCandidates
     /** In list order; a conversation may stand in it more than once. */
     const auto& inListOrder()
     {
-        std::sort(members_.begin(), members_.end(),
-                  [](const Member* a, const Member* b) { return a->order < b->order; });
+        if (members_.size() > 1)
+        {
+            std::sort(members_.begin(), members_.end(),
+                      [](const Member* a, const Member* b) { return a->order < b->order; });
+        }
         return members_;
     }
 
@@ -93,24 +96,20 @@ std::size_t IndexedConversations::positionOf(const Member& member) const
     return static_cast<std::size_t>(place - orders_.begin());
 }
 
-std::size_t IndexedConversations::findFirst(const ConversationUnaryCondition& condition)
+Conversation* IndexedConversations::findFirst(const ConversationUnaryCondition& condition)
 {
     refreshStaleMembers();
     Candidates candidates(*this);
     if (condition.gatherCandidates(candidates))
     {
-        for (const Member* member : candidates.inListOrder())
-        {
-            if (condition(member->conversation))
-            {
-                return positionOf(*member);
-            }
-        }
-        return sequence_.size();
+        const auto& members = candidates.inListOrder();
+        const auto found = std::find_if(members.begin(), members.end(),
+                                        [&condition](const Member* member) { return condition(member->conversation); });
+        return found == members.end() ? nullptr : (*found)->conversation;
     }
     const auto found = std::find_if(sequence_.begin(), sequence_.end(),
                                     [&condition](Conversation* conversation) { return condition(conversation); });
-    return static_cast<std::size_t>(found - sequence_.begin());
+    return found == sequence_.end() ? nullptr : *found;
 }
 
 void IndexedConversations::pushBack(Conversation* conversation, bool isObserved)
@@ -157,7 +156,17 @@ void IndexedConversations::removeAt(std::size_t position)
 
 void IndexedConversations::clear()
 {
-    *this = IndexedConversations();
+    sequence_.clear();
+    orders_.clear();
+    stale_.clear();
+    members_.clear();
+    unobserved_.clear();
+    anonymous_.clear();
+    live_.clear();
+    byNumber_.clear();
+    byId_.clear();
+    byExchangeContactId_.clear();
+    byCallId_.clear();
 }
 
 void IndexedConversations::reorder(std::vector<Conversation*> sequence)
@@ -236,7 +245,10 @@ void IndexedConversations::refresh(Member& member)
     reindex(byId_, member, member.id,
             isPhantom ? SharedText(conversation.getConversationId()) : conversation.storedIdText());
     reindex(byExchangeContactId_, member, member.exchangeContactId, conversation.exchangeContactIdText());
-    refreshCallIds(member);
+    if (!member.callIds.empty() || member.isLive || !conversation.holdsOnlyPlainItems())
+    {
+        refreshCallIds(member);
+    }
 }
 
 void IndexedConversations::reindex(Index& index, Member& member, SharedText& key, const SharedText& newKey)

@@ -13,6 +13,7 @@
 #include "ConversationAPI/SharedText.h"
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,8 +34,8 @@ class IndexedConversations
     /** The place in the sequence, its size when the conversation is not in it. */
     std::size_t position(Conversation* conversation) const;
 
-    /** The place of the first conversation for which the condition holds, the size when there is none. */
-    std::size_t findFirst(const ConversationUnaryCondition& condition);
+    /** The first conversation for which the condition holds; null when there is none. */
+    Conversation* findFirst(const ConversationUnaryCondition& condition);
 
     /** At either end; one that is in the sequence already must not be added. */
     void pushBack(Conversation* conversation, bool isObserved);
@@ -65,8 +66,8 @@ class IndexedConversations
     };
 
     /** The texts are those of the members. */
-    using Index = std::unordered_multimap<std::string_view, Member*>;
-    using Group = std::unordered_set<Member*>;
+    using Index = std::pmr::unordered_multimap<std::string_view, Member*>;
+    using Group = std::pmr::unordered_set<Member*>;
     class Candidates;
 
     static void insertContact(Index& index, Member& member);
@@ -83,14 +84,15 @@ class IndexedConversations
 
     std::vector<Conversation*> sequence_;
     std::vector<std::int64_t> orders_; ///< of the members at the same places
-    std::unordered_map<Conversation*, Member> members_;
     std::vector<Conversation*> stale_;
-    Group unobserved_;
-    Group anonymous_;
-    Group live_;
-    Index byNumber_;
-    Index byId_;
-    Index byExchangeContactId_;
-    Index byCallId_;
+    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    std::pmr::unordered_map<Conversation*, Member> members_{&memory_};
+    Group unobserved_{&memory_};
+    Group anonymous_{&memory_};
+    Group live_{&memory_};
+    Index byNumber_{&memory_};
+    Index byId_{&memory_};
+    Index byExchangeContactId_{&memory_};
+    Index byCallId_{&memory_};
 };
 } // namespace ConversationAPI

@@ -17,10 +17,10 @@ void NumberIndex::associate(const std::string& number, Conversation* conversatio
         {
             return;
         }
-        forgetClaim(place);
+        forgetClaim(*place);
         place->second = conversation;
     }
-    claims_[conversation].push_back(place);
+    claims_[conversation].push_back(&*place);
 }
 
 void NumberIndex::remove(const std::string& number)
@@ -28,7 +28,7 @@ void NumberIndex::remove(const std::string& number)
     const auto found = numbers_.find(number);
     if (found != numbers_.end())
     {
-        forgetClaim(found);
+        forgetClaim(*found);
         numbers_.erase(found);
     }
 }
@@ -40,9 +40,9 @@ void NumberIndex::remove(Conversation* conversation)
     {
         return;
     }
-    for (const Numbers::iterator number : claims->second)
+    for (const Numbers::pointer number : claims->second)
     {
-        numbers_.erase(number);
+        numbers_.erase(numbers_.find(number->first));
     }
     claims_.erase(claims);
 }
@@ -59,9 +59,9 @@ Conversation* NumberIndex::find(const std::string& number) const
     return found == numbers_.end() ? nullptr : found->second;
 }
 
-void NumberIndex::forgetClaim(Numbers::iterator number)
+void NumberIndex::forgetClaim(Numbers::value_type& number)
 {
-    Claims& claims = claims_[number->second];
-    claims.erase(std::remove(claims.begin(), claims.end(), number), claims.end());
+    Claims& claims = claims_[number.second];
+    claims.erase(std::remove(claims.begin(), claims.end(), &number), claims.end());
 }
 } // namespace ConversationAPI

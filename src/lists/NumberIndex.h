@@ -1,14 +1,16 @@
 /**
  * Which conversation of a list has a telephone number: one for each number, the last that claimed it.
  *
- * In the order of the numbers. Forgetting a conversation takes time by its numbers, not by those of the list.
+ * Forgetting a conversation takes time by its numbers, not by those of the list. "First" and "last" are meant in
+ * the order of the numbers' bytes; they are asked for rarely, so the index itself is not kept in that order.
  */
 #pragma once
 
-#include <map>
+#include <boost/container/small_vector.hpp>
+
+#include <memory_resource>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace ConversationAPI
 {
@@ -17,7 +19,7 @@ class Conversation;
 class NumberIndex
 {
   public:
-    using Numbers = std::map<std::string, Conversation*>;
+    using Numbers = std::pmr::unordered_map<std::string, Conversation*>;
 
     /** The number is this conversation's from now on; "" is nobody's. */
     void associate(const std::string& number, Conversation* conversation);
@@ -27,15 +29,41 @@ class NumberIndex
 
     /** Null when nobody has the number. */
     Conversation* find(const std::string& number) const;
-    Numbers::const_iterator begin() const { return numbers_.begin(); }
-    Numbers::const_iterator end() const { return numbers_.end(); }
+
+    /** The conversation with the first or last number of those for which the predicate holds; null without one. */
+    template <typename Predicate>
+    Conversation* findFirst(Predicate predicate) const
+    {
+        return findExtreme(predicate, [](const auto& a, const auto& b) { return a < b; });
+    }
+
+    template <typename Predicate>
+    Conversation* findLast(Predicate predicate) const
+    {
+        return findExtreme(predicate, [](const auto& a, const auto& b) { return a > b; });
+    }
 
   private:
-    using Claims = std::vector<Numbers::iterator>;
+    using Claims = boost::container::small_vector<Numbers::pointer, 1>;
 
-    void forgetClaim(Numbers::iterator number);
+    template <typename Predicate, typename Precedes>
+    Conversation* findExtreme(Predicate predicate, Precedes precedes) const
+    {
+        const Numbers::value_type* best = nullptr;
+        for (const auto& entry : numbers_)
+        {
+            if ((!best || precedes(entry.first, best->first)) && predicate(*entry.second))
+            {
+                best = &entry;
+            }
+        }
+        return best ? best->second : nullptr;
+    }
 
-    Numbers numbers_;
-    std::unordered_map<Conversation*, Claims> claims_;
+    void forgetClaim(Numbers::value_type& number);
+
+    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    Numbers numbers_{&memory_};
+    std::pmr::unordered_map<Conversation*, Claims> claims_{&memory_};
 };
 } // namespace ConversationAPI

@@ -6,7 +6,6 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "Log.h"
 #include "model/ConversationMerge.h"
-#include "model/ItemOrder.h"
 
 #include <algorithm>
 #include <utility>
@@ -57,10 +56,10 @@ Conversation::Conversation(const std::string& firstName, const std::string& last
 }
 
 Conversation::Conversation(const Conversation& other)
-    : ConversationContact(other), clone_(true), data_(other.data_), id_(other.id_), sharedId_(other.sharedId_),
-      idGenerator_(other.idGenerator_), itemFactory_(other.itemFactory_), journalEntries_(other.journalEntries_),
-      itemWasAdded_(other.itemWasAdded_), deletable_(other.deletable_), phantom_(other.phantom_),
-      temporary_(other.temporary_), extraActive_(other.extraActive_), updateReason_(other.updateReason_)
+    : ConversationContact(other), clone_(true), data_(other.data_), id_(other.id_), idGenerator_(other.idGenerator_),
+      itemFactory_(other.itemFactory_), journalEntries_(other.journalEntries_), itemWasAdded_(other.itemWasAdded_),
+      deletable_(other.deletable_), phantom_(other.phantom_), temporary_(other.temporary_),
+      extraActive_(other.extraActive_), updateReason_(other.updateReason_)
 {
 }
 
@@ -81,29 +80,29 @@ Conversation* Conversation::clone() const
 
 const std::string& Conversation::getConversationId() const
 {
-    static const std::string phantomId = PHANTOM_CONVERSATION_ID;
-    return phantom_ ? phantomId : id_;
+    static const std::string phantomId(PHANTOM_CONVERSATION_ID);
+    return phantom_ ? phantomId : id_.str();
 }
 
 const std::string& Conversation::generateConversationID()
 {
     if (id_.empty())
     {
-        storeId(idGenerator_.getConversationID(this));
+        storeId(SharedText(idGenerator_.getConversationID(this)));
         CONVERSATION_LOG(6, "Conversation[%p]id=%s", static_cast<void*>(this), getShortConversationId().c_str());
     }
-    return id_;
+    return id_.str();
 }
 
 std::string Conversation::getShortConversationId() const
 {
-    return id_.size() > SHORT_ID_LENGTH ? id_.substr(id_.size() - SHORT_ID_LENGTH) : std::string();
+    const std::string& id = id_.str();
+    return id.size() > SHORT_ID_LENGTH ? id.substr(id.size() - SHORT_ID_LENGTH) : std::string();
 }
 
-void Conversation::storeId(std::string id)
+void Conversation::storeId(SharedText id)
 {
     id_ = std::move(id);
-    sharedId_.assign(id_);
     keysChanged();
 }
 
@@ -181,41 +180,46 @@ bool Conversation::claims(const ConversationItem& item) const
 
 void Conversation::append(ConversationItem* item)
 {
-    addWithContact(item);
+    if (item)
+    {
+        addWithContact(OwnedItem(item));
+        notifyObserversConversationIsModified();
+    }
+}
+
+void Conversation::append(const std::vector<ConversationItem*>& items)
+{
+    for (ConversationItem* item : items)
+    {
+        if (item)
+        {
+            addWithContact(OwnedItem(item));
+        }
+    }
+    notifyObserversConversationIsModified();
 }
 
 void Conversation::prepend(ConversationItem* item)
 {
-    addWithContact(item);
+    append(item);
 }
 
-void Conversation::addWithContact(ConversationItem* item)
+void Conversation::addWithContact(OwnedItem item)
 {
-    OwnedItem owned(item);
-    if (!owned)
-    {
-        return;
-    }
-    updateContactFrom(*owned);
-    {
-        const CriticalSection guard(lock_);
-        addItem(std::move(owned));
-    }
-    notifyObserversConversationIsModified();
+    updateContactFrom(*item);
+    const CriticalSection guard(lock_);
+    addItem(std::move(item));
 }
 
 void Conversation::addItem(OwnedItem item)
 {
     itemWasAdded_ = true;
-    if (holdsLiveItems())
+    if (!data_.holdsOnlyPlainItems())
     {
         keysChanged();
     }
-    if (const ConversationItem* replaced = data_.findEquivalent(*item))
-    {
-        data_.removeIf([replaced](const ConversationItem& held) { return &held == replaced; });
-    }
-    if (item->isEndingRemoteCall())
+    data_.removeEquivalent(*item);
+    if (item->isEndingRemoteCall() && !data_.holdsOnlyPlainItems())
     {
         removeRemoteCallsEarlierThan(*item);
     }
@@ -238,21 +242,14 @@ void Conversation::consumeItem(OwnedItem item)
     }
     ConversationItem& added = *item;
     data_.insert(std::move(item));
-    if (holdsLiveItems())
+    if (!data_.holdsOnlyPlainItems())
     {
         keysChanged();
     }
     added.shareExchangeContactId(exchangeContactIdText());
     generateConversationID();
-    added.shareConversationId(sharedId_);
+    added.shareConversationId(id_);
     trimHistory();
-}
-
-/** Or items that were live once: call ids and states of those are what lists look conversations up by. */
-bool Conversation::holdsLiveItems() const
-{
-    return std::any_of(data_.items().begin(), data_.items().end(),
-                       [](const OwnedItem& item) { return !isOrderedByTimeAlone(item->getState()); });
 }
 
 void Conversation::removeRemoteCallsEarlierThan(const ConversationItem& item)
@@ -263,7 +260,8 @@ void Conversation::removeRemoteCallsEarlierThan(const ConversationItem& item)
 
 void Conversation::trimHistory()
 {
-    if (isActiveOrProgressingOrClearing() || isRepresentedHeldCall())
+    const bool mayBeLive = !data_.holdsOnlyPlainItems();
+    if (mayBeLive && (isActiveOrProgressingOrClearing() || isRepresentedHeldCall()))
     {
         return;
     }
@@ -275,10 +273,9 @@ void Conversation::trimHistory()
 
 bool Conversation::itemNeedsAddingToConversation(const ConversationItem& item) const
 {
-    return !item.isStartedRemoteCall() || std::none_of(data_.items().begin(), data_.items().end(),
-                                                       [&item](const OwnedItem& held) {
-                                                           return held->isEndingRemoteCall() && held->isLaterThan(item);
-                                                       });
+    return !item.isStartedRemoteCall() ||
+           std::none_of(data_.items().begin(), data_.items().end(),
+                        [&item](const auto& held) { return held->isEndingRemoteCall() && held->isLaterThan(item); });
 }
 
 bool Conversation::equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const
@@ -349,15 +346,16 @@ void Conversation::setConversationItems(const std::vector<ConversationItem*>& it
         { return std::find(items.begin(), items.end(), &held) != items.end(); };
         std::vector<OwnedItem> kept = data_.extractIf(isAmongThem);
         data_.clearItems();
-        for (ConversationItem* item : items)
+        for (auto next = items.begin(); next != items.end(); ++next)
         {
+            ConversationItem* item = *next;
+            if (item == nullptr || std::find(items.begin(), next, item) != next)
+            {
+                continue; // whoever names an item twice still gives it once
+            }
             const auto known =
                 std::find_if(kept.begin(), kept.end(), [item](const OwnedItem& held) { return held.get() == item; });
-            OwnedItem owned = known == kept.end() ? OwnedItem(item) : std::move(*known);
-            if (owned)
-            {
-                addItem(std::move(owned));
-            }
+            addItem(known == kept.end() ? OwnedItem(item) : std::move(*known));
         }
     }
     keysChanged();
@@ -380,7 +378,7 @@ void Conversation::setAllItemsAsViewed()
 {
     {
         const CriticalSection guard(lock_);
-        for (const OwnedItem& item : data_.items())
+        for (const auto& item : data_.items())
         {
             item->setViewed(true);
         }
@@ -429,11 +427,12 @@ std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const F
 
 void Conversation::takeIdOf(const Conversation& other)
 {
-    if (other.id_.empty() || other.id_ == TEMPORARY_CONVERSATION_ID)
+    if (other.id_.empty() || other.id_.str() == TEMPORARY_CONVERSATION_ID)
     {
         return;
     }
-    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(this), id_.c_str(), other.id_.c_str());
+    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(this), id_.str().c_str(),
+                     other.id_.str().c_str());
     storeId(other.id_);
 }
 
@@ -450,25 +449,24 @@ void Conversation::logItems() const
         return;
     }
     CONVERSATION_LOG(5, "\t %d", static_cast<int>(data_.items().size()));
-    for (const OwnedItem& item : data_.items())
+    for (const auto& item : data_.items())
     {
         CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
         for (const ConversationParticipant& party : item->participants())
         {
-            const auto& numbers = party.contactNumbers();
             CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
-                             numbers[WORK_1_SLOT].c_str(), numbers[WORK_2_SLOT].c_str(), numbers[MOBILE_SLOT].c_str(),
-                             numbers[HOME_SLOT].c_str());
+                             party.contactNumber(WORK_1_SLOT).c_str(), party.contactNumber(WORK_2_SLOT).c_str(),
+                             party.contactNumber(MOBILE_SLOT).c_str(), party.contactNumber(HOME_SLOT).c_str());
         }
     }
 }
 
 void Conversation::updateContactFrom(const ConversationItem& item)
 {
-    const ContactNumbers numbersBefore = contactDetails()->numbers;
+    const CopyOnWrite<ContactDetails> before = contactDetails();
     updateNameAndNumber(item);
     updateSecondPartyNameAndNumber(item);
-    reportNumberChanges(numbersBefore.data(), numbersBefore.size());
+    contactNumbersChanged(before->numbers);
 }
 
 void Conversation::updateNameAndNumber(const ConversationItem& item)
@@ -488,11 +486,13 @@ void Conversation::updateNameAndNumber(const ConversationItem& item)
 /** An item that will stand behind the initial one, a call of the history beside a conference, has no say. */
 void Conversation::updateSecondPartyNameAndNumber(const ConversationItem& item)
 {
-    if (!data_.empty() && data_.initialItem()->lessThanOtherConsideringCreationTime(item))
+    const bool hasSecondParty = item.participants().size() > 1;
+    if ((!hasSecondParty && secondParty().isNobody()) ||
+        (!data_.empty() && data_.initialItem()->lessThanOtherConsideringCreationTime(item)))
     {
         return;
     }
-    if (item.participants().size() < 2)
+    if (!hasSecondParty)
     {
         setSecondParty({});
         return;
@@ -545,6 +545,10 @@ void Conversation::conversationNumbersChanged(const std::vector<std::string>& nu
 void Conversation::reportNumberChanges(const std::string* before, std::size_t count)
 {
     CONVERSATION_LOG(6, "conversationNumbersChanged");
+    if (before == contactDetails()->numbers.data())
+    {
+        return;
+    }
     const ContactNumbers now = contactDetails()->numbers;
     for (std::size_t slot = 0; slot < count; ++slot)
     {

@@ -221,9 +221,13 @@ void ConversationContact::takeFrom(const ConversationParticipant& party)
 
 void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& party)
 {
-    for (unsigned slot = WORK_1_SLOT; slot < CONTACT_NUMBER_SLOTS; ++slot)
+    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        takeFreeNumber(static_cast<ContactNumberSlot>(slot), party.contactNumbers()[slot]);
+        const std::string& number = party.contactNumber(slot);
+        if (!number.empty())
+        {
+            takeFreeNumber(slot, number);
+        }
     }
     if (contact_->hasNoneOfTheFour())
     {

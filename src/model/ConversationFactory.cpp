@@ -59,7 +59,6 @@ Conversation* ConversationFactory::createConversation(const std::string& firstNa
     auto* conversation =
         new Conversation(firstName, lastName, number, generator, time, searchId, itemFactory_, numberType);
     conversation->setDialStringConverter(digitAnalysis_);
-    conversation->init(time);
     return conversation;
 }
 

@@ -26,9 +26,9 @@ PartyKeys partyKeys(const ConversationItem& item)
     for (const ConversationParticipant& party : item.participants())
     {
         add(party.comparableNumberText());
-        for (const std::string& number : party.contactNumbers())
+        for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
         {
-            add(number);
+            add(party.contactNumber(slot));
         }
         if (party.surnameText() == ANONYMOUS_NAME)
         {
@@ -73,6 +73,10 @@ const ConversationIDCache::Entry* ConversationIDCache::find(const std::string& i
 
 const ConversationIDCache::Entry* ConversationIDCache::findFirst(const ConversationItem& candidate, Test test) const
 {
+    if (!isIndexUsed_)
+    {
+        return walkToFirst(candidate, test);
+    }
     boost::container::small_vector<const Entry*, 8> candidates;
     for (const std::string_view key : partyKeys(candidate))
     {
@@ -91,8 +95,11 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
         collect(byCallId_, candidate.getCallId(), candidates);
         collect(byCallId_, GROUP_PICKUP_CALL_ID, candidates);
     }
-    std::sort(candidates.begin(), candidates.end(),
-              [](const Entry* a, const Entry* b) { return a->sequence < b->sequence; });
+    if (candidates.size() > 1)
+    {
+        std::sort(candidates.begin(), candidates.end(),
+                  [](const Entry* a, const Entry* b) { return a->sequence < b->sequence; });
+    }
     const auto found = std::find_if(candidates.begin(), candidates.end(),
                                     [&](const Entry* entry) { return test(entry->item.get(), &candidate); });
     return found == candidates.end() ? nullptr : *found;

@@ -30,17 +30,17 @@ class ConversationIDCache
         std::uint64_t sequence;
     };
 
+    /** Whether all tests imply sameness of items, so that the index holds every entry that can pass. */
+    explicit ConversationIDCache(bool testsImplySameness) : isIndexUsed_(testsImplySameness) {}
+
     bool empty() const { return entries_.empty(); }
     const std::list<Entry>& entries() const { return entries_; }
 
     /** Null when no entry has the id. */
     const Entry* find(const std::string& id) const;
 
-    /** The first entry for which the test holds, null when there is none. The test implies sameness of items. */
+    /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
-
-    /** The same, with any test: walks. */
-    const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
 
     /** Appends an entry; one of the same id is replaced by it. */
     void put(const std::string& id, std::unique_ptr<ConversationItem> item);
@@ -65,8 +65,10 @@ class ConversationIDCache
     /** The texts belong to the items of the entries. */
     using Index = std::unordered_multimap<std::string_view, const Entry*>;
 
+    const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(std::list<Entry>::iterator entry);
 
+    const bool isIndexUsed_;
     std::list<Entry> entries_;
     std::unordered_map<std::string_view, std::list<Entry>::iterator> byId_;
     Index byParty_;

@@ -238,7 +238,7 @@ bool ConversationItem::isSameConversationIgnoringCallID(const ConversationItem& 
 
 bool ConversationItem::isLaterThan(const ConversationItem& other) const
 {
-    return std::difftime(timeStampUTC(), other.timeStampUTC()) > 0;
+    return timeStampUTC() > other.timeStampUTC();
 }
 
 long ConversationItem::timeStampUTC() const
@@ -550,7 +550,7 @@ bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, lo
     }
     if (isOrderedByTimeAlone(getState()) && isOrderedByTimeAlone(other.getState()))
     {
-        return std::difftime(time, otherTime) > 0;
+        return time > otherTime;
     }
     if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() &&
         getCallId() == other.getCallId())
@@ -590,7 +590,7 @@ bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, lo
     {
         return false;
     }
-    return std::difftime(time, otherTime) > 0;
+    return time > otherTime;
 }
 
 bool ConversationItem::lessThanOtherConsideringModificationTime(const ConversationItem& other) const
@@ -610,7 +610,7 @@ bool ConversationItem::operator<(const ConversationItem& other) const
 
 void ConversationItem::extractTimeAndDateFromJournalServiceISO8601String(const std::string& text)
 {
-    timeAndDate_.assign(text);
+    timeAndDate_.assign(text.data(), std::min(text.size(), timeAndDate_.max_size()));
     timeStamp_ = extractUTCTimeTFromJournalServiceISO8601String(text);
 }
 

@@ -55,6 +55,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     into_.mergeItems(arrived);
     if (folding.takesId && from_.getContactSource() != Conversation::WSI_CONTACT)
     {
+        rememberOwnContact();
         into_.takeIdOf(from_);
     }
     into_.logItems();
@@ -92,6 +93,15 @@ bool ConversationMerge::contactsDiffer() const
            shownContactId(into_.takenContactId(), into_) != shownContactId(from_.takenContactId(), from_);
 }
 
+/** A contact whose conversation gets another id is still the same contact when its record comes anew. */
+void ConversationMerge::rememberOwnContact()
+{
+    if (hasTakenInContact(into_))
+    {
+        into_.setTakenContactId(shownContactId(into_.takenContactId(), into_));
+    }
+}
+
 void ConversationMerge::takeGroupFields()
 {
     into_.journalEntries_.add(from_.journalEntries_);
@@ -102,7 +112,7 @@ std::vector<ConversationItem*> ConversationMerge::cloneItems() const
 {
     Items clones;
     clones.reserve(from_.items().size());
-    for (const OwnedItem& item : from_.items())
+    for (const auto& item : from_.items())
     {
         clones.push_back(item->clone());
     }
@@ -112,7 +122,7 @@ std::vector<ConversationItem*> ConversationMerge::cloneItems() const
 std::vector<ConversationItem*> ConversationMerge::itemsNotCovered() const
 {
     Items strangers;
-    for (const OwnedItem& item : into_.items())
+    for (const auto& item : into_.items())
     {
         const auto& parties = item->participants();
         if (!std::all_of(parties.begin(), parties.end(),
@@ -172,7 +182,7 @@ std::vector<ConversationItem*> ConversationMerge::handOver(std::vector<OwnedItem
     Items released;
     for (OwnedItem& item : items)
     {
-        const auto isOfSameEntry = [&item](const OwnedItem& held) { return held->getItemId() == item->getItemId(); };
+        const auto isOfSameEntry = [&item](const auto& held) { return held->getItemId() == item->getItemId(); };
         if (std::none_of(into_.items().begin(), into_.items().end(), isOfSameEntry))
         {
             into_.journalEntries_.remove(item->getItemId());
@@ -198,9 +208,9 @@ void ConversationMerge::finish()
 void ConversationMerge::restampItems()
 {
     const CriticalSection guard(into_.lock_);
-    for (const OwnedItem& item : into_.items())
+    for (const auto& item : into_.items())
     {
-        item->shareConversationId(into_.sharedId_);
+        item->shareConversationId(into_.id_);
         item->shareExchangeContactId(into_.exchangeContactIdText());
     }
 }
@@ -215,12 +225,12 @@ void ConversationMerge::updateIdGeneratorCache()
     {
         if (const OwnedItem contact = into_.makeContactItem(0))
         {
-            into_.idGenerator_.updateCache(into_.id_, contact.get());
+            into_.idGenerator_.updateCache(into_.id_.str(), contact.get());
         }
     }
     else if (ConversationItem* item = from_.initialItem())
     {
-        into_.idGenerator_.updateCache(into_.id_, item);
+        into_.idGenerator_.updateCache(into_.id_.str(), item);
     }
 }
 } // namespace ConversationAPI

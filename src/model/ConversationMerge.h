@@ -34,6 +34,7 @@ class ConversationMerge
     void takeOrigin(const Conversation::Folding& folding);
     std::vector<OwnedItem> extract(const Items& items);
     Items handOver(std::vector<OwnedItem> items);
+    void rememberOwnContact();
     void takeGroupFields();
     void finish();
     void restampItems();

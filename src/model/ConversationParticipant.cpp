@@ -15,7 +15,7 @@ ConversationParticipant::ConversationParticipant(const CallPartyIdentifier& part
 {
     if (firstNameText().empty() && surnameText().empty() && numberText().empty())
     {
-        saveLastName(ANONYMOUS_NAME);
+        saveLastName(std::string(ANONYMOUS_NAME));
     }
 }
 
@@ -51,52 +51,52 @@ std::string ConversationParticipant::getComparableNumber() const
 
 std::string ConversationParticipant::getUserId() const
 {
-    return personalData_->userId;
+    return details_->userId;
 }
 
 std::string ConversationParticipant::getEmail() const
 {
-    return personalData_->email;
+    return details_->email;
 }
 
 std::string ConversationParticipant::getCompany() const
 {
-    return personalData_->company;
+    return details_->company;
 }
 
 std::string ConversationParticipant::getAddress1() const
 {
-    return personalData_->address1;
+    return details_->address1;
 }
 
 std::string ConversationParticipant::getAddress2() const
 {
-    return personalData_->address2;
+    return details_->address2;
 }
 
 std::string ConversationParticipant::getRole() const
 {
-    return personalData_->role;
+    return details_->role;
 }
 
 std::string ConversationParticipant::getWorkNumber1() const
 {
-    return contactNumbers()[WORK_1_SLOT];
+    return contactNumber(WORK_1_SLOT);
 }
 
 std::string ConversationParticipant::getWorkNumber2() const
 {
-    return contactNumbers()[WORK_2_SLOT];
+    return contactNumber(WORK_2_SLOT);
 }
 
 std::string ConversationParticipant::getMobileNumber() const
 {
-    return contactNumbers()[MOBILE_SLOT];
+    return contactNumber(MOBILE_SLOT);
 }
 
 std::string ConversationParticipant::getHomeNumber() const
 {
-    return contactNumbers()[HOME_SLOT];
+    return contactNumber(HOME_SLOT);
 }
 
 std::string ConversationParticipant::getName() const
@@ -126,8 +126,9 @@ void ConversationParticipant::setContactImagePath(const std::string& path)
 
 void ConversationParticipant::saveNumber(const std::string& number)
 {
-    comparableNumber_ = number;
-    setDetails(getFirstName(), getSurname(), comparableNumber_, getPhoneNumberType(), getContactImagePath(), false);
+    const std::string saved = number;
+    setDetails(getFirstName(), getSurname(), saved, getPhoneNumberType(), getContactImagePath(), false);
+    setComparableNumber(saved);
     updateComparableNumber();
 }
 
@@ -139,7 +140,52 @@ void ConversationParticipant::setDialStringConverter(DigitAnalysisServiceIfc* co
 
 void ConversationParticipant::updateComparableNumber()
 {
-    convert(comparableNumber_);
+    if (dialStringConverter_)
+    {
+        std::string number = comparableNumber_;
+        convert(number);
+        setComparableNumber(number);
+    }
+}
+
+void ConversationParticipant::setComparableNumber(const std::string& number)
+{
+    if (number != comparableNumber_)
+    {
+        keepNumbersThatAreTheComparableOne();
+        comparableNumber_ = number;
+    }
+}
+
+/** Before the comparable number changes, the contact numbers that are it get a memory of their own. */
+void ConversationParticipant::keepNumbersThatAreTheComparableOne()
+{
+    if (slotsWithComparableNumber_ == 0)
+    {
+        return;
+    }
+    ContactNumbers& numbers = details_.write().contactNumbers;
+    for (unsigned slot = 0; slot < CONTACT_NUMBER_SLOTS; ++slot)
+    {
+        if (slotsWithComparableNumber_ & (1U << slot))
+        {
+            numbers[slot] = comparableNumber_;
+        }
+    }
+    slotsWithComparableNumber_ = 0;
+}
+
+bool ConversationParticipant::hasFurtherNumbers() const
+{
+    return details_.isSet() &&
+           std::any_of(details_->contactNumbers.begin(), details_->contactNumbers.end(),
+                       [this](const std::string& number) { return !number.empty() && number != comparableNumber_; });
+}
+
+bool ConversationParticipant::hasSameContactNumbers(const ConversationParticipant& other) const
+{
+    return std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                       [&](ContactNumberSlot slot) { return contactNumber(slot) == other.contactNumber(slot); });
 }
 
 void ConversationParticipant::convert(std::string& number) const
@@ -153,27 +199,34 @@ void ConversationParticipant::convert(std::string& number) const
 void ConversationParticipant::setPhoneNumbers(const std::string& work1, const std::string& work2,
                                               const std::string& mobile, const std::string& home)
 {
-    if (work1.empty() && work2.empty() && mobile.empty() && home.empty())
+    const std::string* const numbers[] = {&work1, &work2, &mobile, &home};
+    std::uint8_t withComparableNumber = 0;
+    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        contactNumbers_.reset();
-        return;
-    }
-    auto& numbers = contactNumbers_.write();
-    numbers = {work1, work2, mobile, home};
-    for (std::string& number : numbers)
-    {
+        std::string number = *numbers[slot];
         if (!number.empty())
         {
             convert(number);
         }
+        const bool isComparable = !number.empty() && number == comparableNumber_;
+        withComparableNumber |= static_cast<std::uint8_t>(isComparable ? 1U << slot : 0U);
+        if (isComparable)
+        {
+            number.clear();
+        }
+        if (number != details_->contactNumbers[slot])
+        {
+            details_.write().contactNumbers[slot] = number;
+        }
     }
+    slotsWithComparableNumber_ = withComparableNumber;
 }
 
 void ConversationParticipant::setPersonalData(const std::string& email, const std::string& company,
                                               const std::string& address1, const std::string& address2,
                                               const std::string& role)
 {
-    PersonalData& data = personalData_.write();
+    Details& data = details_.write();
     data.email = email;
     data.company = company;
     data.address1 = address1;
@@ -183,14 +236,13 @@ void ConversationParticipant::setPersonalData(const std::string& email, const st
 
 void ConversationParticipant::setUserId(const std::string& userId)
 {
-    personalData_.write().userId = userId;
+    details_.write().userId = userId;
 }
 
 std::string ConversationParticipant::toString() const
 {
-    const auto& numbers = contactNumbers();
-    return "last: " + surnameText() + " comp:" + comparableNumber_ + " w1:" + numbers[WORK_1_SLOT] +
-           " w2:" + numbers[WORK_2_SLOT] + " m:" + numbers[MOBILE_SLOT] + " h:" + numbers[HOME_SLOT];
+    return "last: " + surnameText() + " comp:" + comparableNumber_ + " w1:" + contactNumber(WORK_1_SLOT) +
+           " w2:" + contactNumber(WORK_2_SLOT) + " m:" + contactNumber(MOBILE_SLOT) + " h:" + contactNumber(HOME_SLOT);
 }
 
 bool ConversationParticipant::operator==(const ConversationParticipant& other) const
@@ -225,10 +277,9 @@ bool ConversationParticipant::doNumbersMatch(const ConversationParticipant& othe
     {
         return true;
     }
-    const auto& numbers = contactNumbers();
-    return std::any_of(numbers.begin(), numbers.end(),
-                       [&other](const std::string& number)
-                       { return !number.empty() && number == other.comparableNumber_; });
+    return !other.comparableNumber_.empty() &&
+           std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                       [&](ContactNumberSlot slot) { return contactNumber(slot) == other.comparableNumber_; });
 }
 
 bool ConversationParticipant::doesNumberMatchWithAnyNumber(const std::string& number) const
@@ -237,8 +288,9 @@ bool ConversationParticipant::doesNumberMatchWithAnyNumber(const std::string& nu
     {
         return false;
     }
-    const auto& numbers = contactNumbers();
-    return number == comparableNumber_ || std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+    return number == comparableNumber_ ||
+           std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                       [&](ContactNumberSlot slot) { return contactNumber(slot) == number; });
 }
 
 bool ConversationParticipant::bothNamesAnonymous(const ConversationParticipant& other) const

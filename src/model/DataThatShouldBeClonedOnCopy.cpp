@@ -1,19 +1,25 @@
 #include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
 
 #include "ConversationAPI/ConversationItem.h"
+#include "model/ItemOrder.h"
 
 #include <algorithm>
 
 namespace ConversationAPI
 {
+DataThatShouldBeClonedOnCopy::HeldItem::HeldItem(OwnedItem item) : item_(std::move(item)), time_(item_->timeStampUTC())
+{
+}
+
 DataThatShouldBeClonedOnCopy::DataThatShouldBeClonedOnCopy() = default;
 
 DataThatShouldBeClonedOnCopy::DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other)
 {
     items_.reserve(other.items_.size());
-    for (const OwnedItem& item : other.items_)
+    specialItems_ = other.specialItems_;
+    for (const HeldItem& item : other.items_)
     {
-        items_.emplace_back(item->clone());
+        items_.emplace_back(OwnedItem(item->clone()));
     }
     if (other.dummyItem_)
     {
@@ -27,7 +33,7 @@ std::vector<ConversationItem*> DataThatShouldBeClonedOnCopy::pointers() const
 {
     std::vector<ConversationItem*> all;
     all.reserve(items_.size());
-    for (const OwnedItem& item : items_)
+    for (const HeldItem& item : items_)
     {
         all.push_back(item.get());
     }
@@ -44,28 +50,60 @@ void DataThatShouldBeClonedOnCopy::setDummyItem(OwnedItem item)
     dummyItem_ = std::move(item);
 }
 
+/** An ignored waiting call is ordered by its time, but has a call id by which it is looked up. */
+bool DataThatShouldBeClonedOnCopy::isPlain(const ConversationItem& item)
+{
+    const ConversationItemState state = item.getState();
+    return isOrderedByTimeAlone(state) && state != ConversationItemState::CALL_WAITING_IGNORED &&
+           !item.hasConversationItemId();
+}
+
 ConversationItem* DataThatShouldBeClonedOnCopy::findEquivalent(const ConversationItem& item) const
 {
+    const bool byTimeAlone = holdsOnlyPlainItems() && isPlain(item);
+    const long time = item.timeStampUTC();
     const auto found = std::find_if(items_.begin(), items_.end(),
-                                    [&item](const OwnedItem& held) {
-                                        return !held->lessThanOtherConsideringCreationTime(item) &&
-                                               !item.lessThanOtherConsideringCreationTime(*held);
+                                    [&](const HeldItem& held)
+                                    {
+                                        return byTimeAlone ? held.time() == time
+                                                           : !held->lessThanOtherConsideringCreationTime(item) &&
+                                                                 !item.lessThanOtherConsideringCreationTime(*held);
                                     });
     return found == items_.end() ? nullptr : found->get();
 }
 
+void DataThatShouldBeClonedOnCopy::removeEquivalent(const ConversationItem& item)
+{
+    if (const ConversationItem* equivalent = findEquivalent(item))
+    {
+        removeIf([equivalent](const ConversationItem& held) { return &held == equivalent; });
+    }
+}
+
+/** The first item that this one precedes. */
+DataThatShouldBeClonedOnCopy::Items::const_iterator
+DataThatShouldBeClonedOnCopy::findPlace(const ConversationItem& item) const
+{
+    const bool byTimeAlone = holdsOnlyPlainItems() && isPlain(item);
+    const long time = item.timeStampUTC();
+    return std::find_if(items_.begin(), items_.end(),
+                        [&](const HeldItem& held) {
+                            return byTimeAlone ? time > held.time() : item.lessThanOtherConsideringCreationTime(*held);
+                        });
+}
+
 void DataThatShouldBeClonedOnCopy::insert(OwnedItem item)
 {
-    const auto place =
-        std::find_if(items_.begin(), items_.end(),
-                     [&item](const OwnedItem& held) { return item->lessThanOtherConsideringCreationTime(*held); });
-    items_.insert(place, std::move(item));
+    const auto place = findPlace(*item);
+    specialItems_ += isPlain(*item) ? 0 : 1;
+    items_.insert(place, HeldItem(std::move(item)));
 }
 
 void DataThatShouldBeClonedOnCopy::removeFront()
 {
     if (!items_.empty())
     {
+        specialItems_ -= isPlain(*items_.front()) ? 0 : 1;
         items_.erase(items_.begin());
     }
 }
@@ -74,6 +112,7 @@ void DataThatShouldBeClonedOnCopy::removeBack()
 {
     if (!items_.empty())
     {
+        specialItems_ -= isPlain(*items_.back()) ? 0 : 1;
         items_.pop_back();
     }
 }
@@ -81,5 +120,6 @@ void DataThatShouldBeClonedOnCopy::removeBack()
 void DataThatShouldBeClonedOnCopy::clearItems()
 {
     items_.clear();
+    specialItems_ = 0;
 }
 } // namespace ConversationAPI

@@ -1,34 +1,28 @@
 #include "ConversationAPI/JournalEntryIds.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace ConversationAPI
 {
 namespace
 {
-/** Up to here looking through the sequence is quicker than hashing. */
-constexpr std::size_t FEW = 16;
+/** So many ids are kept as they come. */
+constexpr std::size_t FEW = 64;
 } // namespace
-
-bool JournalEntryIds::contains(const std::string& id) const
-{
-    return ids_.size() <= FEW ? std::find(ids_.begin(), ids_.end(), id) != ids_.end() : known_.count(id) != 0;
-}
 
 void JournalEntryIds::add(const std::string& id)
 {
-    if (id.empty() || contains(id))
+    if (id.empty() || (!ids_.empty() && ids_.back() == id))
     {
         return;
     }
     ids_.push_back(id);
-    if (ids_.size() == FEW + 1)
+    if (ids_.size() > 2 * distinct_ + FEW)
     {
-        known_.insert(ids_.begin(), ids_.end());
-    }
-    else if (ids_.size() > FEW)
-    {
-        known_.insert(id);
+        dropRepetitions(ids_);
+        distinct_ = ids_.size();
     }
 }
 
@@ -43,10 +37,29 @@ void JournalEntryIds::add(const JournalEntryIds& others)
 void JournalEntryIds::remove(const std::string& id)
 {
     ids_.erase(std::remove(ids_.begin(), ids_.end(), id), ids_.end());
-    known_.erase(id);
-    if (ids_.size() <= FEW)
+}
+
+std::vector<std::string> JournalEntryIds::inOrder() const
+{
+    Ids distinct = ids_;
+    dropRepetitions(distinct);
+    return {distinct.begin(), distinct.end()};
+}
+
+/** The first of each stays where it is in the order. */
+void JournalEntryIds::dropRepetitions(Ids& ids)
+{
+    Ids distinct;
+    distinct.reserve(ids.size());
+    std::unordered_set<std::string_view> seen;
+    for (std::string& id : ids)
     {
-        known_.clear();
+        if (seen.count(id) == 0)
+        {
+            distinct.push_back(std::move(id));
+            seen.insert(distinct.back());
+        }
     }
+    ids = std::move(distinct);
 }
 } // namespace ConversationAPI

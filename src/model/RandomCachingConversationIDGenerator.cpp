@@ -33,7 +33,7 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     const ConversationParticipant& mine = a.participants().front();
     const ConversationParticipant& theirs = b.participants().front();
     const bool sameNames = mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText();
-    return sameNames || mine.contactNumbers() == theirs.contactNumbers();
+    return sameNames || mine.hasSameContactNumbers(theirs);
 }
 } // namespace
 
@@ -56,7 +56,9 @@ RandomCachingConversationIDGenerator::RandomCachingConversationIDGenerator()
 }
 
 RandomCachingConversationIDGenerator::RandomCachingConversationIDGenerator(SamenessTest test)
-    : cache_(std::make_unique<ConversationIDCache>()), test_(test)
+    : cache_(
+          std::make_unique<ConversationIDCache>(test == &isSameConversation || test == &isSameConversationAtSameTime)),
+      test_(test)
 {
 }
 
@@ -70,15 +72,16 @@ std::string RandomCachingConversationIDGenerator::getConversationID(Conversation
     {
         return generateConversationId();
     }
-    std::string id = findConversationIDForItem(conversation);
-    if (id.empty())
+    const ConversationIDCache::Entry* known = cache_->findFirst(*item, test_);
+    if (!known)
     {
-        id = generateConversationId();
-        cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
-        CONVERSATION_LOG(6, "getConversationID new id [%s]", id.c_str());
-        return id;
+        std::string newId = generateConversationId();
+        cache_->put(newId, std::unique_ptr<ConversationItem>(item->clone()));
+        CONVERSATION_LOG(6, "getConversationID new id [%s]", newId.c_str());
+        return newId;
     }
-    if (itemNeedsUpdating(cache_->find(id)->item.get(), item))
+    std::string id = known->id;
+    if (itemNeedsUpdating(known->item.get(), item))
     {
         cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
     }
@@ -136,8 +139,7 @@ std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conv
     {
         return {};
     }
-    const bool isIndexed = test_ == &isSameConversation || test_ == &isSameConversationAtSameTime;
-    const auto* entry = isIndexed ? cache_->findFirst(*item, test_) : cache_->walkToFirst(*item, test_);
+    const ConversationIDCache::Entry* entry = cache_->findFirst(*item, test_);
     return entry ? entry->id : std::string();
 }
 

@@ -1,31 +1,19 @@
 #include "ConversationAPI/SharedText.h"
 
 #include <atomic>
-#include <cstring>
-#include <new>
 #include <utility>
 
 namespace ConversationAPI
 {
-/** The characters stand right behind the block. */
 struct SharedText::Block
 {
-    std::atomic<unsigned> owners{1};
-    std::size_t length = 0;
+    explicit Block(std::string content) : text(std::move(content)) {}
 
-    char* characters() { return reinterpret_cast<char*>(this + 1); }
+    std::atomic<unsigned> owners{1};
+    const std::string text;
 };
 
-SharedText::SharedText(std::string_view text)
-{
-    if (text.empty())
-    {
-        return;
-    }
-    block_ = new (::operator new(sizeof(Block) + text.size())) Block;
-    block_->length = text.size();
-    std::memcpy(block_->characters(), text.data(), text.size());
-}
+SharedText::SharedText(std::string text) : block_(text.empty() ? nullptr : new Block(std::move(text))) {}
 
 SharedText::SharedText(const SharedText& other) noexcept : block_(other.block_)
 {
@@ -52,19 +40,19 @@ SharedText::~SharedText()
 {
     if (block_ && block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
     {
-        block_->~Block();
-        ::operator delete(block_);
+        delete block_;
     }
 }
 
-std::string_view SharedText::view() const noexcept
+const std::string& SharedText::str() const noexcept
 {
-    return block_ ? std::string_view(block_->characters(), block_->length) : std::string_view();
+    static const std::string empty;
+    return block_ ? block_->text : empty;
 }
 
-void SharedText::assign(std::string_view text)
+void SharedText::assign(const std::string& text)
 {
-    if (view() != text)
+    if (str() != text)
     {
         *this = SharedText(text);
     }
@@ -72,6 +60,6 @@ void SharedText::assign(std::string_view text)
 
 bool operator==(const SharedText& a, const SharedText& b) noexcept
 {
-    return a.view() == b.view();
+    return &a.str() == &b.str() || a.str() == b.str();
 }
 } // namespace ConversationAPI

@@ -5,6 +5,8 @@
 #include "ConversationAPI/ConversationItemSourceObserverIfc.h"
 #include "Log.h"
 
+#include <memory>
+
 namespace ConversationAPI
 {
 namespace
@@ -76,8 +78,14 @@ void ActiveCallConversationItemSource::updateCachedCall(const ActiveCall& call)
         observer_->conversationItemChanged(item);
         return;
     }
-    observer_->removeActiveConversationItemForCall(call.getCallId());
-    observer_->newConversationItem(item);
+    std::unique_ptr<ConversationItem> moved(item);
+    const std::string callId = call.getCallId();
+    observer_->removeActiveConversationItemForCall(callId);
+    // Whoever was told of the removal may have ended the call or taken this source off.
+    if (observer_ && callIsCached(callId))
+    {
+        observer_->newConversationItem(moved.release());
+    }
 }
 
 /** The item shows the cached record; only the number to call back is the event's. */
