@@ -14,9 +14,9 @@
 
 #include "ConversationAPI/ConversationContact.h"
 #include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/ConversationObservers.h"
 #include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
 #include "ConversationAPI/JournalEntryIds.h"
-#include "ConversationAPI/NumberUpdateReason.h"
 #include "platform/Semaphore.h"
 
 #include <string>
@@ -194,8 +194,8 @@ class Conversation : public ConversationContact
     void mergeItems(std::vector<ConversationItem*> items);
 
     /** Once each. The observer is told that it was registered or unregistered. */
-    void addObserver(ConversationModificationObserverIfc* list);
-    void removeObserver(ConversationModificationObserverIfc* list);
+    void addObserver(ConversationModificationObserverIfc* list) { observers_.add(list, *this); }
+    void removeObserver(ConversationModificationObserverIfc* list) { observers_.remove(list, *this); }
 
     /** Tells the observers how the four numbers differ from what they were. */
     void conversationNumbersChanged(const std::vector<std::string>& numbersBefore);
@@ -245,12 +245,11 @@ class Conversation : public ConversationContact
 
     void takeIdOf(const Conversation& other);
     void makePermanent();
-    void logItems() const;
+    void traceItems() const;
 
     void reportNumberChanges(const std::string* before, std::size_t count);
-    void notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first, const std::string& second);
-    void notifyObserversConversationIsModified();
-    void keysChanged();
+    void notifyObserversConversationIsModified() { observers_.tellModified(getConversationId()); }
+    void keysChanged() { observers_.tellKeysChanged(*this); }
 
     bool clone_ = false;
     DataThatShouldBeClonedOnCopy data_;
@@ -264,7 +263,7 @@ class Conversation : public ConversationContact
     bool phantom_ = false;
     bool temporary_ = false;
     bool extraActive_ = false;
-    boost::container::small_vector<ConversationModificationObserverIfc*, 2> observers_;
+    ConversationObservers observers_;
     UpdateReason updateReason_ = CONTENT_UPDATED;
 };
 } // namespace ConversationAPI

@@ -69,26 +69,26 @@ class ConversationItem
     virtual bool isActiveOrClearing() const;
     virtual bool isActive() const;
     virtual bool isProgressing() const;
-    virtual bool isProgressingIncoming() const;
-    virtual bool isProgressingOutgoing() const;
-    virtual bool isConnected() const;
-    virtual bool isConference() const;
-    virtual bool isLocallyHeld() const;
-    virtual bool isRemotelyHeld() const;
-    virtual bool isVoiceMail() const;
-    virtual bool isClearing() const;
-    virtual bool isIsolated() const;
-    virtual bool isBlindTransferring() const;
-    virtual bool isCallWaitingIsolated() const;
-    virtual bool isCallWaitingIgnored() const;
-    virtual bool isCallWaiting() const;
-    virtual bool isRepresentedHeldCall() const;
-    virtual bool isStartedRemoteCall() const;
+    virtual bool isProgressingIncoming() const { return getState() == ConversationItemState::PROGRESSING_INCOMING; }
+    virtual bool isProgressingOutgoing() const { return getState() == ConversationItemState::PROGRESSING_OUTGOING; }
+    virtual bool isConnected() const { return getState() == ConversationItemState::CONNECTED; }
+    virtual bool isConference() const { return getState() == ConversationItemState::CONFERENCE; }
+    virtual bool isLocallyHeld() const { return getState() == ConversationItemState::LOCALLY_HELD; }
+    virtual bool isRemotelyHeld() const { return getState() == ConversationItemState::REMOTELY_HELD; }
+    virtual bool isVoiceMail() const { return getState() == ConversationItemState::VOICEMAIL; }
+    virtual bool isClearing() const { return getState() == ConversationItemState::CLEARING; }
+    virtual bool isIsolated() const { return getState() == ConversationItemState::ISOLATED; }
+    virtual bool isBlindTransferring() const { return getState() == ConversationItemState::BLIND_TRANSFERRING; }
+    virtual bool isCallWaitingIsolated() const { return getState() == ConversationItemState::CALL_WAITING_ISOLATED; }
+    virtual bool isCallWaitingIgnored() const { return getState() == ConversationItemState::CALL_WAITING_IGNORED; }
+    virtual bool isCallWaiting() const { return getState() == ConversationItemState::CALL_WAITING; }
+    virtual bool isRepresentedHeldCall() const { return getState() == ConversationItemState::REPRESENTED_HELD_CALL; }
+    virtual bool isStartedRemoteCall() const { return getState() == ConversationItemState::STARTED_REMOTE_CALL; }
 
     /** Any call of the history but a forwarded one. */
     virtual bool isEndingRemoteCall() const;
-    virtual bool isIncomingGroupPickup() const;
-    virtual bool isConnectedGroupPickup() const;
+    virtual bool isIncomingGroupPickup() const { return getState() == ConversationItemState::GROUP_PICKUP_INCOMING; }
+    virtual bool isConnectedGroupPickup() const { return getState() == ConversationItemState::GROUP_PICKUP_CONNECTED; }
 
     virtual bool isCallAnonymous() const;
     virtual bool isConferenceConversation() const;
@@ -96,7 +96,7 @@ class ConversationItem
 
     /** Any call of the history. */
     virtual bool isNonActiveCall() const;
-    virtual bool isGroupCall() const;
+    virtual bool isGroupCall() const { return false; }
 
     /** Whether this item and the other belong to one conversation. */
     virtual bool isSameConversationAs(const ConversationItem& other) const;
@@ -126,17 +126,17 @@ class ConversationItem
     virtual ConversationItemState getState() const;
 
     /** Call control's id of a live call; "" for everything else. */
-    virtual std::string getCallId() const;
-    virtual std::string getItemSubjectText() const;
-    virtual std::string getItemText() const;
-    virtual std::string getHistoryDuration() const;
-    virtual std::string getCreatorId() const;
+    virtual std::string getCallId() const { return {}; }
+    virtual std::string getItemSubjectText() const { return {}; }
+    virtual std::string getItemText() const { return {}; }
+    virtual std::string getHistoryDuration() const { return {}; }
+    virtual std::string getCreatorId() const { return {}; }
     virtual int getNumberOfAttachments() const;
     virtual systemMessageType getType() const;
     virtual addParticipantReason getAddParticipantReason() const;
     virtual ConversationParticipant creator() const;
     virtual void setCreator(ConversationParticipant creator);
-    virtual bool getUserHasLeftOrJoined() const;
+    virtual bool getUserHasLeftOrJoined() const { return false; }
     virtual std::vector<std::string> getAffectedParticipants() const;
 
     /** These change the first party; without one they do nothing. */
@@ -171,14 +171,14 @@ class ConversationItem
     virtual void setExchangeContactId(const std::string& id);
     virtual void setLargeConference(bool large);
 
-    /** Whether both items have the same parties, in whatever order; two without any have. */
+    /** Whether both items have the same parties, once each brings them into order; two without any have. */
     virtual bool doParticipantsMatch(const ConversationItem& other) const;
-    virtual bool getHDAudioIconStatus() const;
-    virtual bool isDSSCall() const;
+    virtual bool getHDAudioIconStatus() const { return false; }
+    virtual bool isDSSCall() const { return false; }
     virtual void setViewed(bool viewed);
-    virtual bool getViewed() const;
-    virtual std::string getGroupName() const;
-    virtual std::string getGroupNumber() const;
+    virtual bool getViewed() const { return false; }
+    virtual std::string getGroupName() const { return {}; }
+    virtual std::string getGroupNumber() const { return {}; }
 
     void setClone() { clone_ = true; }
 

@@ -1,7 +1,7 @@
 /**
  * What a conversation tells the lists that hold it.
  *
- * Never called while the conversation holds its lock.
+ * Called after the conversation has left its lock, save conversationKeysChanged(), which must not call back.
  */
 #pragma once
 

@@ -101,6 +101,9 @@ class ConversationParticipant : public CallPartyIdentifier
     /** Whether one of the four is another number than the comparable one. */
     bool hasFurtherNumbers() const;
 
+    /** Whether any of the four is known. */
+    bool hasContactNumbers() const;
+
     /** Whether both know the same four numbers. */
     bool hasSameContactNumbers(const ConversationParticipant& other) const;
 

@@ -2,7 +2,6 @@
 
 #include "ConversationAPI/ConversationIDGenerator.h"
 #include "ConversationAPI/ConversationItemFactory.h"
-#include "ConversationAPI/ConversationModificationObserverIfc.h"
 #include "ConversationAPI/WellKnownNames.h"
 #include "Log.h"
 #include "model/ConversationMerge.h"
@@ -65,10 +64,7 @@ Conversation::Conversation(const Conversation& other)
 
 Conversation::~Conversation()
 {
-    for (ConversationModificationObserverIfc* observer : observers_)
-    {
-        observer->conversationUnregistered(this);
-    }
+    observers_.tellEnd(*this);
 }
 
 Conversation* Conversation::clone() const
@@ -442,7 +438,7 @@ void Conversation::makePermanent()
     setTemporary(false);
 }
 
-void Conversation::logItems() const
+void Conversation::traceItems() const
 {
     if (data_.empty() || !loggingOnAppOrv("ConversationAPI", 5))
     {
@@ -503,7 +499,8 @@ void Conversation::updateSecondPartyNameAndNumber(const ConversationItem& item)
 
 /**
  * The contact as an item. It carries no conversation id: with one on both sides, sameness would be a matter of
- * ids alone, and a contact would never match by number.
+ * ids alone, and a contact would never match by number. A contact of whom neither name nor main number is known
+ * is still no anonymous caller.
  */
 Conversation::OwnedItem Conversation::makeContactItem(long time) const
 {
@@ -515,6 +512,10 @@ Conversation::OwnedItem Conversation::makeContactItem(long time) const
         itemFactory_->getDummyConversationItem(time, getNumber(), getFirstName(), getLastName(), getNumberType()));
     item->setPhoneNumbers(getWorkNumber1(), getWorkNumber2(), getMobileNumber(), getHomeNumber());
     item->shareExchangeContactId(exchangeContactIdText());
+    if (getNumber().empty() && joinNames(getFirstName(), getLastName()).empty())
+    {
+        item->setLastName("");
+    }
     return item;
 }
 
@@ -557,14 +558,9 @@ void Conversation::reportNumberChanges(const std::string* before, std::size_t co
             CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
                              static_cast<int>(slot));
         }
-        else if (before[slot].empty() && !now[slot].empty())
+        else
         {
-            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, now[slot], "");
-        }
-        else if (before[slot] != now[slot])
-        {
-            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
-            notifyObserversNumbersUpdated(reason, now[slot], before[slot]);
+            observers_.tellNumber(*this, before[slot], now[slot]);
         }
     }
 }
@@ -594,50 +590,5 @@ std::string Conversation::toDebugString() const
     return "[" + getConversationId() + " '" + toString() + "' number=" + getNumber() +
            " state=" + std::to_string(static_cast<int>(getState())) + " items=" + std::to_string(data_.items().size()) +
            "]";
-}
-
-void Conversation::addObserver(ConversationModificationObserverIfc* list)
-{
-    if (list && std::find(observers_.begin(), observers_.end(), list) == observers_.end())
-    {
-        observers_.push_back(list);
-        list->conversationRegistered(this);
-    }
-}
-
-void Conversation::removeObserver(ConversationModificationObserverIfc* list)
-{
-    const auto found = std::find(observers_.begin(), observers_.end(), list);
-    if (found != observers_.end())
-    {
-        observers_.erase(found);
-        list->conversationUnregistered(this);
-    }
-}
-
-void Conversation::notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first,
-                                                 const std::string& second)
-{
-    for (ConversationModificationObserverIfc* observer : observers_)
-    {
-        observer->conversationNumberUpdated(reason, this, first, second);
-        observer->conversationModified(getConversationId());
-    }
-}
-
-void Conversation::notifyObserversConversationIsModified()
-{
-    for (ConversationModificationObserverIfc* observer : observers_)
-    {
-        observer->conversationModified(getConversationId());
-    }
-}
-
-void Conversation::keysChanged()
-{
-    for (ConversationModificationObserverIfc* observer : observers_)
-    {
-        observer->conversationKeysChanged(this);
-    }
 }
 } // namespace ConversationAPI

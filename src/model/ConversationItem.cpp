@@ -65,81 +65,6 @@ bool ConversationItem::isProgressing() const
     return isProgressingIncoming() || isProgressingOutgoing() || isCallWaiting();
 }
 
-bool ConversationItem::isProgressingIncoming() const
-{
-    return getState() == ConversationItemState::PROGRESSING_INCOMING;
-}
-
-bool ConversationItem::isProgressingOutgoing() const
-{
-    return getState() == ConversationItemState::PROGRESSING_OUTGOING;
-}
-
-bool ConversationItem::isConnected() const
-{
-    return getState() == ConversationItemState::CONNECTED;
-}
-
-bool ConversationItem::isConference() const
-{
-    return getState() == ConversationItemState::CONFERENCE;
-}
-
-bool ConversationItem::isLocallyHeld() const
-{
-    return getState() == ConversationItemState::LOCALLY_HELD;
-}
-
-bool ConversationItem::isRemotelyHeld() const
-{
-    return getState() == ConversationItemState::REMOTELY_HELD;
-}
-
-bool ConversationItem::isVoiceMail() const
-{
-    return getState() == ConversationItemState::VOICEMAIL;
-}
-
-bool ConversationItem::isClearing() const
-{
-    return getState() == ConversationItemState::CLEARING;
-}
-
-bool ConversationItem::isIsolated() const
-{
-    return getState() == ConversationItemState::ISOLATED;
-}
-
-bool ConversationItem::isBlindTransferring() const
-{
-    return getState() == ConversationItemState::BLIND_TRANSFERRING;
-}
-
-bool ConversationItem::isCallWaitingIsolated() const
-{
-    return getState() == ConversationItemState::CALL_WAITING_ISOLATED;
-}
-
-bool ConversationItem::isCallWaitingIgnored() const
-{
-    return getState() == ConversationItemState::CALL_WAITING_IGNORED;
-}
-
-bool ConversationItem::isCallWaiting() const
-{
-    return getState() == ConversationItemState::CALL_WAITING;
-}
-
-bool ConversationItem::isRepresentedHeldCall() const
-{
-    return getState() == ConversationItemState::REPRESENTED_HELD_CALL;
-}
-
-bool ConversationItem::isStartedRemoteCall() const
-{
-    return getState() == ConversationItemState::STARTED_REMOTE_CALL;
-}
-
 bool ConversationItem::isEndingRemoteCall() const
 {
     switch (getState())
@@ -153,16 +78,6 @@ bool ConversationItem::isEndingRemoteCall() const
     default:
         return false;
     }
-}
-
-bool ConversationItem::isIncomingGroupPickup() const
-{
-    return getState() == ConversationItemState::GROUP_PICKUP_INCOMING;
-}
-
-bool ConversationItem::isConnectedGroupPickup() const
-{
-    return getState() == ConversationItemState::GROUP_PICKUP_CONNECTED;
 }
 
 bool ConversationItem::isCallAnonymous() const
@@ -194,11 +109,6 @@ bool ConversationItem::isNonActiveCall() const
            state == ConversationItemState::RECEIVED || state == ConversationItemState::FORWARDED ||
            state == ConversationItemState::MISSED_ANSWERED_ELSEWHERE ||
            state == ConversationItemState::MISSED_GROUP_CALL;
-}
-
-bool ConversationItem::isGroupCall() const
-{
-    return false;
 }
 
 bool ConversationItem::isSameConversationAs(const ConversationItem& other) const
@@ -304,31 +214,6 @@ ConversationItemState ConversationItem::getState() const
     return ConversationItemState::NO_STATE;
 }
 
-std::string ConversationItem::getCallId() const
-{
-    return {};
-}
-
-std::string ConversationItem::getItemSubjectText() const
-{
-    return {};
-}
-
-std::string ConversationItem::getItemText() const
-{
-    return {};
-}
-
-std::string ConversationItem::getHistoryDuration() const
-{
-    return {};
-}
-
-std::string ConversationItem::getCreatorId() const
-{
-    return {};
-}
-
 int ConversationItem::getNumberOfAttachments() const
 {
     return rarities_->numberOfAttachments;
@@ -352,11 +237,6 @@ ConversationParticipant ConversationItem::creator() const
 void ConversationItem::setCreator(ConversationParticipant creator)
 {
     rarities_.write().creator = std::move(creator);
-}
-
-bool ConversationItem::getUserHasLeftOrJoined() const
-{
-    return false;
 }
 
 std::vector<std::string> ConversationItem::getAffectedParticipants() const
@@ -484,32 +364,7 @@ bool ConversationItem::doParticipantsMatch(const ConversationItem& other) const
     return std::equal(mine.begin(), mine.end(), theirs.begin());
 }
 
-bool ConversationItem::getHDAudioIconStatus() const
-{
-    return false;
-}
-
-bool ConversationItem::isDSSCall() const
-{
-    return false;
-}
-
 void ConversationItem::setViewed(bool) {}
-
-bool ConversationItem::getViewed() const
-{
-    return false;
-}
-
-std::string ConversationItem::getGroupName() const
-{
-    return {};
-}
-
-std::string ConversationItem::getGroupNumber() const
-{
-    return {};
-}
 
 std::vector<ConversationParticipant> ConversationItem::getParticipantsCopy() const
 {

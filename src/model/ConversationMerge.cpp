@@ -34,9 +34,10 @@ std::vector<ConversationItem*> ConversationMerge::merge()
     }
     into_.mergeItems(cloneItems());
     into_.takeIdOf(from_);
-    into_.logItems();
+    into_.traceItems();
     std::vector<OwnedItem> strangers = extract(itemsNotCovered());
     into_.takeContactDetails(from_);
+    takeOrigin({true, true, false});
     into_.setContactSource(from_.getContactSource());
     finish();
     return handOver(std::move(strangers));
@@ -58,7 +59,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
         rememberOwnContact();
         into_.takeIdOf(from_);
     }
-    into_.logItems();
+    into_.traceItems();
     Items strangers = itemsNotCovered();
     if (!keepsContact)
     {

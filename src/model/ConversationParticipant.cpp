@@ -182,6 +182,12 @@ bool ConversationParticipant::hasFurtherNumbers() const
                        [this](const std::string& number) { return !number.empty() && number != comparableNumber_; });
 }
 
+bool ConversationParticipant::hasContactNumbers() const
+{
+    return std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                       [this](ContactNumberSlot slot) { return !contactNumber(slot).empty(); });
+}
+
 bool ConversationParticipant::hasSameContactNumbers(const ConversationParticipant& other) const
 {
     return std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),

@@ -33,7 +33,7 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     const ConversationParticipant& mine = a.participants().front();
     const ConversationParticipant& theirs = b.participants().front();
     const bool sameNames = mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText();
-    return sameNames || mine.hasSameContactNumbers(theirs);
+    return sameNames || (mine.hasContactNumbers() && mine.hasSameContactNumbers(theirs));
 }
 } // namespace
 

@@ -1,0 +1,128 @@
+#include "Options.h"
+
+#include "EventCatalogue.h"
+#include "TimeZone.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Deskphone
+{
+namespace
+{
+constexpr int WRONG_USAGE = 1;
+
+constexpr const char* EXAMPLES = R"(
+Examples:
+  deskphone replay apps/deskphone/traces/working-day.jsonl
+  deskphone replay --each apps/deskphone/traces/short.jsonl
+  deskphone replay --language de --timezone Europe/Vienna day.jsonl
+  deskphone replay --time-format 12HR --date-format MM/DD/YYYY day.jsonl
+  zcat day.jsonl.gz | deskphone replay --json -
+  deskphone replay --log 5 day.jsonl 2>day.log
+
+Rows: live calls first, ● talking ○ ringing ‖ on hold · ending; then the history, newest first, ! with missed calls
+that nobody has seen. ← incoming, → outgoing, × missed, ↪ forwarded; the last column counts what the row holds.
+
+Exit codes: 0 all went well, 1 wrong usage or unreadable file, 2 broken trace (nothing was applied),
+3 an event asked for something that was not possible.
+)";
+
+void check(CLI::Option* option, const std::string& what, bool (*isRight)(const std::string&))
+{
+    option->check([what, isRight](const std::string& value)
+                  { return isRight(value) ? std::string() : "'" + value + "' is no " + what; });
+}
+
+bool isDigits(const std::string& text)
+{
+    return text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+bool isLogLevel(const std::string& text)
+{
+    return text.size() == 1 && text[0] >= '0' && text[0] <= '6';
+}
+
+void addSettings(CLI::App& replay, Options& options)
+{
+    const std::string group = "Settings of the telephone (they go before those of the trace)";
+    CLI::Option* zone = replay.add_option("--timezone", options.timeZone, "Time zone, as Europe/Berlin");
+    check(zone->type_name("ZONE")->group(group), "time zone that this machine knows", isTimeZone);
+    replay.add_option("--country", options.country, "Where the telephone stands, ISO 3166, as DE")
+        ->type_name("COUNTRY")
+        ->group(group);
+    CLI::Option* areaCode = replay.add_option("--area-code", options.areaCode, "Its area code, as 030");
+    check(areaCode->type_name("DIGITS")->group(group), "number", isDigits);
+    CLI::Option* prefix =
+        replay.add_option("--outside-prefix", options.outsidePrefix, "What is dialled for an outside line, as 0");
+    check(prefix->type_name("DIGITS")->group(group), "number", isDigits);
+    replay.add_option("--language", options.language, "Language of the times: en, de")->type_name("CODE")->group(group);
+    replay.add_option("--time-format", options.timeFormat, "How times of day are written")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"12HR", "24HR"}))
+        ->group(group);
+    replay.add_option("--date-format", options.dateFormat, "How dates are written")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"DD.MM.YYYY", "MM/DD/YYYY"}))
+        ->group(group);
+}
+
+void addReplay(CLI::App& app, Options& options)
+{
+    CLI::App& replay = *app.add_subcommand("replay", "Apply a trace and print the conversation list as the screen "
+                                                     "shows it");
+    replay.add_option("FILE", options.trace, "The trace, one event a line; - reads standard input")
+        ->type_name("")
+        ->required();
+    replay.add_flag("--each", options.afterEachEvent, "Print the list after every event, not only at the end");
+    replay.add_flag("--json", options.json, "Print one JSON object a row");
+    replay.add_flag("--ids", options.withIds, "Show the end of each conversation's identifier");
+    addSettings(replay, options);
+    replay.footer("Events: settings, " + EventCatalogue::all().names() + "\n(docs/trace.md describes them)");
+}
+
+template <typename Setting>
+void replace(Setting& setting, const std::optional<Setting>& other)
+{
+    setting = other.value_or(setting);
+}
+} // namespace
+
+TelephoneSettings Options::over(TelephoneSettings settings) const
+{
+    replace(settings.timeZone, timeZone);
+    replace(settings.numbers.region, country);
+    replace(settings.numbers.areaCode, areaCode);
+    replace(settings.numbers.outsideLinePrefix, outsidePrefix);
+    replace(settings.language, language);
+    replace(settings.timeFormat, timeFormat);
+    replace(settings.dateFormat, dateFormat);
+    return settings;
+}
+
+std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
+{
+    Options options;
+    CLI::App app("deskphone - an IP desk telephone's conversation list, driven from outside", "deskphone");
+    app.set_help_flag();
+    app.set_help_all_flag("-h,--help", "Print this and exit");
+    CLI::Option* level = app.add_option("--log", options.logLevel,
+                                        "Write log lines up to this level to stderr: 0 none, 2 failures, 6 all");
+    check(level->type_name("LEVEL"), "level from 0 to 6", isLogLevel);
+    app.add_flag("--log-plain", options.logPlain, "Names and numbers in the log as they are, without pseudonyms");
+    app.fallthrough();
+    app.require_subcommand(1);
+    app.footer(EXAMPLES);
+    addReplay(app, options);
+    try
+    {
+        app.parse(argc, argv);
+        return options;
+    }
+    catch (const CLI::ParseError& error)
+    {
+        exitCode = app.exit(error) == 0 ? 0 : WRONG_USAGE;
+        return std::nullopt;
+    }
+}
+} // namespace Deskphone

@@ -1,0 +1,187 @@
+#include "ScreenRow.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/WellKnownNames.h"
+#include "Telephone.h"
+
+namespace Deskphone
+{
+using ConversationAPI::ActiveCall;
+using ConversationAPI::Conversation;
+using State = ConversationAPI::ConversationItemState;
+
+namespace
+{
+struct StateText
+{
+    const char* text;
+    ScreenRow::Liveness liveness;
+};
+
+StateText describeLive(State state)
+{
+    switch (state)
+    {
+    case State::CONNECTED:
+        return {"Connected", ScreenRow::TALKING};
+    case State::LOCALLY_HELD:
+        return {"On hold", ScreenRow::ON_HOLD};
+    case State::REMOTELY_HELD:
+        return {"Held by the other side", ScreenRow::ON_HOLD};
+    case State::CONFERENCE:
+        return {"Conference", ScreenRow::TALKING};
+    case State::PROGRESSING_INCOMING:
+        return {"Ringing", ScreenRow::RINGING};
+    case State::PROGRESSING_OUTGOING:
+        return {"Calling", ScreenRow::RINGING};
+    case State::STARTED_REMOTE_CALL:
+        return {"On another telephone", ScreenRow::TALKING};
+    case State::CLEARING:
+        return {"Ending", ScreenRow::ENDING};
+    case State::GROUP_PICKUP_CONNECTED:
+        return {"Picked up", ScreenRow::TALKING};
+    case State::GROUP_PICKUP_INCOMING:
+        return {"Ringing in the group", ScreenRow::RINGING};
+    case State::ISOLATED:
+        return {"Isolated", ScreenRow::TALKING};
+    case State::CALL_WAITING_ISOLATED:
+        return {"Waiting, isolated", ScreenRow::RINGING};
+    case State::CALL_WAITING_IGNORED:
+        return {"Waiting, ignored", ScreenRow::RINGING};
+    case State::CALL_WAITING:
+        return {"Waiting", ScreenRow::RINGING};
+    case State::REPRESENTED_HELD_CALL:
+        return {"Held call is back", ScreenRow::RINGING};
+    case State::BLIND_TRANSFERRING:
+        return {"Transferring", ScreenRow::ENDING};
+    default:
+        return {"", ScreenRow::HISTORY};
+    }
+}
+
+const char* describeHistory(State state)
+{
+    switch (state)
+    {
+    case State::MISSED:
+        return "Missed";
+    case State::DIALLED:
+        return "Dialled";
+    case State::RECEIVED:
+        return "Received";
+    case State::FORWARDED:
+        return "Forwarded";
+    case State::MISSED_ANSWERED_ELSEWHERE:
+        return "Answered elsewhere";
+    case State::MISSED_GROUP_CALL:
+        return "Missed group call";
+    case State::VOICEMAIL:
+        return "Voicemail";
+    case State::TEXT:
+        return "Message";
+    case State::SYSTEM_MESSAGE:
+        return "Notice";
+    default:
+        return "";
+    }
+}
+
+ScreenRow::Direction directionOf(const Conversation& conversation)
+{
+    switch (conversation.getState())
+    {
+    case State::MISSED:
+    case State::MISSED_GROUP_CALL:
+        return ScreenRow::MISSED;
+    case State::RECEIVED:
+    case State::MISSED_ANSWERED_ELSEWHERE:
+    case State::PROGRESSING_INCOMING:
+        return ScreenRow::INCOMING;
+    case State::DIALLED:
+    case State::PROGRESSING_OUTGOING:
+        return ScreenRow::OUTGOING;
+    case State::FORWARDED:
+        return ScreenRow::FORWARDED;
+    default:
+        break;
+    }
+    const ActiveCall::callDirection direction = conversation.activeCallDirection();
+    if (direction == ActiveCall::NO_DIRECTION)
+    {
+        return ScreenRow::NEITHER;
+    }
+    return direction == ActiveCall::OUTGOING ? ScreenRow::OUTGOING : ScreenRow::INCOMING;
+}
+
+std::string joined(const std::string& a, const char* between, const std::string& b)
+{
+    return a.empty() || b.empty() ? a + b : a + between + b;
+}
+
+std::string readableName(const std::string& first, const std::string& last)
+{
+    return last == ConversationAPI::ANONYMOUS_NAME ? "Unknown caller" : joined(first, " ", last);
+}
+
+std::string nameOf(const Conversation& conversation)
+{
+    std::string name = conversation.getDisplayName();
+    if (name.empty())
+    {
+        name = conversation.isCallAnonymous() ? "Unknown caller"
+                                              : readableName(conversation.getFirstName(), conversation.getLastName());
+    }
+    const ConversationAPI::SecondParty& second = conversation.secondParty();
+    const std::string secondName = readableName(second.firstName, second.lastName);
+    name = joined(name, ", ", secondName.empty() ? second.number : secondName);
+    const std::string group =
+        conversation.getGroupName().empty() ? conversation.getGroupNumber() : conversation.getGroupName();
+    return group.empty() ? name : joined(name, " ", "(" + group + ")");
+}
+
+std::string numberOf(const Conversation& conversation)
+{
+    const std::string& number = conversation.getNumber();
+    const bool isNone = number == ConversationAPI::NO_NUMBER_PROVIDED || number == ConversationAPI::ANONYMOUS_NAME;
+    return isNone ? "" : number;
+}
+
+std::size_t newMissedCallsOf(const Conversation& conversation)
+{
+    std::size_t count = 0;
+    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
+    {
+        const bool isMissed = item->getState() == State::MISSED || item->getState() == State::MISSED_GROUP_CALL;
+        count += isMissed && !item->getViewed() ? 1 : 0;
+    }
+    return count;
+}
+
+ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringFormatter& times)
+{
+    ScreenRow row;
+    const StateText live = describeLive(conversation.getState());
+    row.name = nameOf(conversation);
+    row.number = numberOf(conversation);
+    row.state = live.liveness != ScreenRow::HISTORY ? live.text : describeHistory(conversation.getState());
+    row.direction = directionOf(conversation);
+    row.liveness = live.liveness;
+    row.items = conversation.getConversationItemsSize();
+    row.newMissedCalls = newMissedCallsOf(conversation);
+    row.time = conversation.timeStampUTC();
+    row.when = times.formatFromUTC(row.time);
+    row.shortId = conversation.getShortConversationId();
+    return row;
+}
+} // namespace
+
+std::vector<ScreenRow> screenRows(Telephone& telephone)
+{
+    std::vector<ScreenRow> rows;
+    for (const Conversation* conversation : telephone.conversations())
+    {
+        rows.push_back(screenRow(*conversation, telephone.times()));
+    }
+    return rows;
+}
+} // namespace Deskphone

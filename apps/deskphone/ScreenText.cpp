@@ -1,0 +1,155 @@
+#include "ScreenText.h"
+
+#include "Moment.h"
+#include "TextColumn.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace Deskphone
+{
+namespace
+{
+constexpr std::size_t SCREEN_COLUMNS = 98;
+constexpr std::size_t NUMBER_COLUMNS = 17;
+constexpr std::size_t STATE_COLUMNS = 22;
+constexpr std::size_t WHEN_COLUMNS = 12;
+constexpr std::size_t ITEMS_COLUMNS = 5;
+constexpr std::size_t ID_COLUMNS = 9; ///< a short id and two blanks
+
+// The mark, the direction, and a blank behind each column but the last.
+constexpr std::size_t NAME_COLUMNS =
+    SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - 4;
+
+const char* markOf(const ScreenRow& row)
+{
+    switch (row.liveness)
+    {
+    case ScreenRow::TALKING:
+        return "●";
+    case ScreenRow::RINGING:
+        return "○";
+    case ScreenRow::ON_HOLD:
+        return "‖";
+    case ScreenRow::ENDING:
+        return "·";
+    default:
+        return row.newMissedCalls > 0 ? "!" : " ";
+    }
+}
+
+const char* arrowOf(ScreenRow::Direction direction)
+{
+    switch (direction)
+    {
+    case ScreenRow::INCOMING:
+        return "←";
+    case ScreenRow::OUTGOING:
+        return "→";
+    case ScreenRow::FORWARDED:
+        return "↪";
+    case ScreenRow::MISSED:
+        return "×";
+    default:
+        return " ";
+    }
+}
+
+const char* nameOf(ScreenRow::Direction direction)
+{
+    switch (direction)
+    {
+    case ScreenRow::INCOMING:
+        return "incoming";
+    case ScreenRow::OUTGOING:
+        return "outgoing";
+    case ScreenRow::FORWARDED:
+        return "forwarded";
+    case ScreenRow::MISSED:
+        return "missed";
+    default:
+        return "";
+    }
+}
+
+std::string counted(std::size_t count, const std::string& one, const std::string& many)
+{
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+std::string summaryOf(const std::vector<ScreenRow>& rows)
+{
+    std::size_t live = 0;
+    std::size_t missed = 0;
+    for (const ScreenRow& row : rows)
+    {
+        live += row.isLive() ? 1 : 0;
+        missed += row.newMissedCalls;
+    }
+    std::string summary = counted(rows.size(), "conversation", "conversations");
+    summary += live > 0 ? ", " + std::to_string(live) + " live" : "";
+    summary += missed > 0 ? ", " + counted(missed, "new missed call", "new missed calls") : "";
+    return summary;
+}
+
+std::string stateOf(const ScreenRow& row)
+{
+    return row.newMissedCalls > 0 ? row.state + ", " + std::to_string(row.newMissedCalls) + " new" : row.state;
+}
+
+std::string ruler(bool withIds)
+{
+    std::string line;
+    const std::size_t columns = SCREEN_COLUMNS + (withIds ? ID_COLUMNS : 0);
+    for (std::size_t column = 0; column < columns; ++column)
+    {
+        line += "─";
+    }
+    return line;
+}
+} // namespace
+
+void printScreen(std::ostream& stream, const std::string& clock, const std::vector<ScreenRow>& rows, bool withIds)
+{
+    const std::string summary = summaryOf(rows);
+    stream << "  " << leftAligned(clock, SCREEN_COLUMNS - columnsOf(summary)) << summary << '\n';
+    stream << "  " << ruler(withIds) << '\n';
+    for (const ScreenRow& row : rows)
+    {
+        // A party without a name is shown by its number, as on any telephone.
+        stream << "  " << markOf(row) << ' ' << arrowOf(row.direction) << ' '
+               << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
+               << leftAligned(row.name.empty() ? "" : row.number, NUMBER_COLUMNS) << ' '
+               << leftAligned(stateOf(row), STATE_COLUMNS) << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' '
+               << rightAligned(std::to_string(row.items), ITEMS_COLUMNS) << (withIds ? "  " + row.shortId : "") << '\n';
+    }
+    if (rows.empty())
+    {
+        stream << "  no calls\n";
+    }
+}
+
+void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds)
+{
+    for (const ScreenRow& row : rows)
+    {
+        nlohmann::ordered_json object = {
+            {"line", line},
+            {"name", row.name},
+            {"number", row.number},
+            {"state", row.state},
+            {"direction", nameOf(row.direction)},
+            {"live", row.isLive()},
+            {"newMissedCalls", row.newMissedCalls},
+            {"time", formatMoment(row.time)},
+            {"when", row.when},
+            {"items", row.items},
+        };
+        if (withIds)
+        {
+            object["id"] = row.shortId;
+        }
+        stream << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    }
+}
+} // namespace Deskphone

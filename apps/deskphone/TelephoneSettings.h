@@ -1,0 +1,27 @@
+/** What the owner of a telephone sets up: where it stands, how it dials, how it writes times. */
+#pragma once
+
+#include "host/DigitAnalysis.h"
+
+#include <string>
+
+namespace Deskphone
+{
+struct TelephoneSettings
+{
+    /** Name in the time zone database; "" is the machine's own zone. */
+    std::string timeZone;
+
+    /** Country, area code, outside-line prefix, length of internal numbers. */
+    Host::DigitAnalysisSettings numbers;
+
+    /** "en", "de" ... */
+    std::string language = "en";
+
+    /** "12HR" or "24HR". */
+    std::string timeFormat = "24HR";
+
+    /** "DD.MM.YYYY" or "MM/DD/YYYY". */
+    std::string dateFormat = "DD.MM.YYYY";
+};
+} // namespace Deskphone

@@ -1,0 +1,13 @@
+/** The time zone that the whole program lives in. */
+#pragma once
+
+#include <string>
+
+namespace Deskphone
+{
+/** Whether this machine knows a zone of this name ("Europe/Berlin"). */
+bool isTimeZone(const std::string& name);
+
+/** Makes a zone that exists the one of all local times from now on. */
+void setTimeZone(const std::string& name);
+} // namespace Deskphone

@@ -1,0 +1,37 @@
+/** The lists that observe a conversation, none of them owned, and what they are told. */
+#pragma once
+
+#include "ConversationAPI/ContactNumbers.h"
+#include "ConversationAPI/NumberUpdateReason.h"
+
+#include <boost/container/small_vector.hpp>
+
+#include <string>
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationModificationObserverIfc;
+
+class ConversationObservers
+{
+  public:
+    /** Once each; null is ignored. The observer is told. */
+    void add(ConversationModificationObserverIfc* observer, Conversation& conversation);
+    void remove(ConversationModificationObserverIfc* observer, Conversation& conversation);
+
+    /** The conversation is being destroyed. */
+    void tellEnd(Conversation& conversation);
+
+    void tellModified(const std::string& conversationId);
+    void tellKeysChanged(Conversation& conversation);
+
+    /** One of the four numbers was `before` and is `now`; nothing is told when they are equal. */
+    void tellNumber(Conversation& conversation, const std::string& before, const std::string& now);
+
+  private:
+    using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;
+
+    Observers observers_;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,74 @@
+#include "ConversationAPI/ConversationObservers.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationModificationObserverIfc.h"
+
+#include <algorithm>
+
+namespace ConversationAPI
+{
+void ConversationObservers::add(ConversationModificationObserverIfc* observer, Conversation& conversation)
+{
+    if (observer && std::find(observers_.begin(), observers_.end(), observer) == observers_.end())
+    {
+        observers_.push_back(observer);
+        observer->conversationRegistered(&conversation);
+    }
+}
+
+void ConversationObservers::remove(ConversationModificationObserverIfc* observer, Conversation& conversation)
+{
+    const auto found = std::find(observers_.begin(), observers_.end(), observer);
+    if (found != observers_.end())
+    {
+        observers_.erase(found);
+        observer->conversationUnregistered(&conversation);
+    }
+}
+
+void ConversationObservers::tellEnd(Conversation& conversation)
+{
+    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    {
+        observer->conversationUnregistered(&conversation);
+    }
+}
+
+void ConversationObservers::tellModified(const std::string& conversationId)
+{
+    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    {
+        observer->conversationModified(conversationId);
+    }
+}
+
+void ConversationObservers::tellKeysChanged(Conversation& conversation)
+{
+    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    {
+        observer->conversationKeysChanged(&conversation);
+    }
+}
+
+void ConversationObservers::tellNumber(Conversation& conversation, const std::string& before, const std::string& now)
+{
+    if (before == now)
+    {
+        return;
+    }
+    auto reason = numberUpdateReason::UPDATED;
+    if (before.empty())
+    {
+        reason = numberUpdateReason::ADDED;
+    }
+    else if (now.empty())
+    {
+        reason = numberUpdateReason::DELETED;
+    }
+    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    {
+        observer->conversationNumberUpdated(reason, &conversation, now, before);
+        observer->conversationModified(conversation.getConversationId());
+    }
+}
+} // namespace ConversationAPI
