@@ -70,6 +70,9 @@ class Conversation : public ConversationContact
     /** The id, asked of the generator when there is none yet. */
     const std::string& generateConversationID();
 
+    /** A live call has left: if the generator remembers the conversation by it, then by its items from now on. */
+    void callEnded(const std::string& callId);
+
     /** The end of a long id, for log lines; "" for an id of fewer than eight characters. */
     std::string getShortConversationId() const;
 

@@ -177,6 +177,9 @@ class ConversationContact
     /** Names, numbers and profile; but an empty name or main number replaces none. */
     void takeContactDetails(const ConversationContact& other);
 
+    /** Whether the details are, or were once, those of a contact. */
+    bool hasTakenInContact() const { return contactSource_ != NO_CONTACT || !contactId_.empty(); }
+
     /** The contact whose details these are, "" when they come from items. */
     const SharedText& takenContactId() const { return contactId_; }
     void setTakenContactId(const SharedText& id) { contactId_ = id; }

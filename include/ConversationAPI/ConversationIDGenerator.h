@@ -24,5 +24,8 @@ class ConversationIDGenerator
 
     /** Forgets the ids that nobody uses any more. */
     virtual void garbageCollect() = 0;
+
+    /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
+    virtual void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining);
 };
 } // namespace ConversationAPI

@@ -29,6 +29,7 @@ namespace ConversationAPI
 {
 class ConversationFactory;
 class ConversationItemSourceIfc;
+class ItemPlacement;
 
 class ConversationItemAggregator : public ConversationItemSourceObserverIfc, public ConversationSourceIfc
 {
@@ -105,15 +106,8 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     std::vector<ConversationItem*> sortedConversationItems();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
     Conversation* placeItem(ConversationItem* item);
-    Conversation* findTarget(ConversationItem* item);
-    Conversation* getConversationAssociatedWithItem(ConversationItem* item);
-    Conversation* getConversationHoldingCall(const ConversationItem& item);
-    Conversation* getLiveConversationBeside(ConversationItem* item);
-    ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
-    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator);
-    std::unique_ptr<Conversation> makeConversation(ConversationItem* item);
-    std::unique_ptr<Conversation> makeExtraConversation(ConversationItem* item, ConversationIDGenerator& generator);
-    static bool joins(const ConversationItem& item, const Conversation& existing);
+    Conversation* findConversationOfCall(const std::string& callId);
+    void settleAfterCall(Conversation* conversation, const std::string& callId);
 
     UniqueConversationList findConversationsOf(Conversation& contact);
     void conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found);
@@ -131,6 +125,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     std::vector<ConversationItemSourceIfc*> sources_;
     RandomCachingConversationIDGenerator idGenerator_;
     ConversationFactory* factory_;
+    const std::unique_ptr<ItemPlacement> placement_;
     std::set<ConversationSourceObserverIfc*> observers_;
     NotificationRound round_;
 };

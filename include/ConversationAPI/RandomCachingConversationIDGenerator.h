@@ -4,7 +4,7 @@
  * For each id it remembers a copy of the item that the conversation was built from, which it owns; a later
  * conversation whose initial item counts as the same conversation gets the same id. Ids live until
  * garbageCollect() finds that no source uses them. Sources are not owned. Conversations may be made on several
- * threads with one generator: the first three operations hold its lock, so they must not be called from inside
+ * threads with one generator: the operations of the interface hold its lock, so they must not be called from inside
  * a sameness test or a source.
  */
 #pragma once
@@ -46,6 +46,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     std::string getConversationID(Conversation* conversation) override;
     void updateCache(const std::string& id, ConversationItem* item) override;
     void garbageCollect() override;
+    void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
 
     /** Whose ids are in use. Called once, before the first id is asked for; takes no lock. */
     void setConversationSources(const std::vector<ConversationSourceIfc*>& sources);

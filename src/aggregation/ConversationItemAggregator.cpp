@@ -1,17 +1,15 @@
 #include "ConversationAPI/ConversationItemAggregator.h"
 
-#include "ConversationAPI/ActiveCallMatcherIgnoringCallID.h"
 #include "ConversationAPI/CallIDCondition.h"
 #include "ConversationAPI/Conversation.h"
-#include "ConversationAPI/ConversationCandidates.h"
 #include "ConversationAPI/ConversationFactory.h"
 #include "ConversationAPI/ConversationIDCondition.h"
-#include "ConversationAPI/ConversationItemMatcher.h"
 #include "ConversationAPI/ConversationItemSourceIfc.h"
 #include "ConversationAPI/ConversationSourceObserverIfc.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "Log.h"
 #include "aggregation/ItemBatches.h"
+#include "aggregation/ItemPlacement.h"
 #include "model/ItemOrder.h"
 
 #include <algorithm>
@@ -28,34 +26,12 @@ constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
 /** In the aggregator's own list a contact only groups items; the conversations stay those of the history. */
 constexpr Conversation::Folding REGROUPING{true, false, false};
 
-/** Holds for the conversation with a live call, wherever among its items the call stands. */
-class HoldsCall : public ConversationUnaryCondition
+void deleteItems(const std::vector<ConversationItem*>& items)
 {
-  public:
-    explicit HoldsCall(const std::string& callId) : callId_(callId) {}
-
-    bool operator()(Conversation* conversation) const override
+    for (const ConversationItem* item : items)
     {
-        const auto& items = conversation->items();
-        return std::any_of(items.begin(), items.end(),
-                           [this](const auto& item) { return item->getCallId() == callId_; });
+        delete item;
     }
-
-    bool gatherCandidates(ConversationCandidates& candidates) const override
-    {
-        candidates.withCallId(callId_);
-        return true;
-    }
-
-  private:
-    const std::string callId_;
-};
-
-/** Whether an item carries nothing but its first party that tells where it belongs. */
-bool isGroupedByParty(const ConversationItem& item)
-{
-    return !item.hasConversationId() && !item.hasExchangeContactId() && !item.participants().empty() &&
-           !item.isGroupCall();
 }
 
 bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
@@ -106,6 +82,7 @@ void ConversationItemAggregator::UniqueConversationList::push_back(Conversation*
 ConversationItemAggregator::ConversationItemAggregator(ConversationFactory* factory)
     : conversations_(std::make_unique<ConversationList>()),
       idGenerator_(&RandomCachingConversationIDGenerator::isSameConversationAtSameTime), factory_(factory),
+      placement_(std::make_unique<ItemPlacement>(*conversations_, *factory_, idGenerator_)),
       round_([this](bool tellObservers) { rebuild(tellObservers); })
 {
     conversations_->setName("ConversationItemAggregatorList");
@@ -122,10 +99,7 @@ ConversationItemAggregator::~ConversationItemAggregator()
 bool ConversationItemAggregator::hasItems(ConversationItemSourceIfc& source)
 {
     const std::vector<ConversationItem*> items = source.getConversationItems();
-    for (const ConversationItem* item : items)
-    {
-        delete item;
-    }
+    deleteItems(items);
     return !items.empty();
 }
 
@@ -276,10 +250,13 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
         {
             followers.push_back(items[next]);
         }
-        Conversation* conversation = placeItem(items[place]);
-        if (conversation && !followers.empty())
+        if (Conversation* conversation = placeItem(items[place]))
         {
             conversation->append(followers);
+        }
+        else
+        {
+            deleteItems(followers);
         }
     }
     triggerGarbageCollectionOnIDGenerators();
@@ -291,130 +268,15 @@ Conversation* ConversationItemAggregator::placeItem(ConversationItem* item)
     {
         CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
                             "clearing items");
-        return addNewConversation(item, getIDGeneratorForItem(item));
+        return placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item));
     }
-    Conversation* target = findTarget(item);
+    Conversation* target = placement_->findTarget(item);
     if (!target)
     {
-        return addNewConversation(item, nullptr);
+        return placement_->addNewConversation(item, nullptr);
     }
     target->append(item);
     return target;
-}
-
-/** Where an item that is no live call belongs; null when it starts a conversation. */
-Conversation* ConversationItemAggregator::findTarget(ConversationItem* item)
-{
-    if (!isGroupedByParty(*item))
-    {
-        return getConversationAssociatedWithItem(item);
-    }
-    const ConversationParticipant& party = item->participants().front();
-    if (party.isAnonymous())
-    {
-        Conversation* anonymous = conversations_->getAnonymousConversation();
-        // The latest anonymous conversation may be that of a second live call, which takes no history.
-        return anonymous && anonymous->extraActiveConversation() ? getConversationAssociatedWithItem(item) : anonymous;
-    }
-    if (!party.comparableNumberText().empty())
-    {
-        return conversations_->find(HasConversationAnyNumberMatchingCondition(party.comparableNumberText()));
-    }
-    const bool isNameless = party.firstNameText().empty() && party.surnameText().empty();
-    return isNameless ? conversations_->getAnonymousConversation() : nullptr;
-}
-
-Conversation* ConversationItemAggregator::getConversationAssociatedWithItem(ConversationItem* item)
-{
-    return conversations_->find(ConversationItemMatcher(item));
-}
-
-/**
- * After the first of two calls of a party has ended, the second would by number match the history
- * conversation and be shown twice: the conversation that has the call comes first.
- */
-Conversation* ConversationItemAggregator::getConversationHoldingCall(const ConversationItem& item)
-{
-    const std::string callId = item.getCallId();
-    return callId.empty() ? nullptr : conversations_->find(HoldsCall(callId));
-}
-
-Conversation* ConversationItemAggregator::getLiveConversationBeside(ConversationItem* item)
-{
-    return item->isActiveOrProgressingOrClearing() ? conversations_->find(ActiveCallMatcherIgnoringCallID(item))
-                                                   : nullptr;
-}
-
-ConversationIDGenerator* ConversationItemAggregator::getIDGeneratorForItem(ConversationItem* item)
-{
-    return getLiveConversationBeside(item) ? &idGenerator_ : nullptr;
-}
-
-Conversation* ConversationItemAggregator::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator)
-{
-    std::unique_ptr<Conversation> conversation =
-        generator ? makeExtraConversation(item, *generator) : makeConversation(item);
-    if (!conversation)
-    {
-        return nullptr;
-    }
-    ConversationItem& placed = *conversation->initialItem();
-    Conversation* existing = conversations_->find(ConversationIDCondition(conversation->getConversationId()));
-    if (existing && joins(placed, *existing))
-    {
-        existing->prepend(placed.clone());
-        return existing;
-    }
-    conversations_->push_back(conversation.get());
-    return conversation.release();
-}
-
-std::unique_ptr<Conversation> ConversationItemAggregator::makeConversation(ConversationItem* item)
-{
-    std::unique_ptr<Conversation> conversation(factory_->createConversation());
-    if (!conversation)
-    {
-        delete item;
-        return nullptr;
-    }
-    const bool isToBeDeletedWithList = item->isDeleteOnConversationList();
-    conversation->append(item);
-    if (conversation->getState() == ConversationItemState::VOICEMAIL || !isToBeDeletedWithList)
-    {
-        conversation->setDeletable(false);
-    }
-    return conversation;
-}
-
-/** A second live call of a party: a conversation of its own, which is at least named like the first. */
-std::unique_ptr<Conversation> ConversationItemAggregator::makeExtraConversation(ConversationItem* item,
-                                                                                ConversationIDGenerator& generator)
-{
-    const Conversation* beside = getLiveConversationBeside(item);
-    std::unique_ptr<Conversation> conversation(factory_->createConversation(generator));
-    conversation->append(item);
-    conversation->setExtraActiveConversation(true);
-    if (beside && conversation->getFirstName().empty() && conversation->getLastName().empty())
-    {
-        conversation->updateName(beside->getFirstName(), beside->getLastName());
-    }
-    return conversation;
-}
-
-/** Whether the item of a new conversation belongs to the one that has the same id already. */
-bool ConversationItemAggregator::joins(const ConversationItem& item, const Conversation& existing)
-{
-    const bool isLive = item.isActiveOrProgressingOrClearing();
-    if (existing.extraActiveConversation() && !isLive)
-    {
-        return false;
-    }
-    if (existing.isActiveOrProgressingOrClearing() && isLive)
-    {
-        return existing.initialItem()->areGroupPickupConversationItems(item) ||
-               existing.getCallId() == item.getCallId();
-    }
-    return !item.isConferenceConversation() && !item.isClearing() && !item.participants().empty();
 }
 
 void ConversationItemAggregator::newConversationItem(ConversationItem* item)
@@ -423,14 +285,14 @@ void ConversationItemAggregator::newConversationItem(ConversationItem* item)
     {
         return;
     }
-    Conversation* conversation = getConversationAssociatedWithItem(item);
+    Conversation* conversation = placement_->getConversationAssociatedWithItem(item);
     if (conversation)
     {
         conversation->prepend(item);
     }
     else
     {
-        conversation = addNewConversation(item, getIDGeneratorForItem(item));
+        conversation = placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item));
     }
     if (conversation)
     {
@@ -447,12 +309,14 @@ void ConversationItemAggregator::conversationItemChanged(ConversationItem* item)
     {
         return;
     }
-    Conversation* conversation = getConversationHoldingCall(*item);
+    // After the first of two calls of a party has ended, the second would by number match the history
+    // conversation and be shown twice: the conversation that has the call comes first.
+    const std::string callId = item->getCallId();
+    Conversation* conversation = placement_->getConversationHoldingCall(callId);
     if (!conversation)
     {
-        conversation = getConversationAssociatedWithItem(item);
+        conversation = placement_->getConversationAssociatedWithItem(item);
     }
-    const std::string callId = item->getCallId();
     if (!conversation)
     {
         CONVERSATION_LOG(5, "conversationItemChanged() unrecognised item callid='%s'", callId.c_str());
@@ -472,7 +336,7 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
     const NotificationRound::Scope round(round_);
     const Lock lock(*this);
     CONVERSATION_LOG(5, "removeActiveConversationItemForCall() for callId='%s'", callId.c_str());
-    Conversation* conversation = callId.empty() ? nullptr : conversations_->find(CallIDCondition(callId));
+    Conversation* conversation = findConversationOfCall(callId);
     if (!conversation)
     {
         return false;
@@ -483,13 +347,36 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
     conversation->removeItem(callId);
     notifyObservers([&callId](ConversationSourceObserverIfc& observer)
                     { observer.removeActiveItemForCall(callId, nullptr); });
-    if (conversations_->contains(conversation) && conversation->getConversationItemsSize() == 0)
+    if (conversations_->contains(conversation))
+    {
+        settleAfterCall(conversation, callId);
+    }
+    triggerGarbageCollectionOnIDGenerators();
+    return true;
+}
+
+/**
+ * Without items the conversation is gone. With some it is remembered by those from now on: remembered by the
+ * call, it would not be recognised when another call of the party comes first in a rebuild.
+ */
+void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId)
+{
+    if (conversation->getConversationItemsSize() == 0)
     {
         CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
         removeConversation(conversation);
     }
-    triggerGarbageCollectionOnIDGenerators();
-    return true;
+    else
+    {
+        conversation->callEnded(callId);
+    }
+}
+
+/** A call that waits or is shown as held need not be what its conversation shows first. */
+Conversation* ConversationItemAggregator::findConversationOfCall(const std::string& callId)
+{
+    Conversation* shown = callId.empty() ? nullptr : conversations_->find(CallIDCondition(callId));
+    return shown ? shown : placement_->getConversationHoldingCall(callId);
 }
 
 ConversationList* ConversationItemAggregator::getConversations() const
@@ -597,6 +484,7 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
     {
         return;
     }
+    contact->generateConversationID();
     CONVERSATION_LOG(6, "conversationUpdated: id=%s, wk1=%s, wk2=%s, mob=%s, hom=%s",
                      contact->getConversationId().c_str(), contact->getWorkNumber1().c_str(),
                      contact->getWorkNumber2().c_str(), contact->getMobileNumber().c_str(),

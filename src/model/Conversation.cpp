@@ -476,6 +476,12 @@ void Conversation::updateNameAndNumber(const ConversationItem& item)
     {
         takeFrom(party);
     }
+    else if (getFirstName().empty() && getLastName().empty() && !party.isAnonymous() &&
+             party.surnameText() != CTI_ASSISTED_NAME)
+    {
+        // Whether an older call with a name comes before or after newer ones without, as in a rebuild: it tells.
+        updateName(party.firstNameText(), party.surnameText());
+    }
     takeFreeNumbersFrom(party);
 }
 
@@ -522,6 +528,11 @@ Conversation::OwnedItem Conversation::makeContactItem(long time) const
 void Conversation::refreshDummyItem()
 {
     data_.setDummyItem(makeContactItem(data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0));
+}
+
+void Conversation::callEnded(const std::string& callId)
+{
+    idGenerator_.callEnded(id_.str(), callId, initialItem());
 }
 
 void Conversation::contactChanged()

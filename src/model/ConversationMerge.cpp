@@ -83,21 +83,16 @@ bool ConversationMerge::fromIsContactOnly() const
            (from_.getContactSource() == Conversation::DIRECTORY_CONTACT && from_.items().empty());
 }
 
-bool ConversationMerge::hasTakenInContact(const Conversation& conversation) const
-{
-    return conversation.getContactSource() != Conversation::NO_CONTACT || !conversation.takenContactId().empty();
-}
-
 bool ConversationMerge::contactsDiffer() const
 {
-    return hasTakenInContact(into_) && hasTakenInContact(from_) &&
+    return into_.hasTakenInContact() && from_.hasTakenInContact() &&
            shownContactId(into_.takenContactId(), into_) != shownContactId(from_.takenContactId(), from_);
 }
 
 /** A contact whose conversation gets another id is still the same contact when its record comes anew. */
 void ConversationMerge::rememberOwnContact()
 {
-    if (hasTakenInContact(into_))
+    if (into_.hasTakenInContact())
     {
         into_.setTakenContactId(shownContactId(into_.takenContactId(), into_));
     }
@@ -151,7 +146,7 @@ void ConversationMerge::keepArrivedAndClaimed(Items& strangers, const Items& arr
 
 void ConversationMerge::takeOrigin(const Conversation::Folding& folding)
 {
-    if (!hasTakenInContact(from_))
+    if (!from_.hasTakenInContact())
     {
         return;
     }
@@ -222,7 +217,7 @@ void ConversationMerge::restampItems()
  */
 void ConversationMerge::updateIdGeneratorCache()
 {
-    if (hasTakenInContact(into_) || hasTakenInContact(from_))
+    if (into_.hasTakenInContact() || from_.hasTakenInContact())
     {
         if (const OwnedItem contact = into_.makeContactItem(0))
         {

@@ -26,7 +26,6 @@ class ConversationMerge
     using OwnedItem = Conversation::OwnedItem;
 
     bool fromIsContactOnly() const;
-    bool hasTakenInContact(const Conversation& conversation) const;
     bool contactsDiffer() const;
     Items cloneItems() const;
     Items itemsNotCovered() const;

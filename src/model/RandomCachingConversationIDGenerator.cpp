@@ -127,6 +127,17 @@ void RandomCachingConversationIDGenerator::garbageCollect()
                      [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
 }
 
+void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,
+                                                     ConversationItem* remaining)
+{
+    const CriticalSection guard(lock_);
+    const ConversationIDCache::Entry* entry = remaining ? cache_->find(id) : nullptr;
+    if (entry && entry->item->getCallId() == callId)
+    {
+        cache_->put(id, std::unique_ptr<ConversationItem>(remaining->clone()));
+    }
+}
+
 void RandomCachingConversationIDGenerator::setConversationSources(const std::vector<ConversationSourceIfc*>& sources)
 {
     sources_ = sources;

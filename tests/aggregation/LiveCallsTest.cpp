@@ -100,16 +100,30 @@ TEST(LiveCallsTest, ACallMovesWithItsNumber)
     EXPECT_EQ(w.list().atIndex(2)->getNumber(), "4713");
 }
 
-TEST(LiveCallsTest, ACallThatIsNotFoundIsRemovedByARebuild)
+TEST(LiveCallsTest, ACallIsFoundBehindWhatItsConversationShowsFirst)
 {
     World w;
     w.event("c1", ActiveCall::CALL_WAITING_IGNORED, "4711");
     w.history("e1", "4711");
     EXPECT_EQ(w.rows(), (Texts{"4711: e1 c1/21"})) << "an ignored call has no place ahead of what came later";
-    w.observer.take();
+    w.event("c1", ActiveCall::CALL_WAITING_IGNORED, "4712");
+    EXPECT_EQ(w.rows(), (Texts{"4711: e1", "4712: c1/21"})) << "nor is it shown twice when its party changes";
+    w.history("e2", "4712");
     w.calls.clearActiveCallEvent("c1");
-    EXPECT_EQ(w.observer.take(), (Texts{"changed"}));
-    EXPECT_EQ(w.rows(), (Texts{"4711: e1"}));
+    EXPECT_EQ(w.rows(), (Texts{"4711: e1", "4712: e2"}));
+}
+
+TEST(LiveCallsTest, ARowThatBeganAsACallIsKnownByItsHistoryAfterwards)
+{
+    World w;
+    w.event("c1", ActiveCall::CONNECTED, "4711");
+    w.history("e1", "4711");
+    w.calls.clearActiveCallEvent("c1");
+    const std::string id = w.idOf("e1");
+    w.event("c2", ActiveCall::INCOMING_CALL, "4711");
+    w.aggregator.conversationItemsChanged();
+    EXPECT_EQ(w.idOf("c2"), id);
+    EXPECT_EQ(w.idOf("e1"), id);
 }
 
 TEST(LiveCallsTest, AGroupCallIsPickedUpWhereItRang)

@@ -1,0 +1,55 @@
+/**
+ * Finds the conversation of a list that an item belongs to, or starts one.
+ *
+ * Works on a list of the item aggregator, which owns everything that is given to the constructor and outlives
+ * this object.
+ */
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationFactory;
+class ConversationIDGenerator;
+class ConversationItem;
+class ConversationList;
+
+class ItemPlacement
+{
+  public:
+    /** `extraCallIds` numbers the conversations of a party's second live call. */
+    ItemPlacement(ConversationList& conversations, ConversationFactory& factory, ConversationIDGenerator& extraCallIds);
+
+    /** Where an item of a rebuild that is no live call belongs; null when it starts a conversation. */
+    Conversation* findTarget(ConversationItem* item);
+
+    /** Where a single item belongs; null when it starts a conversation. */
+    Conversation* getConversationAssociatedWithItem(ConversationItem* item);
+
+    /** Who holds an item of this call, wherever it stands among the items; null for nobody and for "". */
+    Conversation* getConversationHoldingCall(const std::string& callId);
+
+    /** The generator for a live call with a party that is in one already; null for everything else. */
+    ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
+
+    /**
+     * Starts a conversation with the item, which it takes; without a generator, the factory's own gives the
+     * id. Answers the conversation of that id that was there already if the item belongs to it, null when no
+     * conversation could be made.
+     */
+    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator);
+
+  private:
+    Conversation* getLiveConversationBeside(ConversationItem* item);
+    std::unique_ptr<Conversation> makeConversation(ConversationItem* item);
+    std::unique_ptr<Conversation> makeExtraConversation(ConversationItem* item, ConversationIDGenerator& generator);
+    static bool joins(const ConversationItem& item, const Conversation& existing);
+
+    ConversationList& conversations_;
+    ConversationFactory& factory_;
+    ConversationIDGenerator& extraCallIds_;
+};
+} // namespace ConversationAPI
