@@ -1,37 +1,69 @@
 #include "Moment.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <ctime>
 #include <limits>
-#include <regex>
 
 namespace Deskphone
 {
 namespace
 {
-constexpr std::size_t LONGEST_MOMENT = 25;
+constexpr const char* LOCAL_PATTERN = "dddd-dd-ddTdd:dd:dd";
+constexpr std::size_t LOCAL_LENGTH = 19;
+constexpr const char* OFFSET_PATTERN = "dd:dd";
+constexpr long HIGHEST_OFFSET_HOURS = 14;
 
-long numberAt(const std::smatch& match, std::size_t group)
+/** Whether the text is the pattern, in which 'd' stands for a digit. */
+bool matches(const std::string& text, const std::string& pattern)
 {
-    return std::stol(match[group].str());
+    return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(),
+                      [](char character, char wanted)
+                      { return wanted == 'd' ? character >= '0' && character <= '9' : character == wanted; });
+}
+
+int numberAt(const std::string& text, std::size_t position, std::size_t digits)
+{
+    return std::stoi(text.substr(position, digits));
 }
 
 /** Seconds since the epoch of a date and time of day in UTC; nothing for a 30th of February and the like. */
-std::optional<long> secondsOf(const std::smatch& match)
+std::optional<long> secondsOf(const std::string& text)
 {
     std::tm time{};
-    time.tm_year = static_cast<int>(numberAt(match, 1)) - 1900;
-    time.tm_mon = static_cast<int>(numberAt(match, 2)) - 1;
-    time.tm_mday = static_cast<int>(numberAt(match, 3));
-    time.tm_hour = static_cast<int>(numberAt(match, 4));
-    time.tm_min = static_cast<int>(numberAt(match, 5));
-    time.tm_sec = static_cast<int>(numberAt(match, 6));
+    time.tm_year = numberAt(text, 0, 4) - 1900;
+    time.tm_mon = numberAt(text, 5, 2) - 1;
+    time.tm_mday = numberAt(text, 8, 2);
+    time.tm_hour = numberAt(text, 11, 2);
+    time.tm_min = numberAt(text, 14, 2);
+    time.tm_sec = numberAt(text, 17, 2);
     std::tm normalised = time;
     const long seconds = timegm(&normalised);
     const bool isReal = normalised.tm_mon == time.tm_mon && normalised.tm_mday == time.tm_mday &&
                         normalised.tm_hour == time.tm_hour && normalised.tm_min == time.tm_min &&
                         normalised.tm_sec == time.tm_sec;
     return isReal ? std::optional<long>(seconds) : std::nullopt;
+}
+
+/** Seconds that a zone, "Z" or "+01:00", is ahead of UTC. */
+std::optional<long> offsetOf(const std::string& zone)
+{
+    if (zone == "Z")
+    {
+        return 0;
+    }
+    if (zone.empty() || (zone[0] != '+' && zone[0] != '-') || !matches(zone.substr(1), OFFSET_PATTERN))
+    {
+        return std::nullopt;
+    }
+    const long hours = numberAt(zone, 1, 2);
+    const long minutes = numberAt(zone, 4, 2);
+    if (hours > HIGHEST_OFFSET_HOURS || minutes > 59)
+    {
+        return std::nullopt;
+    }
+    return (zone[0] == '-' ? -60 : 60) * (60 * hours + minutes);
 }
 
 std::string format(const std::tm& time, const char* pattern)
@@ -44,25 +76,19 @@ std::string format(const std::tm& time, const char* pattern)
 
 std::optional<long> parseMoment(const std::string& text)
 {
-    static const std::regex pattern(R"((\d{4})-(\d\d)-(\d\d)T(\d\d):(\d\d):(\d\d)(?:Z|([+-])(\d\d):(\d\d)))");
-    std::smatch match;
-    if (text.size() > LONGEST_MOMENT || !std::regex_match(text, match, pattern))
+    if (text.size() < LOCAL_LENGTH || !matches(text.substr(0, LOCAL_LENGTH), LOCAL_PATTERN))
     {
         return std::nullopt;
     }
-    std::optional<long> seconds = secondsOf(match);
-    if (seconds && match[7].matched)
+    const std::optional<long> local = secondsOf(text);
+    const std::optional<long> offset = offsetOf(text.substr(LOCAL_LENGTH));
+    if (!local || !offset)
     {
-        const long hours = numberAt(match, 8);
-        const long minutes = numberAt(match, 9);
-        if (hours > 14 || minutes > 59)
-        {
-            return std::nullopt;
-        }
-        *seconds -= (match[7] == "-" ? -60 : 60) * (60 * hours + minutes);
+        return std::nullopt;
     }
-    const bool isInRange = seconds && *seconds >= 0 && *seconds <= std::numeric_limits<std::int32_t>::max();
-    return isInRange ? seconds : std::nullopt;
+    const long seconds = *local - *offset;
+    const bool isInRange = seconds >= 0 && seconds <= std::numeric_limits<std::int32_t>::max();
+    return isInRange ? std::optional<long>(seconds) : std::nullopt;
 }
 
 std::string formatMoment(long time)

@@ -14,12 +14,13 @@ constexpr std::size_t SCREEN_COLUMNS = 98;
 constexpr std::size_t NUMBER_COLUMNS = 17;
 constexpr std::size_t STATE_COLUMNS = 22;
 constexpr std::size_t WHEN_COLUMNS = 12;
-constexpr std::size_t ITEMS_COLUMNS = 5;
-constexpr std::size_t ID_COLUMNS = 9; ///< a short id and two blanks
+constexpr std::size_t ITEMS_COLUMNS = 3;
+constexpr std::size_t NEW_COLUMNS = 8; ///< " (1 new)"
+constexpr std::size_t ID_COLUMNS = 9;  ///< a short id and two blanks
 
 // The mark, the direction, and a blank behind each column but the last.
 constexpr std::size_t NAME_COLUMNS =
-    SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - 4;
+    SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - NEW_COLUMNS - 4;
 
 const char* markOf(const ScreenRow& row)
 {
@@ -92,9 +93,9 @@ std::string summaryOf(const std::vector<ScreenRow>& rows)
     return summary;
 }
 
-std::string stateOf(const ScreenRow& row)
+std::string newOf(const ScreenRow& row)
 {
-    return row.newMissedCalls > 0 ? row.state + ", " + std::to_string(row.newMissedCalls) + " new" : row.state;
+    return row.newMissedCalls > 0 ? " (" + std::to_string(row.newMissedCalls) + " new)" : "";
 }
 
 std::string ruler(bool withIds)
@@ -120,8 +121,10 @@ void printScreen(std::ostream& stream, const std::string& clock, const std::vect
         stream << "  " << markOf(row) << ' ' << arrowOf(row.direction) << ' '
                << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
                << leftAligned(row.name.empty() ? "" : row.number, NUMBER_COLUMNS) << ' '
-               << leftAligned(stateOf(row), STATE_COLUMNS) << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' '
-               << rightAligned(std::to_string(row.items), ITEMS_COLUMNS) << (withIds ? "  " + row.shortId : "") << '\n';
+               << leftAligned(row.state, STATE_COLUMNS) << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' '
+               << rightAligned(std::to_string(row.items), ITEMS_COLUMNS)
+               << leftAligned(newOf(row), withIds || row.newMissedCalls > 0 ? NEW_COLUMNS : 0)
+               << (withIds ? "  " + row.shortId : "") << '\n';
     }
     if (rows.empty())
     {

@@ -3,20 +3,22 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <regex>
 
 namespace Deskphone
 {
 namespace
 {
 constexpr std::size_t LONGEST_NAME = 64;
-}
+constexpr const char* NAME_CHARACTERS = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_+-/";
+} // namespace
 
 /** The C library takes every name it does not know for UTC, so the file has to be looked for here. */
 bool isTimeZone(const std::string& name)
 {
-    static const std::regex pattern("[A-Za-z0-9_+-]+(/[A-Za-z0-9_+-]+)*");
-    if (name.size() > LONGEST_NAME || !std::regex_match(name, pattern))
+    // Without a dot no name leads out of the folder.
+    const bool isName = !name.empty() && name.size() <= LONGEST_NAME && name.front() != '/' &&
+                        name.find_first_not_of(NAME_CHARACTERS) == std::string::npos;
+    if (!isName)
     {
         return false;
     }
