@@ -244,6 +244,7 @@ std::vector<std::string> ConversationItem::getAffectedParticipants() const
     return {};
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the operation is known with this signature.
 void ConversationItem::setNumber(std::string number)
 {
     if (ConversationParticipant* party = firstParty())
