@@ -39,7 +39,7 @@ const std::unordered_set<std::string_view>& vocabulary()
         // texts of Boost's and the C library's errors
         "Year", "Month", "is", "out", "of", "valid", "value", "range", "bad", "lexical", "cast", "source", "type",
         "could", "not", "be", "interpreted", "as", "target", "such", "or", "directory", "denied", "damaged", "month",
-        "year"};
+        "year", "Day", "day", "number", "for"};
     return words;
 }
 

@@ -68,7 +68,7 @@ class Timer : public Displayable
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
-    /** The command is not owned and must outlive the timer or be replaced. */
+    /** Not owned; must outlive the timer or be replaced. Null takes the command off. */
     void addCommand(Command* command);
 
     /** Not owned; null drops the listener. */

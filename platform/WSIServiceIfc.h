@@ -8,13 +8,14 @@
 #include <string>
 #include <vector>
 
+/** The values are those of the conversations' own presence. */
 enum class WSIPresence
 {
-    UNKNOWN = 0,
+    OFFLINE = 0,
     AVAILABLE = 1,
     AWAY = 2,
     BUSY = 3,
-    OFFLINE = 4
+    UNKNOWN = 4
 };
 
 /** One contact of the web-service directory; texts that it does not have are empty. */

@@ -21,7 +21,6 @@ class ActiveCallConversationItem : public ConversationItem
     ConversationItemState getState() const override { return state_; }
     ConversationItem* clone() override;
     ActiveCall::callDirection activeCallDirection() const override;
-    std::string getCallId() const override;
     bool isDSSCall() const override { return dssCall_; }
     bool getHDAudioIconStatus() const override { return hdAudioIconStatus_; }
     DisplayAPI::ForwardedCallType getForwardedCallType() const override { return forwardedCallType_; }

@@ -5,7 +5,8 @@
  * A conversation owns the items it is given. It does not own its identifier generator, item factory, source
  * and digit analysis, which all outlive it. The lists that hold it observe it; they own it, unless an
  * operation of theirs says otherwise. Everything runs on the UI thread; the lock guards the item set, and
- * observers are told after it was left. Null items and conversations passed in are ignored.
+ * observers are told after it was left (save that keys went stale). An item given to it must not be held already. Null
+ * items and conversations passed in are ignored.
  *
  * Texts given by reference are valid until the conversation changes: copy what is to be kept. Times are
  * seconds since the epoch, UTC. Numbers are in comparable form.
@@ -88,7 +89,7 @@ class Conversation : public ConversationContact
     void setExtraActiveConversation(bool extra) { extraActive_ = extra; }
     bool extraActiveConversation() const { return extraActive_; }
 
-    /** The most prominent item, else the placeholder, else null. Valid until the items change. */
+    /** The most prominent item, else the placeholder, else null. Valid until items or details change. */
     ConversationItem* initialItem() const { return data_.initialItem(); }
 
     /** Makes sure that a conversation without items has a placeholder. */
@@ -193,6 +194,9 @@ class Conversation : public ConversationContact
      */
     std::vector<ConversationItem*> foldIn(Conversation& other, const Folding& folding);
 
+    /** Everything that describes the contact, but neither identity, items, flags, source nor observers. */
+    void cloneContactInfo(const Conversation& other);
+
     /** Adds all items, which this conversation owns then; a newer record of a live call replaces the older. */
     void mergeItems(std::vector<ConversationItem*> items);
 
@@ -234,6 +238,7 @@ class Conversation : public ConversationContact
     void storeId(SharedText id);
     void addWithContact(OwnedItem item);
     void addItem(OwnedItem item);
+    void replaceCall(OwnedItem item);
     void consumeItem(OwnedItem item);
     void removeRemoteCallsEarlierThan(const ConversationItem& item);
     void trimHistory();
@@ -246,10 +251,12 @@ class Conversation : public ConversationContact
     void contactChanged() override;
     void contactNumbersChanged(const ContactNumbers& before) override;
 
+    const SharedText& contactId() const;
     void takeIdOf(const Conversation& other);
     void makePermanent();
     void traceItems() const;
 
+    void notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first, const std::string& second);
     void reportNumberChanges(const std::string* before, std::size_t count);
     void notifyObserversConversationIsModified() { observers_.tellModified(getConversationId()); }
     void keysChanged() { observers_.tellKeysChanged(*this); }

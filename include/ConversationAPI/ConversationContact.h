@@ -151,9 +151,6 @@ class ConversationContact
     void setExchangeContactId(const std::string& id);
     void setDialStringConverter(DigitAnalysisServiceIfc* digitAnalysis);
 
-    /** Everything that describes the contact, but neither identity, items, flags, source nor observers. */
-    void cloneContactInfo(const ConversationContact& other);
-
   protected:
     ConversationContact();
     ConversationContact(const ConversationContact& other);
@@ -174,6 +171,8 @@ class ConversationContact
     void setSecondParty(const SecondParty& party);
     void takeGroupFields(const ConversationContact& other);
 
+    void cloneContactInfo(const ConversationContact& other);
+
     /** Names, numbers and profile; but an empty name or main number replaces none. */
     void takeContactDetails(const ConversationContact& other);
 
@@ -186,6 +185,8 @@ class ConversationContact
 
   private:
     void saveContactNumber(ContactNumberSlot slot, const std::string& number);
+    void takeNames(std::string firstName, std::string lastName);
+    void convertNumbers();
     void takeFreeNumber(ContactNumberSlot slot, const std::string& number);
 
     Type type_ = DIRECT;

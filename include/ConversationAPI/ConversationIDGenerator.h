@@ -25,6 +25,9 @@ class ConversationIDGenerator
     /** Forgets the ids that nobody uses any more. */
     virtual void garbageCollect() = 0;
 
+    /** Like updateCache(), but an id that is not remembered yet is from now on. */
+    virtual void remember(const std::string& id, ConversationItem* item);
+
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
     virtual void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining);
 };

@@ -55,7 +55,7 @@ class ConversationItem
     /** The remote parties; nearly always one, which needs no memory of its own. */
     using Participants = boost::container::small_vector<ConversationParticipant, 1>;
 
-    /** An item of now-unknown time: time stamp 0, no participants. */
+    /** An item of unknown time: time stamp 0, no participants. */
     ConversationItem();
     virtual ~ConversationItem();
 
@@ -126,7 +126,7 @@ class ConversationItem
     virtual ConversationItemState getState() const;
 
     /** Call control's id of a live call; "" for everything else. */
-    virtual std::string getCallId() const { return {}; }
+    virtual std::string getCallId() const { return callId_.str(); }
     virtual std::string getItemSubjectText() const { return {}; }
     virtual std::string getItemText() const { return {}; }
     virtual std::string getHistoryDuration() const { return {}; }
@@ -228,6 +228,7 @@ class ConversationItem
     bool hasExchangeContactId() const { return !exchangeContactId_.empty(); }
     const SharedText& conversationIdText() const { return conversationId_; }
     const SharedText& exchangeContactIdText() const { return exchangeContactId_; }
+    const SharedText& callIdText() const { return callId_; }
 
     /** Shares the text instead of copying it. */
     void shareConversationId(const SharedText& id) { conversationId_ = id; }
@@ -240,6 +241,7 @@ class ConversationItem
     ConversationItem(const ConversationItem& other);
 
     void setTimeStampUTC(long time) { timeStamp_ = time; }
+    void setCallId(const std::string& id) { callId_.assign(id); }
 
   private:
     /** What few items have. */
@@ -268,5 +270,6 @@ class ConversationItem
     SharedText exchangeContactId_;
     bool conferenceConversation_ = false;
     forwardInfo forwardInfo_ = NO_FORWARD_INFO;
+    SharedText callId_; ///< here, so that comparing two live calls copies no text
 };
 } // namespace ConversationAPI

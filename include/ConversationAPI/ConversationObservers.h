@@ -1,7 +1,6 @@
 /** The lists that observe a conversation, none of them owned, and what they are told. */
 #pragma once
 
-#include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/NumberUpdateReason.h"
 
 #include <boost/container/small_vector.hpp>
@@ -26,8 +25,9 @@ class ConversationObservers
     void tellModified(const std::string& conversationId);
     void tellKeysChanged(Conversation& conversation);
 
-    /** One of the four numbers was `before` and is `now`; nothing is told when they are equal. */
-    void tellNumber(Conversation& conversation, const std::string& before, const std::string& now);
+    /** `first` is the number now, `second` the number before; "" where there is none. */
+    void tellNumberUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,
+                           const std::string& second);
 
   private:
     using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;

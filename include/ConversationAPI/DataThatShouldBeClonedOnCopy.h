@@ -8,6 +8,8 @@
  */
 #pragma once
 
+#include "ConversationAPI/ConversationItem.h"
+
 #include <boost/container/small_vector.hpp>
 
 #include <memory>
@@ -16,8 +18,6 @@
 
 namespace ConversationAPI
 {
-class ConversationItem;
-
 class DataThatShouldBeClonedOnCopy
 {
   public:

@@ -46,6 +46,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     std::string getConversationID(Conversation* conversation) override;
     void updateCache(const std::string& id, ConversationItem* item) override;
     void garbageCollect() override;
+    void remember(const std::string& id, ConversationItem* item) override;
     void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
 
     /** Whose ids are in use. Called once, before the first id is asked for; takes no lock. */

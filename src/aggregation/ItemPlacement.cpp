@@ -27,7 +27,7 @@ class HoldsCall : public ConversationUnaryCondition
     {
         const auto& items = conversation->items();
         return std::any_of(items.begin(), items.end(),
-                           [this](const auto& item) { return item->getCallId() == callId_; });
+                           [this](const auto& item) { return item->callIdText().view() == callId_; });
     }
 
     bool gatherCandidates(ConversationCandidates& candidates) const override
@@ -159,7 +159,7 @@ bool ItemPlacement::joins(const ConversationItem& item, const Conversation& exis
     if (existing.isActiveOrProgressingOrClearing() && isLive)
     {
         return existing.initialItem()->areGroupPickupConversationItems(item) ||
-               existing.getCallId() == item.getCallId();
+               existing.initialItem()->callIdText() == item.callIdText();
     }
     return !item.isConferenceConversation() && !item.isClearing() && !item.participants().empty();
 }

@@ -14,14 +14,15 @@ CallIDCondition::CallIDCondition(const std::string& callId) : callId_(callId) {}
 
 bool CallIDCondition::operator()(Conversation* conversation) const
 {
-    if (conversation->getCallId() == callId_)
+    const ConversationItem* initial = conversation->initialItem();
+    if (initial ? initial->callIdText().view() == callId_ : callId_.empty())
     {
         return true;
     }
     const auto& items = conversation->items();
     return callId_ == GROUP_PICKUP_CALL_ID &&
            std::any_of(items.begin(), items.end(),
-                       [](const auto& item) { return item->getCallId() == GROUP_PICKUP_CALL_ID; });
+                       [](const auto& item) { return item->callIdText().view() == GROUP_PICKUP_CALL_ID; });
 }
 
 bool CallIDCondition::gatherCandidates(ConversationCandidates& candidates) const

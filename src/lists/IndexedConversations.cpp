@@ -270,26 +270,23 @@ void IndexedConversations::reindex(Index& index, Member& member, SharedText& key
 
 void IndexedConversations::refreshCallIds(Member& member)
 {
-    std::vector<std::string> callIds;
+    std::vector<SharedText> callIds;
     for (const auto& item : member.conversation->items())
     {
-        std::string callId = item->getCallId();
+        const SharedText& callId = item->callIdText();
         const bool isKnown = std::find(callIds.begin(), callIds.end(), callId) != callIds.end();
         if (!isKnown && (!callId.empty() || isLiveOrHeld(*item)))
         {
-            callIds.push_back(std::move(callId));
+            callIds.push_back(callId);
         }
     }
     if (callIds != member.callIds)
     {
-        for (const std::string& callId : member.callIds)
-        {
-            eraseKey(byCallId_, callId, &member);
-        }
+        forgetCallIds(member);
         member.callIds = std::move(callIds);
-        for (const std::string& callId : member.callIds)
+        for (const SharedText& callId : member.callIds)
         {
-            byCallId_.emplace(callId, &member);
+            byCallId_.emplace(callId.view(), &member);
         }
     }
     if (member.isLive != member.conversation->isActiveOrProgressingOrClearing())
@@ -297,6 +294,15 @@ void IndexedConversations::refreshCallIds(Member& member)
         member.isLive = !member.isLive;
         setMembership(live_, &member, member.isLive);
     }
+}
+
+void IndexedConversations::forgetCallIds(Member& member)
+{
+    for (const SharedText& callId : member.callIds)
+    {
+        eraseKey(byCallId_, callId.view(), &member);
+    }
+    member.callIds.clear();
 }
 
 void IndexedConversations::insertContact(Index& index, Member& member)
@@ -331,10 +337,7 @@ void IndexedConversations::forget(Member& member)
     eraseContact(byNumber_, member);
     reindex(byId_, member, member.id, {});
     reindex(byExchangeContactId_, member, member.exchangeContactId, {});
-    for (const std::string& callId : member.callIds)
-    {
-        eraseKey(byCallId_, callId, &member);
-    }
+    forgetCallIds(member);
     unobserved_.erase(&member);
     anonymous_.erase(&member);
     live_.erase(&member);

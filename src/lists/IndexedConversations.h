@@ -62,7 +62,7 @@ class IndexedConversations
         CopyOnWrite<ContactDetails> contact;
         SharedText id;
         SharedText exchangeContactId;
-        std::vector<std::string> callIds;
+        std::vector<SharedText> callIds;
     };
 
     /** The texts are those of the members. */
@@ -80,6 +80,7 @@ class IndexedConversations
     void refreshStaleMembers();
     void refresh(Member& member);
     void refreshCallIds(Member& member);
+    void forgetCallIds(Member& member);
     void forget(Member& member);
 
     std::vector<Conversation*> sequence_;

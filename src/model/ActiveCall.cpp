@@ -1,5 +1,6 @@
 #include "ConversationAPI/ActiveCall.h"
 
+#include "ConversationAPI/WellKnownNames.h"
 #include "Seconds32.h"
 
 #include <array>
@@ -9,9 +10,6 @@ namespace ConversationAPI
 {
 namespace
 {
-/** Stands in the last name until call control knows who is called by computer. */
-constexpr const char* CTI_PLACEHOLDER = "CTI Assisted";
-
 const std::string& newerIf(bool changed, const std::string& newer, const std::string& known)
 {
     return changed ? newer : known;
@@ -337,7 +335,7 @@ bool ActiveCall::lastnameNeedsUpdatingFrom(const ActiveCall& other) const
     const std::string& known = party(0).getSurname();
     if (newer.empty() && !numberNeedsUpdatingFrom(other))
     {
-        return known == CTI_PLACEHOLDER;
+        return known == CTI_ASSISTED_NAME;
     }
     return newer != known;
 }

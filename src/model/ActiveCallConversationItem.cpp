@@ -9,6 +9,7 @@ ActiveCallConversationItem::ActiveCallConversationItem(const ActiveCall& call, C
       hdAudioIconStatus_(call.getHDAudioIconStatus()), dssCall_(call.isDSSCall())
 {
     setTimeStampUTC(call.callInitiatedTime());
+    setCallId(call.getCallId());
     setConversationState(call.getState());
     setIsConferenceConversation(call.isConferenceCall());
     ConversationItem::setLargeConference(call.isLargeConference());
@@ -27,11 +28,6 @@ ConversationItem* ActiveCallConversationItem::clone()
 ActiveCall::callDirection ActiveCallConversationItem::activeCallDirection() const
 {
     return call_.getCallDirection();
-}
-
-std::string ActiveCallConversationItem::getCallId() const
-{
-    return call_.getCallId();
 }
 
 void ActiveCallConversationItem::setConversationState(ActiveCall::activeCallState callState)

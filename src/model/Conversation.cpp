@@ -155,7 +155,7 @@ bool Conversation::claims(const ConversationItem& item) const
     const ConversationItem* initial = initialItem();
     if ((isActiveOrProgressingOrClearing() || isRepresentedHeldCall()) && item.isActiveOrProgressingOrClearing())
     {
-        return initial->areGroupPickupConversationItems(item) || initial->getCallId() == item.getCallId();
+        return initial->areGroupPickupConversationItems(item) || initial->callIdText() == item.callIdText();
     }
     if (item.isConferenceConversation() || item.isClearing() || isConferenceConversation() ||
         item.participants().empty())
@@ -297,20 +297,33 @@ void Conversation::updateItem(ConversationItem* item)
 
 void Conversation::updateInitialItem(ConversationItem* item)
 {
-    OwnedItem owned(item);
-    if (!owned)
+    if (!item)
     {
         return;
     }
-    updateContactFrom(*owned);
+    updateContactFrom(*item);
     {
         const CriticalSection guard(lock_);
-        const std::string callId = owned->getCallId();
-        data_.removeIf([&callId](const ConversationItem& held)
-                       { return !callId.empty() && held.getCallId() == callId; });
-        addItem(std::move(owned));
+        replaceCall(OwnedItem(item));
     }
     notifyObserversConversationIsModified();
+}
+
+/** An ignored call is ordered by its time alone, like history, but it must not take the place of any. */
+void Conversation::replaceCall(OwnedItem item)
+{
+    const SharedText callId = item->callIdText();
+    data_.removeIf([&callId](const ConversationItem& held) { return !callId.empty() && held.callIdText() == callId; });
+    const ConversationItem* equivalent = data_.findEquivalent(*item);
+    if (equivalent && equivalent->callIdText().empty())
+    {
+        consumeItem(std::move(item));
+    }
+    else
+    {
+        addItem(std::move(item));
+    }
+    keysChanged();
 }
 
 void Conversation::removeItem(std::string itemId)
@@ -322,7 +335,11 @@ void Conversation::removeItem(std::string itemId)
     {
         const CriticalSection guard(lock_);
         data_.removeIf([&itemId](const ConversationItem& held)
-                       { return held.getCallId() == itemId || held.conversationItemId() == itemId; });
+                       { return held.callIdText().view() == itemId || held.conversationItemId() == itemId; });
+    }
+    if (!data_.empty())
+    {
+        updateSecondPartyNameAndNumber(*data_.initialItem());
     }
     keysChanged();
     notifyObserversConversationIsModified();
@@ -421,6 +438,21 @@ std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const F
     return this == &other ? std::vector<ConversationItem*>() : ConversationMerge(*this, other).fold(folding);
 }
 
+/** The contact that the conversation shows: the one taken in, else itself when it is one. */
+const SharedText& Conversation::contactId() const
+{
+    return takenContactId().empty() ? id_ : takenContactId();
+}
+
+void Conversation::cloneContactInfo(const Conversation& other)
+{
+    ConversationContact::cloneContactInfo(other);
+    if (other.hasTakenInContact())
+    {
+        setTakenContactId(other.contactId());
+    }
+}
+
 void Conversation::takeIdOf(const Conversation& other)
 {
     if (other.id_.empty() || other.id_.str() == TEMPORARY_CONVERSATION_ID)
@@ -448,6 +480,9 @@ void Conversation::traceItems() const
     for (const auto& item : data_.items())
     {
         CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
+    }
+    for (const auto& item : data_.items())
+    {
         for (const ConversationParticipant& party : item->participants())
         {
             CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
@@ -569,11 +604,22 @@ void Conversation::reportNumberChanges(const std::string* before, std::size_t co
             CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
                              static_cast<int>(slot));
         }
-        else
+        else if (before[slot].empty() && !now[slot].empty())
         {
-            observers_.tellNumber(*this, before[slot], now[slot]);
+            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, now[slot], "");
+        }
+        else if (before[slot] != now[slot])
+        {
+            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
+            notifyObserversNumbersUpdated(reason, now[slot], before[slot]);
         }
     }
+}
+
+void Conversation::notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first,
+                                                 const std::string& second)
+{
+    observers_.tellNumberUpdated(reason, *this, first, second);
 }
 
 std::string Conversation::getGroupName() const
@@ -592,7 +638,7 @@ std::string Conversation::toString() const
     {
         return nameList();
     }
-    const std::string name = getGroupName();
+    const std::string& name = getGroupConversationName();
     return name.empty() ? groupNames() : name;
 }
 

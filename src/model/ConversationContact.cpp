@@ -4,6 +4,7 @@
 #include "platform/DigitAnalysisServiceIfc.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace ConversationAPI
 {
@@ -13,6 +14,12 @@ std::string joinedByComma(const std::string& a, const std::string& b)
 {
     const char* comma = a.empty() || b.empty() ? "" : ", ";
     return a + comma + b;
+}
+
+/** A display name may be nothing but a number. Bytes of other than ASCII letters count as letters. */
+bool hasLetter(const std::string& text)
+{
+    return std::any_of(text.begin(), text.end(), [](unsigned char c) { return std::isalpha(c) != 0 || c >= 0x80; });
 }
 } // namespace
 
@@ -90,7 +97,7 @@ std::string ConversationContact::getContactName() const
 std::string ConversationContact::nameList() const
 {
     std::string names = joinNames(getFirstName(), getLastName());
-    if (names.empty())
+    if (names.empty() && hasLetter(getDisplayName()))
     {
         names = getDisplayName();
     }
@@ -114,9 +121,15 @@ void ConversationContact::updateName(const std::string& firstName, const std::st
     {
         return;
     }
+    takeNames(firstName, lastName);
+}
+
+/** By value: who calls may have the texts from this very contact. */
+void ConversationContact::takeNames(std::string firstName, std::string lastName)
+{
     ContactDetails& contact = contact_.write();
-    contact.firstName = firstName;
-    contact.lastName = lastName;
+    contact.firstName = std::move(firstName);
+    contact.lastName = std::move(lastName);
     contactChanged();
 }
 
@@ -159,10 +172,12 @@ void ConversationContact::setPhoneNumbers(const std::string& work1, const std::s
                                           PhoneNumberIconType mainType)
 {
     const ContactNumbers before = contact_->numbers;
+    ContactNumbers canonical = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
+                                convertToCanonical(home)};
+    std::string canonicalMain = convertToCanonical(mainNumber);
     ContactDetails& contact = contact_.write();
-    contact.numbers = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
-                       convertToCanonical(home)};
-    contact.number = convertToCanonical(mainNumber);
+    contact.numbers = std::move(canonical);
+    contact.number = std::move(canonicalMain);
     contact.numberType = mainType;
     contactChanged();
     contactNumbersChanged(before);
@@ -173,16 +188,14 @@ void ConversationContact::setPersonalData(const std::string& firstName, const st
                                           const std::string& address1, const std::string& address2,
                                           const std::string& role)
 {
-    ContactProfile& profile = profile_.write();
-    profile.email = email;
-    profile.company = company;
-    profile.address1 = address1;
-    profile.address2 = address2;
-    profile.role = role;
-    ContactDetails& contact = contact_.write();
-    contact.firstName = firstName;
-    contact.lastName = lastName;
-    contactChanged();
+    ContactProfile changed = *profile_;
+    changed.email = email;
+    changed.company = company;
+    changed.address1 = address1;
+    changed.address2 = address2;
+    changed.role = role;
+    profile_.write() = std::move(changed);
+    takeNames(firstName, lastName);
 }
 
 void ConversationContact::setExchangeContactId(const std::string& id)
@@ -199,15 +212,28 @@ void ConversationContact::setDialStringConverter(DigitAnalysisServiceIfc* digitA
         return;
     }
     const ContactNumbers before = contact_->numbers;
-    setPhoneNumbers(before[WORK_1_SLOT], before[WORK_2_SLOT], before[MOBILE_SLOT], before[HOME_SLOT],
-                    std::string(getNumber()), getNumberType());
+    convertNumbers();
+    contactChanged();
+    contactNumbersChanged(before);
+}
+
+void ConversationContact::convertNumbers()
+{
+    ContactDetails& contact = contact_.write();
+    contact.number = convertToCanonical(contact.number);
+    for (std::string& number : contact.numbers)
+    {
+        number = convertToCanonical(number);
+    }
 }
 
 void ConversationContact::cloneContactInfo(const ConversationContact& other)
 {
     const ContactNumbers before = contact_->numbers;
+    const Type ownType = type_;
     contact_ = other.contact_;
     takeContactDetails(other);
+    type_ = ownType;
     contactSource_ = other.contactSource_;
     contactChanged();
     contactNumbersChanged(before);
@@ -281,7 +307,7 @@ void ConversationContact::takeContactDetails(const ConversationContact& other)
     }
     if (digitAnalysis_ != other.digitAnalysis_)
     {
-        setDialStringConverter(digitAnalysis_);
+        convertNumbers();
     }
     if (profile_.isSet() || other.profile_.isSet())
     {

@@ -2,5 +2,10 @@
 
 namespace ConversationAPI
 {
+void ConversationIDGenerator::remember(const std::string& id, ConversationItem* item)
+{
+    updateCache(id, item);
+}
+
 void ConversationIDGenerator::callEnded(const std::string&, const std::string&, ConversationItem*) {}
 } // namespace ConversationAPI

@@ -132,7 +132,7 @@ bool ConversationItem::isSameConversationAs(const ConversationItem& other) const
     }
     if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing())
     {
-        return areGroupPickupConversationItems(other) || getCallId() == other.getCallId();
+        return areGroupPickupConversationItems(other) || callId_ == other.callId_;
     }
     return doParticipantsMatch(other);
 }
@@ -395,7 +395,7 @@ int ConversationItem::makeZeroBasedMonthValueOneBased(const std::tm& time)
 
 bool ConversationItem::areGroupPickupConversationItems(const ConversationItem& other) const
 {
-    return isIncomingGroupPickup() && other.isConnectedGroupPickup() && getCallId() == GROUP_PICKUP_CALL_ID;
+    return isIncomingGroupPickup() && other.isConnectedGroupPickup() && callId_.view() == GROUP_PICKUP_CALL_ID;
 }
 
 bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, long time, long otherTime) const
@@ -408,8 +408,7 @@ bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, lo
     {
         return time > otherTime;
     }
-    if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() &&
-        getCallId() == other.getCallId())
+    if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() && callId_ == other.callId_)
     {
         return false;
     }

@@ -1,6 +1,7 @@
 #include "model/ConversationMerge.h"
 
 #include "ConversationAPI/ConversationIDGenerator.h"
+#include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
 
@@ -13,10 +14,21 @@ bool contains(const std::vector<ConversationItem*>& items, const ConversationIte
     return std::find(items.begin(), items.end(), &item) != items.end();
 }
 
-/** The contact that a conversation shows: the one taken in, else itself when it is one. */
-const SharedText& shownContactId(const SharedText& takenIn, const Conversation& conversation)
+/** Whether the conversation is a directory contact and nothing else. */
+bool conversationOnlyHasContactInfo(const Conversation& conversation)
 {
-    return takenIn.empty() ? conversation.storedIdText() : takenIn;
+    return conversation.items().empty() && conversation.getContactSource() == Conversation::DIRECTORY_CONTACT;
+}
+
+bool conversationHasWSISourcedContactInfo(const Conversation& conversation)
+{
+    return conversation.getContactSource() == Conversation::WSI_CONTACT;
+}
+
+/** Whether an id names a conversation rather than one on its way into another or one without an id yet. */
+bool isKnown(const SharedText& id)
+{
+    return !id.empty() && id.view() != TEMPORARY_CONVERSATION_ID;
 }
 } // namespace
 
@@ -54,7 +66,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     takeGroupFields();
     const Items arrived = cloneItems();
     into_.mergeItems(arrived);
-    if (folding.takesId && from_.getContactSource() != Conversation::WSI_CONTACT)
+    if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
         into_.takeIdOf(from_);
@@ -76,17 +88,16 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     return handOver(std::move(handedBack));
 }
 
-/** Whether there is nothing but a contact to merge: a directory contact without items, any web-service one. */
 bool ConversationMerge::fromIsContactOnly() const
 {
-    return from_.getContactSource() == Conversation::WSI_CONTACT ||
-           (from_.getContactSource() == Conversation::DIRECTORY_CONTACT && from_.items().empty());
+    return conversationOnlyHasContactInfo(from_) || conversationHasWSISourcedContactInfo(from_);
 }
 
+/** A contact that has no id of its own yet may be any: it is taken for news of the one that is there. */
 bool ConversationMerge::contactsDiffer() const
 {
-    return into_.hasTakenInContact() && from_.hasTakenInContact() &&
-           shownContactId(into_.takenContactId(), into_) != shownContactId(from_.takenContactId(), from_);
+    return into_.hasTakenInContact() && from_.hasTakenInContact() && isKnown(into_.contactId()) &&
+           isKnown(from_.contactId()) && into_.contactId() != from_.contactId();
 }
 
 /** A contact whose conversation gets another id is still the same contact when its record comes anew. */
@@ -94,7 +105,7 @@ void ConversationMerge::rememberOwnContact()
 {
     if (into_.hasTakenInContact())
     {
-        into_.setTakenContactId(shownContactId(into_.takenContactId(), into_));
+        into_.setTakenContactId(into_.contactId());
     }
 }
 
@@ -150,7 +161,7 @@ void ConversationMerge::takeOrigin(const Conversation::Folding& folding)
     {
         return;
     }
-    into_.setTakenContactId(shownContactId(from_.takenContactId(), from_));
+    into_.setTakenContactId(from_.contactId());
     if (folding.takesContactSource)
     {
         into_.setContactSource(from_.getContactSource());
@@ -184,6 +195,7 @@ std::vector<ConversationItem*> ConversationMerge::handOver(std::vector<OwnedItem
             into_.journalEntries_.remove(item->getItemId());
         }
         item->setConversationId("");
+        item->setExchangeContactId("");
         released.push_back(item.release());
     }
     return released;
@@ -221,7 +233,7 @@ void ConversationMerge::updateIdGeneratorCache()
     {
         if (const OwnedItem contact = into_.makeContactItem(0))
         {
-            into_.idGenerator_.updateCache(into_.id_.str(), contact.get());
+            into_.idGenerator_.remember(into_.id_.str(), contact.get());
         }
     }
     else if (ConversationItem* item = from_.initialItem())

@@ -50,24 +50,12 @@ void ConversationObservers::tellKeysChanged(Conversation& conversation)
     }
 }
 
-void ConversationObservers::tellNumber(Conversation& conversation, const std::string& before, const std::string& now)
+void ConversationObservers::tellNumberUpdated(numberUpdateReason reason, Conversation& conversation,
+                                              const std::string& first, const std::string& second)
 {
-    if (before == now)
-    {
-        return;
-    }
-    auto reason = numberUpdateReason::UPDATED;
-    if (before.empty())
-    {
-        reason = numberUpdateReason::ADDED;
-    }
-    else if (now.empty())
-    {
-        reason = numberUpdateReason::DELETED;
-    }
     for (ConversationModificationObserverIfc* observer : Observers(observers_))
     {
-        observer->conversationNumberUpdated(reason, &conversation, now, before);
+        observer->conversationNumberUpdated(reason, &conversation, first, second);
         observer->conversationModified(conversation.getConversationId());
     }
 }

@@ -205,11 +205,11 @@ void ConversationParticipant::convert(std::string& number) const
 void ConversationParticipant::setPhoneNumbers(const std::string& work1, const std::string& work2,
                                               const std::string& mobile, const std::string& home)
 {
-    const std::string* const numbers[] = {&work1, &work2, &mobile, &home};
+    ContactNumbers numbers = {work1, work2, mobile, home};
     std::uint8_t withComparableNumber = 0;
     for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        std::string number = *numbers[slot];
+        std::string& number = numbers[slot];
         if (!number.empty())
         {
             convert(number);

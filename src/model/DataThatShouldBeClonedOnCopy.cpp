@@ -1,6 +1,5 @@
 #include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
 
-#include "ConversationAPI/ConversationItem.h"
 #include "model/ItemOrder.h"
 
 #include <algorithm>

@@ -81,7 +81,10 @@ std::string RandomCachingConversationIDGenerator::getConversationID(Conversation
         return newId;
     }
     std::string id = known->id;
-    if (itemNeedsUpdating(known->item.get(), item))
+    // A contact is remembered as such, with all its numbers, even where one of its calls came first: otherwise the
+    // next contact that shares the call's number would be taken for this one.
+    const bool isNewsOfContact = isPlaceholder(*item) && !isPlaceholder(*known->item);
+    if (isNewsOfContact || itemNeedsUpdating(known->item.get(), item))
     {
         cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
     }
@@ -120,11 +123,28 @@ void RandomCachingConversationIDGenerator::garbageCollect()
     std::unordered_set<std::string_view> inUse;
     for (ConversationSourceIfc* source : sources_)
     {
+        if (!source)
+        {
+            continue;
+        }
         reported.push_back(source->getInUseConversationIds());
         inUse.insert(reported.back().begin(), reported.back().end());
     }
     cache_->keepOnly(inUse,
                      [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+}
+
+void RandomCachingConversationIDGenerator::remember(const std::string& id, ConversationItem* item)
+{
+    {
+        const CriticalSection guard(lock_);
+        if (item && !id.empty() && !cache_->find(id))
+        {
+            cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+            return;
+        }
+    }
+    updateCache(id, item);
 }
 
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,
@@ -145,7 +165,7 @@ void RandomCachingConversationIDGenerator::setConversationSources(const std::vec
 
 std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conversation* conversation)
 {
-    const ConversationItem* item = conversation->initialItem();
+    const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
     if (!item)
     {
         return {};
@@ -170,7 +190,7 @@ int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::
 
 bool RandomCachingConversationIDGenerator::itemNeedsUpdating(ConversationItem* cached, ConversationItem* fresh)
 {
-    return cached->getCallId() == fresh->getCallId() && !cached->doParticipantsMatch(*fresh);
+    return cached && fresh && cached->getCallId() == fresh->getCallId() && !cached->doParticipantsMatch(*fresh);
 }
 
 std::string RandomCachingConversationIDGenerator::generateConversationId() const

@@ -22,6 +22,7 @@ RelativeTimeFormatter::~RelativeTimeFormatter()
 {
     refreshTimer_.stop();
     refreshTimer_.setCommandListener(nullptr);
+    refreshTimer_.addCommand(nullptr);
 }
 
 std::string RelativeTimeFormatter::formatFromUTC(long time)

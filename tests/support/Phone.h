@@ -108,21 +108,20 @@ class ItemInState : public ConversationAPI::ConversationItem
 {
   public:
     ItemInState(int state, long time, const std::string& itemId = "", const std::string& callId = "")
-        : state_(static_cast<ConversationAPI::ConversationItemState>(state)), callId_(callId)
+        : state_(static_cast<ConversationAPI::ConversationItemState>(state))
     {
         setTimeStampUTC(time);
         setConversationItemId(itemId);
+        setCallId(callId);
     }
 
     std::string toDetailsString() const override { return {}; }
     std::string toTimeString() const override { return {}; }
     ConversationItem* clone() override { return new ItemInState(*this); }
     ConversationAPI::ConversationItemState getState() const override { return state_; }
-    std::string getCallId() const override { return callId_; }
 
   private:
     ConversationAPI::ConversationItemState state_;
-    std::string callId_;
 };
 
 /** The log's lines while it lives, as plain text. */
