@@ -243,7 +243,13 @@ BENCHMARK(BM_MakeItems)->Arg(500)->Arg(2'000)->Arg(10'000)->Arg(50'000)->Unit(be
 BENCHMARK(BM_HashGroupBy)->Arg(500)->Arg(2'000)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_HashGroupByWithoutCopies)->Arg(500)->Arg(2'000)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Rebuild)->Arg(500)->Arg(2'000)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_LiveCallEvent)->Arg(1'000)->Arg(10'000)->Arg(50'000)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_LiveCallEnd)->Arg(1'000)->Arg(10'000)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LiveCallEvent)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(50'000)
+    ->Iterations(3'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LiveCallEnd)->Arg(1'000)->Arg(10'000)->Iterations(1'000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_MAIN();

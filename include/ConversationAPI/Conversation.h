@@ -144,9 +144,6 @@ class Conversation : public ConversationContact
 
     /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
     void append(ConversationItem* item);
-
-    /** Appends one after the other; observers are told once, at the end. */
-    void append(const std::vector<ConversationItem*>& items);
     void prepend(ConversationItem* item);
 
     /** Replaces the item of the same item id, else adds it. */

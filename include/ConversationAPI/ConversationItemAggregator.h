@@ -30,6 +30,7 @@ namespace ConversationAPI
 class ConversationFactory;
 class ConversationItemSourceIfc;
 class ItemPlacement;
+class ItemSources;
 
 class ConversationItemAggregator : public ConversationItemSourceObserverIfc, public ConversationSourceIfc
 {
@@ -97,13 +98,9 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
   private:
     class Lock;
 
-    bool takeIn(ConversationItemSourceIfc* source);
-    static bool hasItems(ConversationItemSourceIfc& source);
-
     void rebuild(bool tellObservers);
     void refreshConversations();
     void loadConversationListData();
-    std::vector<ConversationItem*> sortedConversationItems();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
     Conversation* placeItem(ConversationItem* item);
     Conversation* findConversationOfCall(const std::string& callId);
@@ -122,7 +119,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     const std::unique_ptr<ConversationList> conversations_;
     Semaphore semaphore_{1, 1, false};
     bool isLocked_ = false; ///< the semaphore is held further up in this call
-    std::vector<ConversationItemSourceIfc*> sources_;
+    const std::unique_ptr<ItemSources> sources_;
     RandomCachingConversationIDGenerator idGenerator_;
     ConversationFactory* factory_;
     const std::unique_ptr<ItemPlacement> placement_;

@@ -99,7 +99,7 @@ class ConversationList : public ConversationModificationObserverIfc
     /** Null when there is none. */
     Conversation* getAnonymousConversation() const;
 
-    /** No lock; clearing only forgets which one it is. */
+    /** All three without lock; clearing only forgets which one it is. */
     Conversation* getPhantomConversation() const { return phantom_; }
     bool hasPhantomConversation() const { return phantom_ != nullptr; }
     void clearPhantomConversation() { phantom_ = nullptr; }

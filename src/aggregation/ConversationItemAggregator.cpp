@@ -10,6 +10,7 @@
 #include "Log.h"
 #include "aggregation/ItemBatches.h"
 #include "aggregation/ItemPlacement.h"
+#include "aggregation/ItemSources.h"
 #include "model/ItemOrder.h"
 
 #include <algorithm>
@@ -25,14 +26,6 @@ constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
 
 /** In the aggregator's own list a contact only groups items; the conversations stay those of the history. */
 constexpr Conversation::Folding REGROUPING{true, false, false};
-
-void deleteItems(const std::vector<ConversationItem*>& items)
-{
-    for (const ConversationItem* item : items)
-    {
-        delete item;
-    }
-}
 
 bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
 {
@@ -80,7 +73,7 @@ void ConversationItemAggregator::UniqueConversationList::push_back(Conversation*
 }
 
 ConversationItemAggregator::ConversationItemAggregator(ConversationFactory* factory)
-    : conversations_(std::make_unique<ConversationList>()),
+    : conversations_(std::make_unique<ConversationList>()), sources_(std::make_unique<ItemSources>()),
       idGenerator_(&RandomCachingConversationIDGenerator::isSameConversationAtSameTime), factory_(factory),
       placement_(std::make_unique<ItemPlacement>(*conversations_, *factory_, idGenerator_)),
       round_([this](bool tellObservers) { rebuild(tellObservers); })
@@ -95,28 +88,9 @@ ConversationItemAggregator::~ConversationItemAggregator()
     conversations_->removeAndDeleteAll();
 }
 
-/** Items that are asked for only to see whether there are any belong to who asked. */
-bool ConversationItemAggregator::hasItems(ConversationItemSourceIfc& source)
-{
-    const std::vector<ConversationItem*> items = source.getConversationItems();
-    deleteItems(items);
-    return !items.empty();
-}
-
-bool ConversationItemAggregator::takeIn(ConversationItemSourceIfc* source)
-{
-    if (!source)
-    {
-        return false;
-    }
-    sources_.push_back(source);
-    source->setObserver(this);
-    return hasItems(*source);
-}
-
 void ConversationItemAggregator::addItemSource(ConversationItemSourceIfc* source)
 {
-    if (takeIn(source))
+    if (sources_->add(source, *this))
     {
         conversationItemsChanged();
     }
@@ -127,7 +101,7 @@ void ConversationItemAggregator::addItemSources(std::vector<ConversationItemSour
     bool anyHasItems = false;
     for (ConversationItemSourceIfc* source : sources)
     {
-        anyHasItems = takeIn(source) || anyHasItems;
+        anyHasItems = sources_->add(source, *this) || anyHasItems;
     }
     if (anyHasItems)
     {
@@ -137,13 +111,7 @@ void ConversationItemAggregator::addItemSources(std::vector<ConversationItemSour
 
 void ConversationItemAggregator::removeItemSource(ConversationItemSourceIfc* source)
 {
-    if (!source)
-    {
-        return;
-    }
-    source->clearObserver();
-    sources_.erase(std::remove(sources_.begin(), sources_.end(), source), sources_.end());
-    if (hasItems(*source))
+    if (sources_->remove(source))
     {
         conversationItemsChanged();
     }
@@ -218,45 +186,28 @@ void ConversationItemAggregator::refreshConversations()
 void ConversationItemAggregator::loadConversationListData()
 {
     conversations_->removeAndDeleteAll();
-    buildConversationsFrom(sortedConversationItems());
-}
-
-std::vector<ConversationItem*> ConversationItemAggregator::sortedConversationItems()
-{
-    std::vector<ConversationItem*> all;
-    for (ConversationItemSourceIfc* source : sources_)
-    {
-        const std::vector<ConversationItem*> items = source->getConversationItems();
-        all.reserve(all.size() + items.size());
-        std::copy_if(items.begin(), items.end(), std::back_inserter(all),
-                     [](const ConversationItem* item) { return item != nullptr; });
-    }
-    sortByItemOrder(all, [](const ConversationItem* item) { return item; });
-    return all;
+    buildConversationsFrom(sources_->sortedConversationItems());
 }
 
 void ConversationItemAggregator::buildConversationsFrom(const std::vector<ConversationItem*>& items)
 {
     CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
     const ItemBatches batches(items);
+    std::vector<Conversation*> targets(items.size(), nullptr);
     for (std::size_t place = 0; place < items.size(); ++place)
     {
-        if (batches.goesWithEarlier(place))
+        Conversation* target = targets[place];
+        if (target)
         {
-            continue;
-        }
-        std::vector<ConversationItem*> followers;
-        for (std::size_t next = batches.next(place); next < items.size(); next = batches.next(next))
-        {
-            followers.push_back(items[next]);
-        }
-        if (Conversation* conversation = placeItem(items[place]))
-        {
-            conversation->append(followers);
+            target->append(items[place]);
         }
         else
         {
-            deleteItems(followers);
+            target = placeItem(items[place]);
+        }
+        if (batches.next(place) < items.size())
+        {
+            targets[batches.next(place)] = target;
         }
     }
     triggerGarbageCollectionOnIDGenerators();
@@ -408,8 +359,9 @@ void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, 
 {
     CONVERSATION_LOG(5, "voiceMailChanged() - old number = [%s], new number = [%s]", oldNumber.c_str(),
                      newNumber.c_str());
+    const std::string next = newNumber; // which may be a text of the conversation that goes first
     reloadCallsForNumber(oldNumber);
-    reloadCallsForNumber(newNumber);
+    reloadCallsForNumber(next);
 }
 
 void ConversationItemAggregator::reloadCallsForNumber(const std::string& number)
@@ -422,10 +374,7 @@ void ConversationItemAggregator::reloadCallsForNumber(const std::string& number)
     CONVERSATION_LOG(5, "reloadCallsForNumber() - Conversation found for number [%s]", number.c_str());
     const std::vector<std::string> entries = conversation->getJournalServiceEntries();
     removeConversation(conversation);
-    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
-    {
-        source->reloadCalls(entries);
-    }
+    sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.reloadCalls(entries); });
 }
 
 void ConversationItemAggregator::deleteConversation(const std::string& conversationId)
@@ -437,19 +386,13 @@ void ConversationItemAggregator::deleteConversation(const std::string& conversat
         return;
     }
     const std::vector<std::string> entries = conversation->getJournalServiceEntries();
-    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
-    {
-        source->deleteCalls(entries);
-    }
+    sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.deleteCalls(entries); });
     removeConversation(getConversation(id));
 }
 
 void ConversationItemAggregator::deleteConversations()
 {
-    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
-    {
-        source->deleteAllCalls();
-    }
+    sources_->forEach([](ConversationItemSourceIfc& source) { source.deleteAllCalls(); });
     round_.rebuild(false);
 }
 
@@ -467,10 +410,7 @@ void ConversationItemAggregator::markAllMissedCallsRead()
         const std::vector<std::string> own = conversation->getJournalServiceEntries();
         entries.insert(entries.end(), own.begin(), own.end());
     }
-    for (ConversationItemSourceIfc* source : std::vector<ConversationItemSourceIfc*>(sources_))
-    {
-        source->ageAllMissedCalls(entries);
-    }
+    sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.ageAllMissedCalls(entries); });
 }
 
 std::vector<ConversationItem*> ConversationItemAggregator::getItemsForConversation(Conversation*)

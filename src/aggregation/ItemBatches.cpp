@@ -1,14 +1,14 @@
 #include "aggregation/ItemBatches.h"
 
 #include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/WellKnownNames.h"
 #include "model/ItemOrder.h"
 
 #include <unordered_map>
 
 namespace ConversationAPI
 {
-ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
-    : isFollower_(items.size(), false), next_(items.size(), items.size())
+ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items) : next_(items.size(), items.size())
 {
     std::vector<bool> isBatched(items.size());
     Numbers sharedNumbers;
@@ -36,7 +36,6 @@ ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
         const auto [last, isFirst] = lastPlaces.emplace(number, place);
         if (!isFirst)
         {
-            isFollower_[place] = true;
             next_[last->second] = place;
             last->second = place;
         }
@@ -46,12 +45,14 @@ ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
 bool ItemBatches::isPlain(const ConversationItem& item)
 {
     if (!isOrderedByTimeAlone(item.getState()) || item.participants().size() != 1 || item.hasConversationId() ||
-        item.hasExchangeContactId() || item.hasConversationItemId() || item.isGroupCall())
+        item.hasExchangeContactId() || item.hasConversationItemId() || item.isGroupCall() ||
+        item.isConferenceConversation())
     {
         return false;
     }
     const ConversationParticipant& party = item.participants().front();
-    return !party.isAnonymous() && !party.comparableNumberText().empty() && !party.hasFurtherNumbers();
+    return !party.isAnonymous() && party.surnameText() != CTI_ASSISTED_NAME && !party.comparableNumberText().empty() &&
+           !party.hasFurtherNumbers();
 }
 
 void ItemBatches::collectNumbers(const ConversationItem& item, Numbers& numbers)

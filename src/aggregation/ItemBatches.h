@@ -1,10 +1,10 @@
 /**
- * Which items of a sorted sequence can go into their conversation together.
+ * Which items of a sorted sequence go into one conversation.
  *
  * Nearly every item of the call history has one party with one number and nothing else that tells where it
  * belongs, and no other item brings that number together with another one. All such items of one number end up
- * in one conversation, the one that the first of them finds or starts, whatever happens in between: the others
- * need not look for it. Items of any other kind, and those that share a number with them, stay alone.
+ * in the conversation that the first of them finds or starts: the others need not look for it. Items of any other
+ * kind, and those that share a number with them, find their conversation themselves.
  */
 #pragma once
 
@@ -23,9 +23,6 @@ class ItemBatches
     /** The items must outlive this object's constructor only. */
     explicit ItemBatches(const std::vector<ConversationItem*>& items);
 
-    /** Whether the item at this place goes with an earlier one. */
-    bool goesWithEarlier(std::size_t place) const { return isFollower_[place]; }
-
     /** The next item of the same batch; the number of items when there is none. */
     std::size_t next(std::size_t place) const { return next_[place]; }
 
@@ -35,7 +32,6 @@ class ItemBatches
     static bool isPlain(const ConversationItem& item);
     static void collectNumbers(const ConversationItem& item, Numbers& numbers);
 
-    std::vector<bool> isFollower_;
     std::vector<std::size_t> next_;
 };
 } // namespace ConversationAPI

@@ -62,18 +62,19 @@ Conversation* ItemPlacement::findTarget(ConversationItem* item)
         return getConversationAssociatedWithItem(item);
     }
     const ConversationParticipant& party = item->participants().front();
-    if (party.isAnonymous())
-    {
-        Conversation* anonymous = conversations_.getAnonymousConversation();
-        // The latest anonymous conversation may be that of a second live call, which takes no history.
-        return anonymous && anonymous->extraActiveConversation() ? getConversationAssociatedWithItem(item) : anonymous;
-    }
-    if (!party.comparableNumberText().empty())
+    if (!party.isAnonymous() && !party.comparableNumberText().empty())
     {
         return conversations_.find(HasConversationAnyNumberMatchingCondition(party.comparableNumberText()));
     }
     const bool isNameless = party.firstNameText().empty() && party.surnameText().empty();
-    return isNameless ? conversations_.getAnonymousConversation() : nullptr;
+    return party.isAnonymous() || isNameless ? findAnonymousTarget(item) : nullptr;
+}
+
+/** The latest anonymous conversation may be that of a second live call, which takes no history. */
+Conversation* ItemPlacement::findAnonymousTarget(ConversationItem* item)
+{
+    Conversation* anonymous = conversations_.getAnonymousConversation();
+    return anonymous && anonymous->extraActiveConversation() ? getConversationAssociatedWithItem(item) : anonymous;
 }
 
 Conversation* ItemPlacement::getConversationAssociatedWithItem(ConversationItem* item)

@@ -43,6 +43,7 @@ class ItemPlacement
     Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator);
 
   private:
+    Conversation* findAnonymousTarget(ConversationItem* item);
     Conversation* getLiveConversationBeside(ConversationItem* item);
     std::unique_ptr<Conversation> makeConversation(ConversationItem* item);
     std::unique_ptr<Conversation> makeExtraConversation(ConversationItem* item, ConversationIDGenerator& generator);

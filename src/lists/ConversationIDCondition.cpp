@@ -16,6 +16,10 @@ bool ConversationIDCondition::operator()(Conversation* conversation) const
 
 bool ConversationIDCondition::gatherCandidates(ConversationCandidates& candidates) const
 {
+    if (id_.empty())
+    {
+        return false;
+    }
     candidates.withConversationId(id_);
     return true;
 }

@@ -373,9 +373,13 @@ void ConversationList::erase(Conversation* conversation)
     {
         return;
     }
-    const ConversationListConditions::ConversationIDCondition sameId(conversation->getConversationId());
-    const std::size_t position =
-        std::min(conversations_->position(conversation), conversations_->position(conversations_->findFirst(sameId)));
+    const std::string id = conversation->getConversationId();
+    std::size_t position = conversations_->position(conversation);
+    if (!id.empty())
+    {
+        const ConversationListConditions::ConversationIDCondition sameId(id);
+        position = std::min(position, conversations_->position(conversations_->findFirst(sameId)));
+    }
     if (position < sequence().size())
     {
         delete detach(position);

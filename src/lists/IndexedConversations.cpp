@@ -4,6 +4,7 @@
 #include "ConversationAPI/ConversationCandidates.h"
 #include "ConversationAPI/ConversationUnaryCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/EraseEntry.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -14,18 +15,6 @@ namespace ConversationAPI
 {
 namespace
 {
-template <typename Index, typename Member>
-void eraseKey(Index& index, std::string_view key, const Member* member)
-{
-    const auto range = index.equal_range(key);
-    const auto found =
-        std::find_if(range.first, range.second, [member](const auto& keyed) { return keyed.second == member; });
-    if (found != range.second)
-    {
-        index.erase(found);
-    }
-}
-
 template <typename Group, typename Member>
 void setMembership(Group& group, Member* member, bool belongs)
 {
@@ -259,7 +248,7 @@ void IndexedConversations::reindex(Index& index, Member& member, SharedText& key
     }
     if (!key.empty())
     {
-        eraseKey(index, key.view(), &member);
+        eraseEntry(index, key.view(), &member);
     }
     key = newKey;
     if (!key.empty())
@@ -300,7 +289,7 @@ void IndexedConversations::forgetCallIds(Member& member)
 {
     for (const SharedText& callId : member.callIds)
     {
-        eraseKey(byCallId_, callId.view(), &member);
+        eraseEntry(byCallId_, callId.view(), &member);
     }
     member.callIds.clear();
 }
@@ -325,10 +314,10 @@ void IndexedConversations::insertContact(Index& index, Member& member)
 
 void IndexedConversations::eraseContact(Index& index, Member& member)
 {
-    eraseKey(index, member.contact->number, &member);
+    eraseEntry(index, member.contact->number, &member);
     for (const std::string& number : member.contact->numbers)
     {
-        eraseKey(index, number, &member);
+        eraseEntry(index, number, &member);
     }
 }
 

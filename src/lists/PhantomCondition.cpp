@@ -10,7 +10,7 @@ PhantomCondition::PhantomCondition(Conversation* phantom) : phantom_(phantom) {}
 
 bool PhantomCondition::operator()(Conversation* conversation) const
 {
-    return conversation->isPhantomConversation() && phantom_->isPhantomConversation();
+    return phantom_ && conversation->isPhantomConversation() && phantom_->isPhantomConversation();
 }
 } // namespace ConversationListConditions
 } // namespace ConversationAPI

@@ -183,18 +183,6 @@ void Conversation::append(ConversationItem* item)
     }
 }
 
-void Conversation::append(const std::vector<ConversationItem*>& items)
-{
-    for (ConversationItem* item : items)
-    {
-        if (item)
-        {
-            addWithContact(OwnedItem(item));
-        }
-    }
-    notifyObserversConversationIsModified();
-}
-
 void Conversation::prepend(ConversationItem* item)
 {
     append(item);

@@ -1,6 +1,7 @@
 #include "model/ConversationIDCache.h"
 
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/EraseEntry.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -49,18 +50,6 @@ void collect(const Index& index, std::string_view key, Candidates& candidates)
     for (auto found = range.first; found != range.second; ++found)
     {
         candidates.push_back(found->second);
-    }
-}
-
-template <typename Index, typename Entry>
-void erase(Index& index, std::string_view key, const Entry* entry)
-{
-    const auto range = index.equal_range(key);
-    const auto found =
-        std::find_if(range.first, range.second, [entry](const auto& keyed) { return keyed.second == entry; });
-    if (found != range.second)
-    {
-        index.erase(found);
     }
 }
 } // namespace
@@ -146,14 +135,14 @@ void ConversationIDCache::remove(std::list<Entry>::iterator entry)
     const Entry* gone = &*entry;
     for (const std::string_view key : partyKeys(*gone->item))
     {
-        erase(byParty_, key, gone);
+        eraseEntry(byParty_, key, gone);
     }
-    erase(byExchangeContactId_, gone->item->exchangeContactIdText().view(), gone);
-    erase(byConversationId_, gone->item->conversationIdText().view(), gone);
+    eraseEntry(byExchangeContactId_, gone->item->exchangeContactIdText().view(), gone);
+    eraseEntry(byConversationId_, gone->item->conversationIdText().view(), gone);
     const auto callId = callIds_.find(gone);
     if (callId != callIds_.end())
     {
-        erase(byCallId_, callId->second, gone);
+        eraseEntry(byCallId_, callId->second, gone);
         callIds_.erase(callId);
     }
     byId_.erase(gone->id);

@@ -68,23 +68,23 @@ void ActiveCallConversationItemSource::updateCachedCall(const ActiveCall& call)
     {
         return;
     }
-    ConversationItem* item = createItemFromCache(call);
+    std::unique_ptr<ConversationItem> item(createItemFromCache(call));
     CONVERSATION_LOG(5,
                      "ActiveCallConversationItemSource::activeCallEvent() notifying observer of changed item "
                      "item.getCallId()='%s'",
                      item->getCallId().c_str());
     if (statesOnly)
     {
-        observer_->conversationItemChanged(item);
+        observer_->conversationItemChanged(item.release());
         return;
     }
-    std::unique_ptr<ConversationItem> moved(item);
     const std::string callId = call.getCallId();
     observer_->removeActiveConversationItemForCall(callId);
-    // Whoever was told of the removal may have ended the call or taken this source off.
+    // Whoever was told of the removal may have changed or ended the call, or taken this source off.
     if (observer_ && callIsCached(callId))
     {
-        observer_->newConversationItem(moved.release());
+        item.reset(createItemFromCache(call));
+        observer_->newConversationItem(item.release());
     }
 }
 
@@ -107,7 +107,10 @@ void ActiveCallConversationItemSource::clearActiveCallEvent(const std::string& c
         {
             CONVERSATION_LOG(5, "clearActiveCallEvent() observer failed to remove active item, calling "
                                 "conversationItemsChanged()");
-            observer_->conversationItemsChanged();
+            if (observer_)
+            {
+                observer_->conversationItemsChanged();
+            }
         }
     }
     CONVERSATION_LOG(5, "clearActiveCallEvent() end for callId='%s'", id.c_str());

@@ -1,0 +1,55 @@
+#include "aggregation/ItemSources.h"
+
+#include "ConversationAPI/ConversationItemSourceIfc.h"
+#include "model/ItemOrder.h"
+
+namespace ConversationAPI
+{
+bool ItemSources::add(ConversationItemSourceIfc* source, ConversationItemSourceObserverIfc& observer)
+{
+    if (!source)
+    {
+        return false;
+    }
+    sources_.push_back(source);
+    source->setObserver(&observer);
+    return hasItems(*source);
+}
+
+bool ItemSources::remove(ConversationItemSourceIfc* source)
+{
+    if (!source)
+    {
+        return false;
+    }
+    source->clearObserver();
+    sources_.erase(std::remove(sources_.begin(), sources_.end(), source), sources_.end());
+    return hasItems(*source);
+}
+
+/** Items that are asked for only to see whether there are any belong to who asked. */
+bool ItemSources::hasItems(ConversationItemSourceIfc& source)
+{
+    const std::vector<ConversationItem*> items = source.getConversationItems();
+    for (const ConversationItem* item : items)
+    {
+        delete item;
+    }
+    return !items.empty();
+}
+
+std::vector<ConversationItem*> ItemSources::sortedConversationItems()
+{
+    std::vector<ConversationItem*> all;
+    forEach(
+        [&all](ConversationItemSourceIfc& source)
+        {
+            const std::vector<ConversationItem*> items = source.getConversationItems();
+            all.reserve(all.size() + items.size());
+            std::copy_if(items.begin(), items.end(), std::back_inserter(all),
+                         [](const ConversationItem* item) { return item != nullptr; });
+        });
+    sortByItemOrder(all, [](const ConversationItem* item) { return item; });
+    return all;
+}
+} // namespace ConversationAPI
