@@ -101,31 +101,6 @@ TEST(RebuildTest, IdentifiersSurvive)
     EXPECT_NE("c3" + w.idOf("c3"), before[5]) << "nobody used it any more";
 }
 
-TEST(RebuildTest, TheOrderOfSourcesAndItemsDoesNotMatter)
-{
-    const Texts numbers = {"4711", "030 1234567", "", "4713", "+49301234567", "4711", "", "4714", "4711"};
-    std::set<Texts> outcomes;
-    std::mt19937 random(1);
-    for (int round = 0; round < 20; ++round)
-    {
-        World w;
-        Journal other;
-        World::now() = 1000;
-        for (std::size_t i = 0; i < numbers.size(); ++i)
-        {
-            (random() % 2 ? other : w.journal).keep(w.missed("e" + std::to_string(i), numbers[i]));
-        }
-        std::shuffle(w.journal.held.begin(), w.journal.held.end(), random);
-        w.aggregator.addItemSource(&other);
-        w.aggregator.conversationItemsChanged();
-        outcomes.insert(w.rows());
-        w.aggregator.removeItemSource(&other);
-        EXPECT_EQ(w.contradictions(), "");
-    }
-    EXPECT_EQ(outcomes, (std::set<Texts>{{"4711: e8 e5 e0", "4714: e7", "Caller.Unknown.XXX: e6 e2",
-                                          "+49301234567: e4 e1", "4713: e3"}}));
-}
-
 TEST(RebuildTest, WhatMustNotBeDeletedIsNotOffered)
 {
     World w;

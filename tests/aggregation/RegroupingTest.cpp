@@ -1,5 +1,7 @@
 #include "AggregatorFixture.h"
 
+#include "ConversationAPI/StaticConversationIDGenerator.h"
+
 namespace
 {
 using namespace Aggregation;
@@ -30,6 +32,46 @@ TEST(RegroupingTest, AContactsTwoNumbersBecomeOneConversationThatSurvives)
     w.aggregator.conversationItemsChanged();
     EXPECT_EQ(w.list().size(), 2U) << "without the contact having told of itself again";
     EXPECT_EQ(w.idOf("e1"), contact->getConversationId());
+}
+
+TEST(RegroupingTest, AnIdOfTheContactsOwnSurvivesARebuild)
+{
+    World w;
+    w.history("e1", "4711");
+    w.history("e2", "4712");
+    StaticConversationIDGenerator key("the contact's key");
+    std::unique_ptr<Conversation> contact(w.conversations.createConversation(key));
+    contact->setPhoneNumbers("4711", "4712", "", "", "4711", CallPartyIdentifier::WORK_1);
+    contact->setContactSource(Conversation::DIRECTORY_CONTACT);
+    contact->init();
+    w.aggregator.conversationUpdated(contact.get());
+    w.aggregator.conversationItemsChanged();
+    EXPECT_EQ(w.list().size(), 1U);
+    EXPECT_EQ(w.idOf("e1") + w.idOf("e2"), "the contact's keythe contact's key");
+}
+
+TEST(RegroupingTest, TwoContactsThatShareANumberAlreadyCalledStayTwo)
+{
+    World w;
+    w.history("e1", "4711");
+    const auto lee = w.contact("Lee", "4711", "4712");
+    const auto fox = w.contact("Fox", "4711", "4713");
+    EXPECT_NE(lee->getConversationId(), fox->getConversationId());
+    w.aggregator.conversationUpdated(lee.get());
+    w.aggregator.conversationUpdated(fox.get());
+    EXPECT_EQ(w.rows(), (Texts{"Lee: e1"})) << "a conversation keeps its first contact";
+}
+
+TEST(RegroupingTest, CallsOfAContactsTwoNumbersAreTakenInTheOrderOfAll)
+{
+    World w;
+    w.history("e1", "4711", "Oldest");
+    w.history("e2", "4712", "Newest");
+    w.history("e3", "4711");
+    const auto contact = w.contact("", "4711", "4712");
+    w.aggregator.conversationUpdated(contact.get());
+    w.aggregator.conversationItemsChanged();
+    EXPECT_EQ(w.rows(), (Texts{"Newest: e3 e2 e1"}));
 }
 
 TEST(RegroupingTest, ASecondLiveCallIsNamedButLeftAlone)

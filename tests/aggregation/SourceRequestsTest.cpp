@@ -113,22 +113,4 @@ TEST_F(SourceRequestsTest, SourcesComeAndGo)
     EXPECT_EQ(two.observer, &w.aggregator);
 }
 
-TEST_F(SourceRequestsTest, WhatCannotBePlacedIsDropped)
-{
-    const Texts rows = w.rows();
-    w.aggregator.newConversationItem(nullptr);
-    w.aggregator.conversationItemChanged(nullptr);
-    w.aggregator.conversationItemChanged(
-        w.items.getActiveCallConversationItem(World::call("c9", ActiveCall::CONNECTED, "4799")));
-    EXPECT_FALSE(w.aggregator.removeActiveConversationItemForCall("c9"));
-    EXPECT_FALSE(w.aggregator.removeActiveConversationItemForCall(""));
-    EXPECT_EQ(w.rows(), rows);
-    EXPECT_TRUE(w.observer.take().empty());
-    EXPECT_EQ(w.aggregator.getConversationForUser("Ann"), nullptr);
-    EXPECT_EQ(w.aggregator.getConversation("unknown"), nullptr);
-    EXPECT_EQ(w.aggregator.getConversation(w.idOf("e2")), w.holding("e2"));
-    EXPECT_EQ(w.aggregator.getInUseConversationIds(), (Texts{w.idOf("e1"), w.idOf("e2")}));
-    EXPECT_TRUE(w.aggregator.getItemsForConversation(w.holding("e2")).empty());
-    EXPECT_EQ(w.aggregator.getSourceType(), 1);
-}
 } // namespace

@@ -1,4 +1,3 @@
-#include "platform/CallJournal.h"
 #include "platform/CallPartyIdentifier.h"
 
 #include <gtest/gtest.h>
@@ -27,24 +26,5 @@ TEST(CallPartyIdentifier, EmptyAndMovedFromPartiesAnswer)
     party = CallPartyIdentifier();
     EXPECT_EQ(party.getFirstName() + party.getSurname() + party.getNumber() + party.getContactImagePath(), "");
     EXPECT_EQ(party.getPhoneNumberType(), CallPartyIdentifier::NO_ICON);
-}
-
-TEST(CallJournal, EntriesAreDeepValues)
-{
-    MissedCallItem::MissedCallInfo call;
-    call.setRemoteNumber("4711");
-    call.setGroupName("Sales");
-    call.setAnswered(true);
-    MissedCallItem entry;
-    entry.setEntryId("e1");
-    entry.setMissedCallInfoList({call, call});
-    MissedCallItem copy = entry;
-    copy.setViewed(true);
-    copy.setMissedCallInfoList({});
-    ASSERT_EQ(entry.getMissedCallInfoList().size(), 2U);
-    EXPECT_EQ(entry.getMissedCallInfoList()[1].getGroupName(), "Sales");
-    EXPECT_TRUE(entry.getMissedCallInfoList()[1].getAnswered());
-    EXPECT_FALSE(entry.getViewed());
-    EXPECT_EQ(copy.getEntryId(), "e1");
 }
 } // namespace

@@ -174,24 +174,4 @@ TEST_F(ConditionsTest, FreeText)
     EXPECT_FALSE(is_digits("+49") || is_digits("1-2") || is_digits("1 "));
 }
 
-TEST_F(ConditionsTest, GatheringIds)
-{
-    StaticConversationIDGenerator shared("t");
-    ConversationList list;
-    for (int i = 0; i < 3; ++i)
-    {
-        Conversation* conversation =
-            phone.conversations.createConversation(phone.missed(i, "11", "", i == 1 ? "Fox" : "Lee"), shared);
-        conversation->setTemporary(i != 1);
-        list.push_back(conversation);
-    }
-    ConversationListExecutors::GatherConversationIds all;
-    ConversationListExecutors::GatherTemporaryConversationIds temporary;
-    GatherMatchingConversationIds matching("LEE");
-    list.foreach (all);
-    list.foreach (temporary);
-    list.foreach (matching);
-    EXPECT_EQ(all.ids.size() * 100 + temporary.ids.size() * 10 + matching.ids.size(), 312U);
-    EXPECT_FALSE(temporary.notAlreadyInContainer("t"));
-}
 } // namespace

@@ -139,33 +139,6 @@ TEST(ActiveCallTest, TwoConferencesAreAlwaysRefreshedInPlace)
     EXPECT_FALSE(large.needsUpdatingFrom(call(party("Ann", "Lee", "1"))));
 }
 
-TEST(ActiveCallTest, TheForwardPartyIsTakenWithoutItsPicture)
-{
-    ActiveCall record = call(party("Ann", "Lee", "1"));
-    ActiveCall forwarded = record;
-    const CallPartyIdentifier target = party("Bob", "Roe", "2");
-    forwarded.setForwardParty(&target);
-    forwarded.setForwardParty(nullptr);
-    forwarded.setForwardType(DisplayAPI::FORWARDED_ON_BUSY);
-    EXPECT_TRUE(record.needsUpdatingFrom(forwarded));
-    record.updateFrom(forwarded);
-    EXPECT_EQ(told(record.getForwardParty()), "Bob|Roe|2");
-    EXPECT_EQ(record.getForwardParty().getPhoneNumberType(), CallPartyIdentifier::MOBILE);
-    EXPECT_EQ(record.getForwardParty().getContactImagePath(), "");
-    EXPECT_EQ(record.getForwardType(), DisplayAPI::FORWARDED_ON_BUSY);
-}
-
-TEST(ActiveCallTest, AFreshRecordAnswersEmptyAndTakesDetails)
-{
-    ActiveCall record;
-    EXPECT_EQ(record.participants().size(), 1U);
-    EXPECT_EQ(record.firstname() + record.secondPartyNumber(), "");
-    record.updateSecondPartyDetails("Roe", "Bob", "2", "");
-    record.updateFrom(call(party("Ann", "Lee", "1")));
-    EXPECT_EQ(record.firstname() + record.secondPartyFirstname(), "AnnBob");
-    EXPECT_NE(record, call(party("Ann", "Lee", "1"))) << "the id is the identity";
-}
-
 TEST(ActiveCallTest, StatesHaveTheirNames)
 {
     EXPECT_STREQ(activeCallStateToString(ActiveCall::GROUP_PICKUP_CONNECTED), "GROUP_PICKUP_CONNECTED");

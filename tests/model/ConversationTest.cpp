@@ -261,32 +261,4 @@ TEST_F(ConversationTest, ACloneIsIndependent)
     EXPECT_EQ(log.count("Conversation::clone["), 1U);
 }
 
-TEST_F(ConversationTest, EachObserverIsRegisteredOnce)
-{
-    Listener listener, other;
-    auto conversation = phone.conversation({});
-    conversation->addObserver(&listener);
-    conversation->addObserver(&listener);
-    conversation->addObserver(&other);
-    conversation->removeObserver(&other);
-    conversation->removeObserver(&other);
-    conversation.reset();
-    EXPECT_EQ(listener.told, (Texts{"registered", "unregistered"}));
-    EXPECT_EQ(other.told, listener.told);
-}
-
-TEST_F(ConversationTest, TextsForTheDisplay)
-{
-    const auto conversation = phone.conversation({phone.missed(1, "11")});
-    EXPECT_EQ(conversation->getContactName() + "/" + conversation->nameList(), "11/");
-    conversation->updateName("Ann", "Lee");
-    conversation->setDisplayName("Dr Lee");
-    EXPECT_EQ(conversation->getContactName() + "/" + conversation->toString(), "Dr Lee/Ann Lee");
-    conversation->setType(Conversation::GROUP);
-    conversation->setGroupParticipants({ConversationParticipant(Testing::Phone::party("11", "Ann", "Lee")),
-                                        ConversationParticipant(Testing::Phone::party("12", "Bob"))});
-    EXPECT_EQ(conversation->toString(), "Ann Lee, Bob");
-    conversation->setGroupName("Team");
-    EXPECT_EQ(conversation->toString(), "Team");
-}
 } // namespace

@@ -8,53 +8,6 @@ using Testing::Phone;
 
 using Owned = std::unique_ptr<ConversationItem>;
 
-TEST(ItemKindsTest, StatesOfTheKindsAndOfTheirClones)
-{
-    Phone phone;
-    const std::string time = "2024-03-05T08:07:00Z";
-    const std::vector<std::pair<ConversationItem*, int>> kinds = {
-        {phone.items.getMissedCallConversationItem(time, "11", "Ann", "Lee"), 4},
-        {phone.items.getDialledCallConversationItem(time, "11", "Ann", "Lee"), 5},
-        {phone.items.getReceivedCallConversationItem(time, "11", "Ann", "Lee"), 6},
-        {phone.items.getForwardedCallConversationItem(time, "11", "Ann", "Lee"), 14},
-        {phone.items.getDummyConversationItem(1709626020, "11", "Ann", "Lee", CallPartyIdentifier::HOME), 7},
-        {phone.items.getTextConversationItem("me", 1709626020, "11", "Ann", "Lee"), 9},
-        {phone.items.getSystemConversationItem("me", 1709626020, "11", "Ann", "Lee"), 12},
-        {phone.items.getVoicemailConversationItem(time), 20}};
-    for (const auto& [made, state] : kinds)
-    {
-        const Owned item(made);
-        item->setConversationItemId("i");
-        item->setConversationId("c");
-        item->setExchangeContactId("x");
-        item->setEntryId("e");
-        const Owned copy(item->clone());
-        EXPECT_EQ(static_cast<int>(copy->getState()), state);
-        EXPECT_EQ(copy->timeStampUTC(), 1709626020);
-        EXPECT_EQ(copy->toString(),
-                  state == 20 ? "last: Caller.Unknown.XXX comp: w1: w2: m: h:" : "last: Lee comp:11 w1: w2: m: h:");
-        EXPECT_EQ(copy->conversationItemId() + copy->conversationId() + copy->exchangeContactId() + copy->getItemId(),
-                  "icxe");
-        EXPECT_STREQ(copy->isClone(), "[clone]");
-        EXPECT_STREQ(item->isClone(), "");
-        copy->setNumber("12");
-        EXPECT_NE(item->toString(), copy->toString());
-    }
-}
-
-TEST(ItemKindsTest, StatesOfLiveCalls)
-{
-    const std::map<int, int> states = {{0, 1},   {1, 2},   {2, 3},   {3, 8},   {4, 10},  {5, 11},
-                                       {6, 13},  {7, 15},  {8, 16},  {9, 17},  {10, 18}, {11, 19},
-                                       {12, 21}, {13, 22}, {14, 23}, {15, 11}, {16, 26}, {99, 11}};
-    Phone phone;
-    for (const auto& [call, state] : states)
-    {
-        const Owned item(phone.live("1", static_cast<ActiveCall::activeCallState>(call), 5, "11"));
-        EXPECT_EQ(static_cast<int>(item->getState()), state) << call;
-    }
-}
-
 TEST(ItemKindsTest, ADialledCallThatWasForwardedIsOlderThanWhatItProduced)
 {
     Phone phone;
