@@ -204,7 +204,6 @@ class Conversation : public ConversationContact
     /** Tells the observers how the four numbers differ from what they were. */
     void conversationNumbersChanged(const std::vector<std::string>& numbersBefore);
 
-    std::string toString() const;
     std::string toDebugString() const;
 
     UpdateReason getUpdateReason() const { return updateReason_; }
@@ -237,7 +236,6 @@ class Conversation : public ConversationContact
     void addItem(OwnedItem item);
     void replaceCall(OwnedItem item);
     void consumeItem(OwnedItem item);
-    void removeRemoteCallsEarlierThan(const ConversationItem& item);
     void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);

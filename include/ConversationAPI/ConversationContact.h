@@ -96,6 +96,9 @@ class ConversationContact
     std::string nameList() const;
     std::string groupNames() const;
 
+    /** What names the conversation in words: the names or, for a group, its name or theirs. */
+    std::string toString() const;
+
     Type getType() const { return type_; }
     void setType(Type type) { type_ = type; }
 

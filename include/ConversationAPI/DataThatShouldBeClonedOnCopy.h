@@ -95,10 +95,18 @@ class DataThatShouldBeClonedOnCopy
         return extracted;
     }
 
-    /** These do nothing when there is no item. */
+    /** Does nothing when there is no item. */
     void removeFront();
-    void removeBack();
     void clearItems();
+
+    /** Deletes calls started elsewhere that had ended by the time of this one. */
+    void removeRemoteCallsEarlierThan(const ConversationItem& item);
+
+    /** Whether a call of the history ended after this item. */
+    bool holdsEndLaterThan(const ConversationItem& item) const;
+
+    /** Deletes the last items until at most so many remain. */
+    void trimTo(std::size_t most);
 
   private:
     static bool isPlain(const ConversationItem& item);

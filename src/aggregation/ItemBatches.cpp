@@ -4,6 +4,7 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "model/ItemOrder.h"
 
+#include <memory_resource>
 #include <unordered_map>
 
 namespace ConversationAPI
@@ -20,7 +21,8 @@ ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items) : next_(it
             collectNumbers(*items[place], sharedNumbers);
         }
     }
-    std::unordered_map<std::string_view, std::size_t> lastPlaces;
+    std::pmr::monotonic_buffer_resource memory; // freed in one go
+    std::pmr::unordered_map<std::string_view, std::size_t> lastPlaces(&memory);
     lastPlaces.reserve(items.size());
     for (std::size_t place = 0; place < items.size(); ++place)
     {

@@ -205,7 +205,7 @@ void Conversation::addItem(OwnedItem item)
     data_.removeEquivalent(*item);
     if (item->isEndingRemoteCall() && !data_.holdsOnlyPlainItems())
     {
-        removeRemoteCallsEarlierThan(*item);
+        data_.removeRemoteCallsEarlierThan(*item);
     }
     if (item->isNonActiveCall() || item->isVoiceMail())
     {
@@ -236,12 +236,6 @@ void Conversation::consumeItem(OwnedItem item)
     trimHistory();
 }
 
-void Conversation::removeRemoteCallsEarlierThan(const ConversationItem& item)
-{
-    data_.removeIf([&item](const ConversationItem& held)
-                   { return held.isStartedRemoteCall() && item.isLaterThan(held); });
-}
-
 void Conversation::trimHistory()
 {
     const bool mayBeLive = !data_.holdsOnlyPlainItems();
@@ -249,17 +243,12 @@ void Conversation::trimHistory()
     {
         return;
     }
-    while (data_.items().size() > MOST_HISTORY_ITEMS)
-    {
-        data_.removeBack();
-    }
+    data_.trimTo(MOST_HISTORY_ITEMS);
 }
 
 bool Conversation::itemNeedsAddingToConversation(const ConversationItem& item) const
 {
-    return !item.isStartedRemoteCall() ||
-           std::none_of(data_.items().begin(), data_.items().end(),
-                        [&item](const auto& held) { return held->isEndingRemoteCall() && held->isLaterThan(item); });
+    return !item.isStartedRemoteCall() || !data_.holdsEndLaterThan(item);
 }
 
 bool Conversation::equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const
@@ -618,16 +607,6 @@ std::string Conversation::getGroupName() const
 std::string Conversation::getGroupNumber() const
 {
     return ask(&ConversationItem::getGroupNumber);
-}
-
-std::string Conversation::toString() const
-{
-    if (getType() != GROUP)
-    {
-        return nameList();
-    }
-    const std::string& name = getGroupConversationName();
-    return name.empty() ? groupNames() : name;
 }
 
 std::string Conversation::toDebugString() const

@@ -114,6 +114,16 @@ std::string ConversationContact::groupNames() const
     return names;
 }
 
+std::string ConversationContact::toString() const
+{
+    if (getType() != GROUP)
+    {
+        return nameList();
+    }
+    const std::string& name = getGroupConversationName();
+    return name.empty() ? groupNames() : name;
+}
+
 void ConversationContact::updateName(const std::string& firstName, const std::string& lastName)
 {
     const bool isKnown = firstName == getFirstName() && lastName == getLastName();
@@ -247,6 +257,11 @@ void ConversationContact::takeFrom(const ConversationParticipant& party)
 
 void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& party)
 {
+    const std::string& comparable = party.comparableNumberText();
+    if (!comparable.empty() && !party.hasFurtherNumbers() && contact_->holdsAmongTheFour(comparable))
+    {
+        return;
+    }
     for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
         const std::string& number = party.contactNumber(slot);
@@ -257,7 +272,7 @@ void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& par
     }
     if (contact_->hasNoneOfTheFour())
     {
-        takeFreeNumber(slotForNumberType(party.getPhoneNumberType()), party.comparableNumberText());
+        takeFreeNumber(slotForNumberType(party.getPhoneNumberType()), comparable);
     }
 }
 

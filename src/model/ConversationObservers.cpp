@@ -36,9 +36,9 @@ void ConversationObservers::tellEnd(Conversation& conversation)
 
 void ConversationObservers::tellModified(const std::string& conversationId)
 {
-    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    for (std::size_t i = 0; i < observers_.size(); ++i)
     {
-        observer->conversationModified(conversationId);
+        observers_[i]->conversationModified(conversationId);
     }
 }
 

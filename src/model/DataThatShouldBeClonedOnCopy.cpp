@@ -107,9 +107,20 @@ void DataThatShouldBeClonedOnCopy::removeFront()
     }
 }
 
-void DataThatShouldBeClonedOnCopy::removeBack()
+void DataThatShouldBeClonedOnCopy::removeRemoteCallsEarlierThan(const ConversationItem& item)
 {
-    if (!items_.empty())
+    removeIf([&item](const ConversationItem& held) { return held.isStartedRemoteCall() && item.isLaterThan(held); });
+}
+
+bool DataThatShouldBeClonedOnCopy::holdsEndLaterThan(const ConversationItem& item) const
+{
+    return std::any_of(items_.begin(), items_.end(),
+                       [&item](const HeldItem& held) { return held->isEndingRemoteCall() && held->isLaterThan(item); });
+}
+
+void DataThatShouldBeClonedOnCopy::trimTo(std::size_t most)
+{
+    while (items_.size() > most)
     {
         specialItems_ -= isPlain(*items_.back()) ? 0 : 1;
         items_.pop_back();
