@@ -128,6 +128,7 @@ void RandomCachingConversationIDGenerator::garbageCollect()
             continue;
         }
         reported.push_back(source->getInUseConversationIds());
+        inUse.reserve(inUse.size() + reported.back().size());
         inUse.insert(reported.back().begin(), reported.back().end());
     }
     cache_->keepOnly(inUse,
