@@ -131,10 +131,16 @@ class Conversation : public ConversationContact
     std::string getCallId() const { return ask(&ConversationItem::getCallId); }
     DisplayAPI::ForwardedCallType getForwardedCallType() const { return ask(&ConversationItem::getForwardedCallType); }
     const CallPartyIdentifier* getForwardedCallParty() const { return ask(&ConversationItem::getForwardedCallParty); }
-    int numberOfNewEvents() const;
+    int numberOfNewEvents() const { return initialItem() ? initialItem()->numberOfNewEvents() : 0; }
 
-    bool isSameConversationAs(const ConversationItem& item) const;
-    bool isLaterThan(const Conversation& other) const;
+    bool isSameConversationAs(const ConversationItem& item) const
+    {
+        return initialItem() && initialItem()->isSameConversationAs(item);
+    }
+    bool isLaterThan(const Conversation& other) const
+    {
+        return initialItem() && other.initialItem() && initialItem()->isLaterThan(*other.initialItem());
+    }
 
     /** The order of initial items; a conversation without one comes after those that have one. */
     bool operator<(const Conversation& other) const;
@@ -215,7 +221,7 @@ class Conversation : public ConversationContact
 
     /** Of the group call that the initial item is, else of the group conversation. */
     std::string getGroupName() const;
-    std::string getGroupNumber() const;
+    std::string getGroupNumber() const { return ask(&ConversationItem::getGroupNumber); }
 
   private:
     friend class ConversationMerge;
@@ -239,8 +245,6 @@ class Conversation : public ConversationContact
     void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);
-    void updateNameAndNumber(const ConversationItem& item);
-    void updateSecondPartyNameAndNumber(const ConversationItem& item);
     OwnedItem makeContactItem(long time) const;
     void refreshDummyItem();
     void contactChanged() override;

@@ -166,12 +166,9 @@ class ConversationContact
 
     std::string convertToCanonical(std::string number) const;
 
-    /** Takes the party's names and main number. */
-    void takeFrom(const ConversationParticipant& party);
-
-    /** Takes those of the party's numbers that find their place free and are not held yet. */
-    void takeFreeNumbersFrom(const ConversationParticipant& party);
-    void setSecondParty(const SecondParty& party);
+    /** What a new item tells of the parties; `shown` is the item that is shown first so far, null without one. */
+    void updateNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
+    void updateSecondPartyNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
     void takeGroupFields(const ConversationContact& other);
 
     void cloneContactInfo(const ConversationContact& other);
@@ -187,6 +184,9 @@ class ConversationContact
     void setTakenContactId(const SharedText& id) { contactId_ = id; }
 
   private:
+    void takeFrom(const ConversationParticipant& party);
+    void takeFreeNumbersFrom(const ConversationParticipant& party);
+    void setSecondParty(const SecondParty& party);
     void saveContactNumber(ContactNumberSlot slot, const std::string& number);
     void takeNames(std::string firstName, std::string lastName);
     void convertNumbers();

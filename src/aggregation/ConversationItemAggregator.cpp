@@ -330,19 +330,9 @@ Conversation* ConversationItemAggregator::findConversationOfCall(const std::stri
     return shown ? shown : placement_->getConversationHoldingCall(callId);
 }
 
-ConversationList* ConversationItemAggregator::getConversations() const
-{
-    return conversations_.get();
-}
-
 Conversation* ConversationItemAggregator::getConversation(const std::string& conversationId)
 {
     return conversations_->find(ConversationIDCondition(conversationId));
-}
-
-Conversation* ConversationItemAggregator::getConversationForUser(const std::string&)
-{
-    return nullptr;
 }
 
 std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
@@ -352,8 +342,6 @@ std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
     CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
     return ids;
 }
-
-void ConversationItemAggregator::clearSearchResults() {}
 
 void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, const std::string& newNumber)
 {
@@ -396,11 +384,6 @@ void ConversationItemAggregator::deleteConversations()
     round_.rebuild(false);
 }
 
-int ConversationItemAggregator::getSourceType()
-{
-    return 1;
-}
-
 void ConversationItemAggregator::markAllMissedCallsRead()
 {
     conversations_->setAllConversationsAsViewed();
@@ -411,11 +394,6 @@ void ConversationItemAggregator::markAllMissedCallsRead()
         entries.insert(entries.end(), own.begin(), own.end());
     }
     sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.ageAllMissedCalls(entries); });
-}
-
-std::vector<ConversationItem*> ConversationItemAggregator::getItemsForConversation(Conversation*)
-{
-    return {};
 }
 
 void ConversationItemAggregator::conversationUpdated(Conversation* contact)

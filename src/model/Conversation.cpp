@@ -122,23 +122,6 @@ void Conversation::init(long time)
     generateConversationID();
 }
 
-int Conversation::numberOfNewEvents() const
-{
-    ConversationItem* item = initialItem();
-    return item ? item->numberOfNewEvents() : 0;
-}
-
-bool Conversation::isSameConversationAs(const ConversationItem& item) const
-{
-    const ConversationItem* initial = initialItem();
-    return initial && initial->isSameConversationAs(item);
-}
-
-bool Conversation::isLaterThan(const Conversation& other) const
-{
-    return initialItem() && other.initialItem() && initialItem()->isLaterThan(*other.initialItem());
-}
-
 bool Conversation::operator<(const Conversation& other) const
 {
     const ConversationItem* mine = initialItem();
@@ -316,7 +299,7 @@ void Conversation::removeItem(std::string itemId)
     }
     if (!data_.empty())
     {
-        updateSecondPartyNameAndNumber(*data_.initialItem());
+        updateSecondPartyNameAndNumber(*initialItem(), initialItem());
     }
     keysChanged();
     notifyObserversConversationIsModified();
@@ -472,47 +455,10 @@ void Conversation::traceItems() const
 void Conversation::updateContactFrom(const ConversationItem& item)
 {
     const CopyOnWrite<ContactDetails> before = contactDetails();
-    updateNameAndNumber(item);
-    updateSecondPartyNameAndNumber(item);
+    const ConversationItem* shown = data_.empty() ? nullptr : initialItem();
+    updateNameAndNumber(item, shown);
+    updateSecondPartyNameAndNumber(item, shown);
     contactNumbersChanged(before->numbers);
-}
-
-void Conversation::updateNameAndNumber(const ConversationItem& item)
-{
-    if (item.participants().empty() || getContactSource() != NO_CONTACT)
-    {
-        return;
-    }
-    const ConversationParticipant& party = item.participants().front();
-    if (data_.empty() || !data_.initialItem()->isLaterThan(item))
-    {
-        takeFrom(party);
-    }
-    else if (getFirstName().empty() && getLastName().empty() && !party.isAnonymous() &&
-             party.surnameText() != CTI_ASSISTED_NAME)
-    {
-        // Whether an older call with a name comes before or after newer ones without, as in a rebuild: it tells.
-        updateName(party.firstNameText(), party.surnameText());
-    }
-    takeFreeNumbersFrom(party);
-}
-
-/** An item that will stand behind the initial one, a call of the history beside a conference, has no say. */
-void Conversation::updateSecondPartyNameAndNumber(const ConversationItem& item)
-{
-    const bool hasSecondParty = item.participants().size() > 1;
-    if ((!hasSecondParty && secondParty().isNobody()) ||
-        (!data_.empty() && data_.initialItem()->lessThanOtherConsideringCreationTime(item)))
-    {
-        return;
-    }
-    if (!hasSecondParty)
-    {
-        setSecondParty({});
-        return;
-    }
-    const ConversationParticipant& party = item.participants()[1];
-    setSecondParty({party.firstNameText(), party.surnameText(), party.comparableNumberText()});
 }
 
 /**
@@ -602,11 +548,6 @@ void Conversation::notifyObserversNumbersUpdated(numberUpdateReason reason, cons
 std::string Conversation::getGroupName() const
 {
     return isGroupCall() ? initialItem()->getGroupName() : getGroupConversationName();
-}
-
-std::string Conversation::getGroupNumber() const
-{
-    return ask(&ConversationItem::getGroupNumber);
 }
 
 std::string Conversation::toDebugString() const

@@ -1,6 +1,7 @@
 #include "ConversationAPI/ConversationContact.h"
 
 #include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/WellKnownNames.h"
 #include "platform/DigitAnalysisServiceIfc.h"
 
 #include <algorithm>
@@ -247,6 +248,43 @@ void ConversationContact::cloneContactInfo(const ConversationContact& other)
     contactSource_ = other.contactSource_;
     contactChanged();
     contactNumbersChanged(before);
+}
+
+void ConversationContact::updateNameAndNumber(const ConversationItem& item, const ConversationItem* shown)
+{
+    if (item.participants().empty() || contactSource_ != NO_CONTACT)
+    {
+        return;
+    }
+    const ConversationParticipant& party = item.participants().front();
+    if (!shown || !shown->isLaterThan(item))
+    {
+        takeFrom(party);
+    }
+    else if (getFirstName().empty() && getLastName().empty() && !party.isAnonymous() &&
+             party.surnameText() != CTI_ASSISTED_NAME)
+    {
+        // Whether an older call with a name comes before or after newer ones without, as in a rebuild: it tells.
+        updateName(party.firstNameText(), party.surnameText());
+    }
+    takeFreeNumbersFrom(party);
+}
+
+/** An item that will stand behind what is shown, a call of the history beside a conference, has no say. */
+void ConversationContact::updateSecondPartyNameAndNumber(const ConversationItem& item, const ConversationItem* shown)
+{
+    const bool hasSecondParty = item.participants().size() > 1;
+    if ((!hasSecondParty && secondParty().isNobody()) || (shown && shown->lessThanOtherConsideringCreationTime(item)))
+    {
+        return;
+    }
+    if (!hasSecondParty)
+    {
+        setSecondParty({});
+        return;
+    }
+    const ConversationParticipant& party = item.participants()[1];
+    setSecondParty({party.firstNameText(), party.surnameText(), party.comparableNumberText()});
 }
 
 void ConversationContact::takeFrom(const ConversationParticipant& party)
