@@ -8,6 +8,19 @@ using Testing::Phone;
 
 using Owned = std::unique_ptr<ConversationItem>;
 
+TEST(ItemKindsTest, StatesOfLiveCalls)
+{
+    const std::map<int, int> states = {{0, 1},   {1, 2},   {2, 3},   {3, 8},   {4, 10},  {5, 11},
+                                       {6, 13},  {7, 15},  {8, 16},  {9, 17},  {10, 18}, {11, 19},
+                                       {12, 21}, {13, 22}, {14, 23}, {15, 11}, {16, 26}, {99, 11}};
+    Phone phone;
+    for (const auto& [call, state] : states)
+    {
+        const Owned item(phone.live("1", static_cast<ActiveCall::activeCallState>(call), 5, "11"));
+        EXPECT_EQ(static_cast<int>(item->getState()), state) << call;
+    }
+}
+
 TEST(ItemKindsTest, ADialledCallThatWasForwardedIsOlderThanWhatItProduced)
 {
     Phone phone;
