@@ -6,6 +6,7 @@
  */
 #include "JournalRecords.h"
 #include "PlainItem.h"
+#include "RecordSource.h"
 
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
 #include "ConversationAPI/Conversation.h"
@@ -25,45 +26,10 @@ namespace
 {
 using namespace ConversationAPI;
 
-/** A journal in memory. */
-class RecordSource : public ConversationItemSourceIfc
-{
-  public:
-    RecordSource(ConversationItemFactory& factory, std::size_t count)
-        : factory_(factory), records_(Bench::journalRecords(count))
-    {
-    }
-
-    std::vector<ConversationItem*> getConversationItems() override
-    {
-        std::vector<ConversationItem*> items;
-        items.reserve(records_.size());
-        for (const Bench::CallRecord& record : records_)
-        {
-            items.push_back(Bench::makeItem(factory_, record));
-        }
-        return items;
-    }
-
-    void reloadCalls(const std::vector<std::string>&) override {}
-    void deleteAllCalls() override {}
-    void deleteCalls(const std::vector<std::string>&) override {}
-    void setObserver(ConversationItemSourceObserverIfc*) override {}
-    void clearObserver() override {}
-    int getItemSourceType() override { return 1; }
-    bool ageAllMissedCalls(const std::vector<std::string>&) override { return true; }
-
-    const std::vector<Bench::CallRecord>& records() const { return records_; }
-
-  private:
-    ConversationItemFactory& factory_;
-    std::vector<Bench::CallRecord> records_;
-};
-
 /** The library as a telephone builds it, as far as the item aggregator goes. */
 struct Telephone
 {
-    explicit Telephone(std::size_t journalEntries) : journal(items, journalEntries)
+    explicit Telephone(std::size_t journalEntries) : journal(items, Bench::journalRecords(journalEntries))
     {
         conversations.setConversationItemFactory(&items);
         conversations.setConversationIDGenerator(&ids);
@@ -77,7 +43,7 @@ struct Telephone
     ConversationItemFactory items{&participants, nullptr};
     RandomCachingConversationIDGenerator ids;
     ConversationFactory conversations;
-    RecordSource journal;
+    Bench::RecordSource journal;
     ActiveCallConversationItemSource liveCalls{&items};
     std::unique_ptr<ConversationItemAggregator> aggregator;
 };
@@ -91,7 +57,7 @@ void BM_MakeItems(benchmark::State& state)
 {
     ConversationParticipantFactory participants(nullptr);
     ConversationItemFactory factory(&participants, nullptr);
-    RecordSource source(factory, entries(state));
+    Bench::RecordSource source(factory, Bench::journalRecords(entries(state)));
     for (auto _ : state)
     {
         for (const ConversationItem* item : source.getConversationItems())
@@ -138,7 +104,7 @@ void BM_HashGroupBy(benchmark::State& state)
 {
     ConversationParticipantFactory participants(nullptr);
     ConversationItemFactory factory(&participants, nullptr);
-    RecordSource source(factory, entries(state));
+    Bench::RecordSource source(factory, Bench::journalRecords(entries(state)));
     for (auto _ : state)
     {
         Groups groups;
@@ -156,7 +122,7 @@ void BM_HashGroupByWithoutCopies(benchmark::State& state)
 {
     ConversationParticipantFactory participants(nullptr);
     ConversationItemFactory factory(&participants, nullptr);
-    RecordSource source(factory, entries(state));
+    Bench::RecordSource source(factory, Bench::journalRecords(entries(state)));
     for (auto _ : state)
     {
         Groups groups;

@@ -1,4 +1,5 @@
 #include "EventCatalogue.h"
+#include "FieldWriter.h"
 #include "Telephone.h"
 #include "host/Clock.h"
 
@@ -83,33 +84,63 @@ struct CallReport
     }
 };
 
-Action readCall(EventFields& fields, long)
+class CallEvent : public Event
 {
-    CallReport report;
-    report.callId = fields.requiredText("callId");
-    report.state = fields.requiredChoice("state", states());
-    report.direction = fields.choice("direction", directions(), ActiveCall::NO_DIRECTION);
-    report.party = fields.party("party");
-    report.hasSecondParty = fields.has("secondParty");
-    report.secondParty = fields.party("secondParty");
-    report.conference = fields.choice("conference", conferences(), ActiveCall::NO_CONFERENCE);
-    report.forwardType = fields.choice("forwardType", forwardTypes(), DisplayAPI::NOT_FORWARDED);
-    report.forwardParty = fields.party("forwardParty");
-    report.hd = fields.flag("hd");
-    report.dss = fields.flag("dss");
-    return [report](Telephone& telephone) { telephone.liveCalls().activeCallEvent(report.makeCall()); };
-}
+  public:
+    CallEvent(EventFields& fields, long)
+    {
+        report_.callId = fields.requiredText("callId");
+        report_.state = fields.requiredChoice("state", states());
+        report_.direction = fields.choice("direction", directions(), ActiveCall::NO_DIRECTION);
+        report_.party = fields.party("party");
+        report_.hasSecondParty = fields.has("secondParty");
+        report_.secondParty = fields.party("secondParty");
+        report_.conference = fields.choice("conference", conferences(), ActiveCall::NO_CONFERENCE);
+        report_.forwardType = fields.choice("forwardType", forwardTypes(), DisplayAPI::NOT_FORWARDED);
+        report_.forwardParty = fields.party("forwardParty");
+        report_.hd = fields.flag("hd");
+        report_.dss = fields.flag("dss");
+    }
 
-Action readCallCleared(EventFields& fields, long)
+    void apply(Telephone& telephone) const override { telephone.liveCalls().activeCallEvent(report_.makeCall()); }
+
+    void write(FieldWriter& fields) const override
+    {
+        fields.text("callId", report_.callId);
+        fields.choice("state", states(), report_.state);
+        fields.choice("direction", directions(), report_.direction);
+        fields.party("party", report_.party);
+        if (report_.hasSecondParty)
+        {
+            fields.partyEvenIfUnknown("secondParty", report_.secondParty);
+        }
+        fields.choice("conference", conferences(), report_.conference);
+        fields.choice("forwardType", forwardTypes(), report_.forwardType);
+        fields.party("forwardParty", report_.forwardParty);
+        fields.flag("hd", report_.hd);
+        fields.flag("dss", report_.dss);
+    }
+
+  private:
+    CallReport report_;
+};
+
+class CallCleared : public Event
 {
-    const std::string callId = fields.requiredText("callId");
-    return [callId](Telephone& telephone) { telephone.liveCalls().clearActiveCallEvent(callId); };
-}
+  public:
+    CallCleared(EventFields& fields, long) : callId_(fields.requiredText("callId")) {}
+
+    void apply(Telephone& telephone) const override { telephone.liveCalls().clearActiveCallEvent(callId_); }
+    void write(FieldWriter& fields) const override { fields.text("callId", callId_); }
+
+  private:
+    const std::string callId_;
+};
 } // namespace
 
 void addCallEvents(EventCatalogue& catalogue)
 {
-    catalogue.add("call", readCall);
-    catalogue.add("call-cleared", readCallCleared);
+    catalogue.add<CallEvent>("call");
+    catalogue.add<CallCleared>("call-cleared");
 }
 } // namespace Deskphone

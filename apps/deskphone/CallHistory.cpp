@@ -8,6 +8,7 @@
 #include "ConversationAPI/MissedCallConversationItem.h"
 #include "ConversationAPI/ReceivedCallConversationItem.h"
 #include "Moment.h"
+#include "host/Clock.h"
 
 #include <algorithm>
 #include <set>
@@ -91,7 +92,10 @@ ConversationItem* completed(ConversationItem* made, const HistoryCall& call)
 }
 } // namespace
 
-CallHistory::CallHistory(ConversationAPI::ConversationItemFactory& itemFactory) : itemFactory_(itemFactory) {}
+CallHistory::CallHistory(ConversationAPI::ConversationItemFactory& itemFactory)
+    : itemFactory_(itemFactory), voicemail_(&itemFactory, &Host::currentTime)
+{
+}
 
 void CallHistory::add(const HistoryCall& call)
 {
@@ -150,7 +154,23 @@ std::vector<ConversationItem*> CallHistory::getConversationItems()
     {
         items.push_back(makeItem(call));
     }
+    addVoicemailTo(items);
     return items;
+}
+
+/** The mailbox stands in the history once, as long as the telephone has one. */
+void CallHistory::addVoicemailTo(std::vector<ConversationItem*>& items)
+{
+    const bool isThere =
+        std::any_of(items.begin(), items.end(), [](const ConversationItem* item) { return item->isVoiceMail(); });
+    if (isThere || !itemFactory_.voiceMailNumberIsConfigured())
+    {
+        return;
+    }
+    if (ConversationItem* voicemail = voicemail_.cachedVoiceMailConversationItem(items))
+    {
+        items.push_back(voicemail);
+    }
 }
 
 void CallHistory::reloadCalls(const std::vector<std::string>& entryIds)
@@ -184,11 +204,12 @@ void CallHistory::deleteCalls(const std::vector<std::string>& entryIds)
 void CallHistory::setObserver(ConversationAPI::ConversationItemSourceObserverIfc* observer)
 {
     observer_ = observer;
+    voicemail_.setObserver(observer);
 }
 
 void CallHistory::clearObserver()
 {
-    observer_ = nullptr;
+    setObserver(nullptr);
 }
 
 int CallHistory::getItemSourceType()

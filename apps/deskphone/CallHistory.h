@@ -1,12 +1,14 @@
 /**
- * The history of calls as a source of items, filled from outside.
+ * The history of calls and the voice mailbox as a source of items, filled from outside.
  *
- * It stands where a telephone has its call journal. Calls of one entry share their entry id. Item factory and
- * observer are not owned and outlive the history or are taken off it. UI thread only.
+ * It stands where a telephone has its call journal, and like that it owns the voicemail handler. Calls of one
+ * entry share their entry id. Item factory and observer are not owned and outlive the history or are taken off
+ * it. UI thread only.
  */
 #pragma once
 
 #include "ConversationAPI/ConversationItemSourceIfc.h"
+#include "ConversationAPI/VoicemailHandler.h"
 #include "platform/CallPartyIdentifier.h"
 
 #include <optional>
@@ -61,6 +63,10 @@ class CallHistory : public ConversationAPI::ConversationItemSourceIfc
     /** The history is to be read anew as a whole. */
     void reload();
 
+    /** What the mailbox tells of its messages; see VoicemailHandler. */
+    void setVoiceMailMessagesCount(int count) { voicemail_.setVoiceMailMessagesCount(count); }
+    void setNoVoiceMailMessageWaiting() { voicemail_.setNoVoiceMailMessageWaiting(); }
+
     std::vector<ConversationAPI::ConversationItem*> getConversationItems() override;
     void reloadCalls(const std::vector<std::string>& entryIds) override;
     void deleteAllCalls() override;
@@ -72,9 +78,11 @@ class CallHistory : public ConversationAPI::ConversationItemSourceIfc
 
   private:
     ConversationAPI::ConversationItem* makeItem(const HistoryCall& call) const;
+    void addVoicemailTo(std::vector<ConversationAPI::ConversationItem*>& items);
 
     ConversationAPI::ConversationItemFactory& itemFactory_;
     ConversationAPI::ConversationItemSourceObserverIfc* observer_ = nullptr;
     std::vector<HistoryCall> calls_;
+    ConversationAPI::VoicemailHandler voicemail_;
 };
 } // namespace Deskphone

@@ -1,24 +1,32 @@
 #include "EventCatalogue.h"
 
-#include <utility>
-
 namespace Deskphone
 {
 namespace
 {
-/** Nothing but time passes. */
-Action readWait(EventFields&, long)
+class EventWithoutFields : public Event
 {
-    return [](Telephone&) {};
-}
+  public:
+    explicit EventWithoutFields(void (*action)(Telephone& telephone)) : action_(action) {}
+
+    void apply(Telephone& telephone) const override { action_(telephone); }
+    void write(FieldWriter&) const override {}
+
+  private:
+    void (*const action_)(Telephone&);
+};
+
+/** Nothing but time passes. */
+void wait(Telephone&) {}
 
 EventCatalogue makeCatalogue()
 {
     EventCatalogue catalogue;
-    catalogue.add("wait", readWait);
+    catalogue.add("wait", wait);
     addCallEvents(catalogue);
     addHistoryEvents(catalogue);
     addUserEvents(catalogue);
+    addVoicemailEvents(catalogue);
     return catalogue;
 }
 } // namespace
@@ -29,12 +37,12 @@ const EventCatalogue& EventCatalogue::all()
     return catalogue;
 }
 
-void EventCatalogue::add(const std::string& name, Reader reader)
+void EventCatalogue::add(const std::string& name, void (*apply)(Telephone& telephone))
 {
-    readers_[name] = std::move(reader);
+    readers_[name] = [apply](EventFields&, long) { return std::make_unique<EventWithoutFields>(apply); };
 }
 
-Action EventCatalogue::read(const std::string& name, EventFields& fields, long time) const
+std::unique_ptr<Event> EventCatalogue::read(const std::string& name, EventFields& fields, long time) const
 {
     const auto reader = readers_.find(name);
     if (reader == readers_.end())

@@ -2,7 +2,7 @@
  * The events that a trace may hold, by name.
  *
  * Each family of events (live calls, history, the user ...) is one function that adds its events. An event is a
- * function that reads and checks the fields and answers what is to be done; it runs before anything is applied.
+ * class, made of the fields, which it checks; that happens to all events of a trace before any is applied.
  */
 #pragma once
 
@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace Deskphone
@@ -19,15 +20,23 @@ class EventCatalogue
 {
   public:
     /** `time` is that of the event, in seconds since the epoch, UTC. Throws TraceError. */
-    using Reader = std::function<Action(EventFields& fields, long time)>;
+    using Reader = std::function<std::unique_ptr<Event>(EventFields& fields, long time)>;
 
     /** Every event that there is. */
     static const EventCatalogue& all();
 
-    void add(const std::string& name, Reader reader);
+    /** An event with fields; it is constructed of an EventFields& and the time. */
+    template <typename OneEvent>
+    void add(const std::string& name)
+    {
+        readers_[name] = [](EventFields& fields, long time) { return std::make_unique<OneEvent>(fields, time); };
+    }
+
+    /** An event that has no fields. */
+    void add(const std::string& name, void (*apply)(Telephone& telephone));
 
     /** Reads the event of this name; throws TraceError when there is none. */
-    Action read(const std::string& name, EventFields& fields, long time) const;
+    std::unique_ptr<Event> read(const std::string& name, EventFields& fields, long time) const;
 
     /** "call, call-cleared, ..." */
     std::string names() const;
@@ -39,4 +48,5 @@ class EventCatalogue
 void addCallEvents(EventCatalogue& catalogue);
 void addHistoryEvents(EventCatalogue& catalogue);
 void addUserEvents(EventCatalogue& catalogue);
+void addVoicemailEvents(EventCatalogue& catalogue);
 } // namespace Deskphone

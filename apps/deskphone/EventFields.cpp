@@ -138,14 +138,19 @@ long EventFields::moment(const std::string& name, long absent)
     return has(name) ? requiredMoment(name) : absent;
 }
 
-CallPartyIdentifier EventFields::party(const std::string& name)
+const EventFields::Choices<CallPartyIdentifier::PhoneNumberIconType>& EventFields::partyTypes()
 {
-    static const Choices<CallPartyIdentifier::PhoneNumberIconType> TYPES = {
+    static const Choices<CallPartyIdentifier::PhoneNumberIconType> all = {
         {"home", CallPartyIdentifier::HOME},
         {"work1", CallPartyIdentifier::WORK_1},
         {"work2", CallPartyIdentifier::WORK_2},
         {"mobile", CallPartyIdentifier::MOBILE},
     };
+    return all;
+}
+
+CallPartyIdentifier EventFields::party(const std::string& name)
+{
     known_.insert(name);
     if (!has(name))
     {
@@ -160,7 +165,7 @@ CallPartyIdentifier EventFields::party(const std::string& name)
     const std::string first = fields.text("first");
     const std::string last = fields.text("last");
     const std::string number = fields.text("number");
-    const auto type = fields.choice("type", TYPES, CallPartyIdentifier::NO_ICON);
+    const auto type = fields.choice("type", partyTypes(), CallPartyIdentifier::NO_ICON);
     fields.finish();
     return {first, last, number, type, "", false};
 }

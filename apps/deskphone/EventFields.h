@@ -64,6 +64,9 @@ class EventFields
         return has(name) ? requiredChoice(name, choices) : absent;
     }
 
+    /** What the type of a party's number may be. */
+    static const Choices<CallPartyIdentifier::PhoneNumberIconType>& partyTypes();
+
     /** An object with "first", "last", "number" and "type"; a party of whom nothing is known when absent. */
     CallPartyIdentifier party(const std::string& name);
 

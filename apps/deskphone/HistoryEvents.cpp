@@ -1,4 +1,5 @@
 #include "EventCatalogue.h"
+#include "FieldWriter.h"
 #include "Telephone.h"
 
 namespace Deskphone
@@ -19,47 +20,82 @@ const EventFields::Choices<HistoryCall::Kind>& kinds()
 }
 
 /** What is asked of one kind only is an unknown field of the others. */
-Action readHistory(EventFields& fields, long time)
+class HistoryAdded : public Event
 {
-    HistoryCall call;
-    call.kind = fields.requiredChoice("kind", kinds());
-    call.entryId = fields.requiredText("entryId");
-    call.party = fields.party("party");
-    call.time = fields.moment("callTime", time);
-    if (fields.has("forwardedParty"))
+  public:
+    HistoryAdded(EventFields& fields, long time)
     {
-        call.forwardedParty = fields.party("forwardedParty");
+        call_.kind = fields.requiredChoice("kind", kinds());
+        call_.entryId = fields.requiredText("entryId");
+        call_.party = fields.party("party");
+        call_.time = fields.moment("callTime", time);
+        if (fields.has("forwardedParty"))
+        {
+            call_.forwardedParty = fields.party("forwardedParty");
+        }
+        if (call_.kind == HistoryCall::MISSED)
+        {
+            readMissed(fields);
+        }
+        else
+        {
+            call_.durationSeconds = fields.number("duration", 0, LONGEST_CALL, 0);
+        }
     }
-    if (call.kind == HistoryCall::MISSED)
-    {
-        call.seen = fields.flag("seen");
-        call.answeredElsewhere = fields.flag("answeredElsewhere");
-        call.groupName = fields.text("groupName");
-        call.groupNumber = fields.text("groupNumber");
-    }
-    else
-    {
-        call.durationSeconds = fields.number("duration", 0, LONGEST_CALL, 0);
-    }
-    return [call](Telephone& telephone) { telephone.history().add(call); };
-}
 
-Action readHistoryRemoved(EventFields& fields, long)
-{
-    const std::string entryId = fields.requiredText("entryId");
-    return [entryId](Telephone& telephone) { telephone.history().remove(entryId); };
-}
+    void apply(Telephone& telephone) const override { telephone.history().add(call_); }
 
-Action readHistoryReloaded(EventFields&, long)
+    void write(FieldWriter& fields) const override
+    {
+        fields.choice("kind", kinds(), call_.kind);
+        fields.text("entryId", call_.entryId);
+        fields.party("party", call_.party);
+        fields.moment("callTime", call_.time);
+        if (call_.forwardedParty)
+        {
+            fields.partyEvenIfUnknown("forwardedParty", *call_.forwardedParty);
+        }
+        fields.number("duration", call_.durationSeconds, 0);
+        fields.flag("seen", call_.seen);
+        fields.flag("answeredElsewhere", call_.answeredElsewhere);
+        fields.text("groupName", call_.groupName);
+        fields.text("groupNumber", call_.groupNumber);
+    }
+
+  private:
+    void readMissed(EventFields& fields)
+    {
+        call_.seen = fields.flag("seen");
+        call_.answeredElsewhere = fields.flag("answeredElsewhere");
+        call_.groupName = fields.text("groupName");
+        call_.groupNumber = fields.text("groupNumber");
+    }
+
+    HistoryCall call_;
+};
+
+class HistoryRemoved : public Event
 {
-    return [](Telephone& telephone) { telephone.history().reload(); };
+  public:
+    HistoryRemoved(EventFields& fields, long) : entryId_(fields.requiredText("entryId")) {}
+
+    void apply(Telephone& telephone) const override { telephone.history().remove(entryId_); }
+    void write(FieldWriter& fields) const override { fields.text("entryId", entryId_); }
+
+  private:
+    const std::string entryId_;
+};
+
+void reload(Telephone& telephone)
+{
+    telephone.history().reload();
 }
 } // namespace
 
 void addHistoryEvents(EventCatalogue& catalogue)
 {
-    catalogue.add("history", readHistory);
-    catalogue.add("history-removed", readHistoryRemoved);
-    catalogue.add("history-reloaded", readHistoryReloaded);
+    catalogue.add<HistoryAdded>("history");
+    catalogue.add<HistoryRemoved>("history-removed");
+    catalogue.add("history-reloaded", reload);
 }
 } // namespace Deskphone

@@ -4,6 +4,8 @@
 #include "TimeZone.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
 
 namespace Deskphone
 {
@@ -19,12 +21,15 @@ Examples:
   deskphone replay --time-format 12HR --date-format MM/DD/YYYY day.jsonl
   zcat day.jsonl.gz | deskphone replay --json -
   deskphone replay --log 5 day.jsonl 2>day.log
+  deskphone replay --timezone Asia/Tokyo --record tokyo.jsonl day.jsonl
+  deskphone explain --row 2 day.jsonl
 
-Rows: live calls first, ● talking ○ ringing ‖ on hold · ending; then the history, newest first, ! with missed calls
-that nobody has seen. ← incoming, → outgoing, × missed, ↪ forwarded; the last column counts what the row holds.
+Rows: live calls first, ● talking ○ ringing ‖ on hold · ending; then the history, newest first, ! with something new:
+missed calls that nobody has seen, messages in the mailbox. ← incoming, → outgoing, × missed, ↪ forwarded; the last
+column counts what the row holds and what of it is new.
 
-Exit codes: 0 all went well, 1 wrong usage or unreadable file, 2 broken trace (nothing was applied),
-3 an event asked for something that was not possible.
+Exit codes: 0 all went well, 1 wrong usage, unreadable trace or unwritable record, 2 broken trace (nothing was
+applied), 3 an event asked for something that was not possible, or there is no row to explain.
 )";
 
 void check(CLI::Option* option, const std::string& what, bool (*isRight)(const std::string&))
@@ -43,25 +48,48 @@ bool isLogLevel(const std::string& text)
     return text.size() == 1 && text[0] >= '0' && text[0] <= '6';
 }
 
-void addSettings(CLI::App& replay, Options& options)
+bool isFile(const std::string& text)
+{
+    return !text.empty() && text != "-";
+}
+
+bool isWord(const std::string& text)
+{
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isgraph(c) != 0; });
+}
+
+bool isRow(const std::string& text)
+{
+    return isDigits(text) && text.size() <= 6 && text.find_first_not_of('0') != std::string::npos;
+}
+
+void addTrace(CLI::App& command, Options& options)
+{
+    command.add_option("FILE", options.trace, "The trace, one event a line; - reads standard input")
+        ->type_name("")
+        ->required();
+}
+
+void addSettings(CLI::App& command, Options& options)
 {
     const std::string group = "Settings of the telephone (they go before those of the trace)";
-    CLI::Option* zone = replay.add_option("--timezone", options.timeZone, "Time zone, as Europe/Berlin");
+    CLI::Option* zone = command.add_option("--timezone", options.timeZone, "Time zone, as Europe/Berlin");
     check(zone->type_name("ZONE")->group(group), "time zone that this machine knows", isTimeZone);
-    replay.add_option("--country", options.country, "Where the telephone stands, ISO 3166, as DE")
-        ->type_name("COUNTRY")
-        ->group(group);
-    CLI::Option* areaCode = replay.add_option("--area-code", options.areaCode, "Its area code, as 030");
+    CLI::Option* country =
+        command.add_option("--country", options.country, "Where the telephone stands, ISO 3166, as DE");
+    check(country->type_name("COUNTRY")->group(group), "country", isWord);
+    CLI::Option* areaCode = command.add_option("--area-code", options.areaCode, "Its area code, as 030");
     check(areaCode->type_name("DIGITS")->group(group), "number", isDigits);
     CLI::Option* prefix =
-        replay.add_option("--outside-prefix", options.outsidePrefix, "What is dialled for an outside line, as 0");
+        command.add_option("--outside-prefix", options.outsidePrefix, "What is dialled for an outside line, as 0");
     check(prefix->type_name("DIGITS")->group(group), "number", isDigits);
-    replay.add_option("--language", options.language, "Language of the times: en, de")->type_name("CODE")->group(group);
-    replay.add_option("--time-format", options.timeFormat, "How times of day are written")
+    CLI::Option* language = command.add_option("--language", options.language, "Language of the times: en, de");
+    check(language->type_name("CODE")->group(group), "language", isWord);
+    command.add_option("--time-format", options.timeFormat, "How times of day are written")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"12HR", "24HR"}))
         ->group(group);
-    replay.add_option("--date-format", options.dateFormat, "How dates are written")
+    command.add_option("--date-format", options.dateFormat, "How dates are written")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"DD.MM.YYYY", "MM/DD/YYYY"}))
         ->group(group);
@@ -71,14 +99,27 @@ void addReplay(CLI::App& app, Options& options)
 {
     CLI::App& replay = *app.add_subcommand("replay", "Apply a trace and print the conversation list as the screen "
                                                      "shows it");
-    replay.add_option("FILE", options.trace, "The trace, one event a line; - reads standard input")
-        ->type_name("")
-        ->required();
+    replay.callback([&options] { options.command = Options::REPLAY; });
+    addTrace(replay, options);
     replay.add_flag("--each", options.afterEachEvent, "Print the list after every event, not only at the end");
     replay.add_flag("--json", options.json, "Print one JSON object a row");
     replay.add_flag("--ids", options.withIds, "Show the end of each conversation's identifier");
+    CLI::Option* record = replay.add_option("--record", options.record,
+                                            "Write everything that happens into this file, settings and all: a "
+                                            "trace that shows the same rows anywhere");
+    check(record->type_name("FILE"), "file (the list goes to standard output)", isFile);
     addSettings(replay, options);
     replay.footer("Events: settings, " + EventCatalogue::all().names() + "\n(docs/trace.md describes them)");
+}
+
+void addExplain(CLI::App& app, Options& options)
+{
+    CLI::App& explain = *app.add_subcommand("explain", "Apply a trace and tell why the items of a row stand together");
+    explain.callback([&options] { options.command = Options::EXPLAIN; });
+    addTrace(explain, options);
+    CLI::Option* row = explain.add_option("--row", options.row, "The row, counted from 1 as replay shows them");
+    check(row->type_name("N")->required(), "row; the first one is 1", isRow);
+    addSettings(explain, options);
 }
 
 template <typename Setting>
@@ -114,6 +155,7 @@ std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
     app.require_subcommand(1);
     app.footer(EXAMPLES);
     addReplay(app, options);
+    addExplain(app, options);
     try
     {
         app.parse(argc, argv);

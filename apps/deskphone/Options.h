@@ -10,10 +10,22 @@ namespace Deskphone
 {
 struct Options
 {
+    enum Command
+    {
+        REPLAY,
+        EXPLAIN
+    };
+
+    Command command = REPLAY;
     std::string trace; ///< a file, "-" for standard input
+
+    // What to replay and how to show it.
     bool afterEachEvent = false;
     bool json = false;
     bool withIds = false;
+    std::optional<std::string> record; ///< a file
+
+    long row = 0; ///< what to explain: its place from 1
 
     // These go before what the trace says.
     std::optional<std::string> timeZone;

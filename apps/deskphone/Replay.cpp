@@ -1,17 +1,17 @@
 #include "Replay.h"
 
 #include "Moment.h"
+#include "Player.h"
 #include "ScreenRow.h"
 #include "ScreenText.h"
 #include "Telephone.h"
-#include "TimeZone.h"
-#include "host/SimulatedEventLoop.h"
+#include "host/Clock.h"
 
 namespace Deskphone
 {
 namespace
 {
-void print(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line, long now)
+void print(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line)
 {
     const std::vector<ScreenRow> rows = screenRows(telephone);
     if (options.json)
@@ -20,57 +20,36 @@ void print(std::ostream& stream, Telephone& telephone, const Options& options, s
     }
     else
     {
-        printScreen(stream, telephone.times().formatFromUTCToFullDate(now), rows, options.withIds);
+        printScreen(stream, telephone.times().formatFromUTCToFullDate(Host::currentTime(nullptr)), rows,
+                    options.withIds);
     }
 }
 
-void printEvent(std::ostream& stream, const TraceEvent& event)
+void printAfter(std::ostream& stream, Telephone& telephone, const Options& options, const TraceEvent& event)
 {
-    stream << formatTimeOfDay(event.time) << "  " << event.name << (event.text.empty() ? "" : ": ") << event.text
-           << '\n';
+    if (!options.json)
+    {
+        stream << formatTimeOfDay(event.time) << "  " << event.name << (event.text.empty() ? "" : ": ") << event.text
+               << '\n';
+    }
+    print(stream, telephone, options, event.line);
+    stream << (options.json ? "" : "\n");
 }
 } // namespace
 
 bool replay(const Trace& trace, const Options& options, std::ostream& screen, std::ostream& errors)
 {
-    const TelephoneSettings settings = options.over(trace.settings);
-    if (!settings.timeZone.empty())
+    Watcher watcher;
+    if (options.afterEachEvent)
     {
-        setTimeZone(settings.timeZone);
+        watcher.afterEvent = [&](Telephone& telephone, const TraceEvent& event)
+        { printAfter(screen, telephone, options, event); };
     }
-    Host::SimulatedEventLoop loop(trace.start);
-    const Host::EventLoop::Scope scope(loop);
-    Telephone telephone(settings);
-    bool wasAllPossible = true;
-    std::size_t line = 0;
-    for (const TraceEvent& event : trace.events)
+    else
     {
-        loop.advanceTo(event.time);
-        line = event.line;
-        try
-        {
-            event.apply(telephone);
-        }
-        catch (const NotPossible& problem)
-        {
-            errors << trace.file << ':' << event.line << ": " << event.name << ": " << problem.what() << '\n';
-            wasAllPossible = false;
-        }
-        loop.runUntilIdle();
-        if (options.afterEachEvent)
-        {
-            if (!options.json)
-            {
-                printEvent(screen, event);
-            }
-            print(screen, telephone, options, event.line, loop.now());
-            screen << (options.json ? "" : "\n");
-        }
+        const std::size_t lastLine = trace.events.empty() ? 0 : trace.events.back().line;
+        watcher.atEnd = [&, lastLine](Telephone& telephone) { print(screen, telephone, options, lastLine); };
     }
-    if (!options.afterEachEvent)
-    {
-        print(screen, telephone, options, line, loop.now());
-    }
-    return wasAllPossible;
+    return play(trace, options, watcher, errors);
 }
 } // namespace Deskphone

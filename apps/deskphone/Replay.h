@@ -1,4 +1,4 @@
-/** Applies a trace to a telephone in simulated time and prints what its screen shows. */
+/** Applies a trace to a telephone and prints what its screen shows. */
 #pragma once
 
 #include "Options.h"
@@ -8,6 +8,6 @@
 
 namespace Deskphone
 {
-/** False when an event was not possible; the rest was applied, and `errors` says which. */
+/** False and throws as play(). */
 bool replay(const Trace& trace, const Options& options, std::ostream& screen, std::ostream& errors);
 } // namespace Deskphone

@@ -123,6 +123,53 @@ std::string readableName(const std::string& first, const std::string& last)
     return last == ConversationAPI::ANONYMOUS_NAME ? "Unknown caller" : joined(first, " ", last);
 }
 
+std::size_t newMissedCallsOf(const Conversation& conversation)
+{
+    std::size_t count = 0;
+    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
+    {
+        const bool isMissed = item->getState() == State::MISSED || item->getState() == State::MISSED_GROUP_CALL;
+        count += isMissed && !item->getViewed() ? 1 : 0;
+    }
+    return count;
+}
+
+std::optional<int> newVoicemailsOf(const Conversation& conversation)
+{
+    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
+    {
+        if (item->isVoiceMail())
+        {
+            return item->numberOfNewEvents();
+        }
+    }
+    return std::nullopt;
+}
+
+ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringFormatter& times)
+{
+    ScreenRow row;
+    row.name = nameOf(conversation);
+    row.number = numberOf(conversation);
+    row.state = stateText(conversation.getState());
+    row.direction = directionOf(conversation);
+    row.liveness = describeLive(conversation.getState()).liveness;
+    row.items = conversation.getConversationItemsSize();
+    row.newMissedCalls = newMissedCallsOf(conversation);
+    row.newVoicemails = newVoicemailsOf(conversation);
+    row.time = conversation.timeStampUTC();
+    row.when = times.formatFromUTC(row.time);
+    row.shortId = conversation.getShortConversationId();
+    return row;
+}
+} // namespace
+
+std::string stateText(State state)
+{
+    const StateText live = describeLive(state);
+    return live.liveness != ScreenRow::HISTORY ? live.text : describeHistory(state);
+}
+
 std::string nameOf(const Conversation& conversation)
 {
     std::string name = conversation.getDisplayName();
@@ -146,39 +193,10 @@ std::string numberOf(const Conversation& conversation)
     return isNone ? "" : number;
 }
 
-std::size_t newMissedCallsOf(const Conversation& conversation)
-{
-    std::size_t count = 0;
-    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
-    {
-        const bool isMissed = item->getState() == State::MISSED || item->getState() == State::MISSED_GROUP_CALL;
-        count += isMissed && !item->getViewed() ? 1 : 0;
-    }
-    return count;
-}
-
-ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringFormatter& times)
-{
-    ScreenRow row;
-    const StateText live = describeLive(conversation.getState());
-    row.name = nameOf(conversation);
-    row.number = numberOf(conversation);
-    row.state = live.liveness != ScreenRow::HISTORY ? live.text : describeHistory(conversation.getState());
-    row.direction = directionOf(conversation);
-    row.liveness = live.liveness;
-    row.items = conversation.getConversationItemsSize();
-    row.newMissedCalls = newMissedCallsOf(conversation);
-    row.time = conversation.timeStampUTC();
-    row.when = times.formatFromUTC(row.time);
-    row.shortId = conversation.getShortConversationId();
-    return row;
-}
-} // namespace
-
 std::vector<ScreenRow> screenRows(Telephone& telephone)
 {
     std::vector<ScreenRow> rows;
-    for (const Conversation* conversation : telephone.conversations())
+    for (const Conversation* conversation : telephone.rows())
     {
         rows.push_back(screenRow(*conversation, telephone.times()));
     }

@@ -1,9 +1,17 @@
 /** One row of the telephone's screen: a conversation in the words that are shown. */
 #pragma once
 
+#include "ConversationAPI/ConversationItemState.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
+
+namespace ConversationAPI
+{
+class Conversation;
+}
 
 namespace Deskphone
 {
@@ -36,12 +44,21 @@ struct ScreenRow
     Liveness liveness = HISTORY;
     std::size_t items = 0;
     std::size_t newMissedCalls = 0;
-    long time = 0;    ///< of the most prominent item: seconds since the epoch, UTC
-    std::string when; ///< the same, told relative to now
+    std::optional<int> newVoicemails; ///< -1 when nobody has counted them; nothing for rows without a mailbox
+    long time = 0;                    ///< of the most prominent item: seconds since the epoch, UTC
+    std::string when;                 ///< the same, told relative to now
     std::string shortId;
 
     bool isLive() const { return liveness != HISTORY; }
+    bool hasNews() const { return newMissedCalls > 0 || newVoicemails.value_or(0) != 0; }
 };
+
+/** What the screen calls the state of an item. */
+std::string stateText(ConversationAPI::ConversationItemState state);
+
+/** The name under which a conversation is shown, "" when only its number is known; and the number, "" for none. */
+std::string nameOf(const ConversationAPI::Conversation& conversation);
+std::string numberOf(const ConversationAPI::Conversation& conversation);
 
 /** All rows from top to bottom. */
 std::vector<ScreenRow> screenRows(Telephone& telephone);

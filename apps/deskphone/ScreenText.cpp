@@ -35,7 +35,7 @@ const char* markOf(const ScreenRow& row)
     case ScreenRow::ENDING:
         return "·";
     default:
-        return row.newMissedCalls > 0 ? "!" : " ";
+        return row.hasNews() ? "!" : " ";
     }
 }
 
@@ -82,20 +82,43 @@ std::string summaryOf(const std::vector<ScreenRow>& rows)
 {
     std::size_t live = 0;
     std::size_t missed = 0;
+    int voicemails = 0;
     for (const ScreenRow& row : rows)
     {
         live += row.isLive() ? 1 : 0;
         missed += row.newMissedCalls;
+        voicemails = row.newVoicemails.value_or(voicemails);
     }
     std::string summary = counted(rows.size(), "conversation", "conversations");
     summary += live > 0 ? ", " + std::to_string(live) + " live" : "";
     summary += missed > 0 ? ", " + counted(missed, "new missed call", "new missed calls") : "";
+    if (voicemails != 0)
+    {
+        summary += voicemails < 0 ? ", new messages"
+                                  : ", " + counted(static_cast<std::size_t>(voicemails), "new message", "new messages");
+    }
     return summary;
 }
 
+/** "" when nothing is new, no number when nobody has counted it. */
 std::string newOf(const ScreenRow& row)
 {
-    return row.newMissedCalls > 0 ? " (" + std::to_string(row.newMissedCalls) + " new)" : "";
+    const int voicemails = row.newVoicemails.value_or(0);
+    if (voicemails < 0)
+    {
+        return " (new)";
+    }
+    const std::size_t count = row.newMissedCalls + static_cast<std::size_t>(voicemails);
+    return count > 0 ? " (" + std::to_string(count) + " new)" : "";
+}
+
+/** How many items the row holds and how many are new. The latter may need the blank before the former. */
+std::string countsOf(const ScreenRow& row, bool withIds)
+{
+    const std::string news = newOf(row);
+    const std::size_t excess = news.size() > NEW_COLUMNS ? news.size() - NEW_COLUMNS : 0;
+    return rightAligned(std::to_string(row.items), ITEMS_COLUMNS - excess) +
+           leftAligned(news, withIds ? NEW_COLUMNS + excess : news.size());
 }
 
 std::string ruler(bool withIds)
@@ -122,9 +145,7 @@ void printScreen(std::ostream& stream, const std::string& clock, const std::vect
                << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
                << leftAligned(row.name.empty() ? "" : row.number, NUMBER_COLUMNS) << ' '
                << leftAligned(row.state, STATE_COLUMNS) << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' '
-               << rightAligned(std::to_string(row.items), ITEMS_COLUMNS)
-               << leftAligned(newOf(row), withIds || row.newMissedCalls > 0 ? NEW_COLUMNS : 0)
-               << (withIds ? "  " + row.shortId : "") << '\n';
+               << countsOf(row, withIds) << (withIds ? "  " + row.shortId : "") << '\n';
     }
     if (rows.empty())
     {
@@ -148,6 +169,10 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
             {"when", row.when},
             {"items", row.items},
         };
+        if (row.newVoicemails)
+        {
+            object["newVoicemails"] = *row.newVoicemails;
+        }
         if (withIds)
         {
             object["id"] = row.shortId;

@@ -1,41 +1,102 @@
 #include "Telephone.h"
 
-#include "ConversationAPI/ConversationList.h"
 #include "host/Clock.h"
+
+#include <vector>
 
 namespace Deskphone
 {
 Telephone::Telephone(const TelephoneSettings& settings)
     : digitAnalysis_(settings.numbers), translator_(settings.language), participantFactory_(&digitAnalysis_),
       itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_), history_(itemFactory_),
-      aggregator_(&conversationFactory_), times_(&Host::currentTime)
+      itemAggregator_(&conversationFactory_), local_(itemFactory_), provider_(&itemFactory_), times_(&Host::currentTime)
+{
+    wireFactories();
+    wireLists();
+    wireDisplay(settings);
+    startSources();
+}
+
+/** Nobody reports any more, and nothing points to what goes before it. The lists take themselves off their sources. */
+Telephone::~Telephone()
+{
+    liveCalls_.clearObserver();
+    history_.clearObserver();
+    provider_.setSource(nullptr, false);
+    idGenerator_.setConversationSources({});
+}
+
+void Telephone::wireFactories()
 {
     conversationFactory_.setConversationItemFactory(&itemFactory_);
     conversationFactory_.setDigitAnalysisServiceIfc(&digitAnalysis_);
     conversationFactory_.setConversationIDGenerator(&idGenerator_);
-    idGenerator_.setConversationSources({&aggregator_});
+    idGenerator_.setConversationSources({&itemAggregator_});
+}
 
-    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &liveCalls_};
-    aggregator_.addItemSources(sources);
+/** In preferred order: what the first source says of a party comes first. */
+void Telephone::wireLists()
+{
+    local_.aggregator.setSources({&itemAggregator_}, false);
+    switch_.addNormalAggregator(&local_.aggregator);
+    if (cloud_)
+    {
+        switch_.addQuorvelAggregator(&cloud_->aggregator);
+    }
+    switch_.addConversationListProvider(&provider_);
+    switch_.useConversationListProvider();
+}
 
+/** Whole lists come from the provider, too; single rows from the aggregator alone, whichever is the current one. */
+void Telephone::wireDisplay(const TelephoneSettings& settings)
+{
+    switch_.addConversationEventObserver(&display_);
+    switch_.addConversationEventObserverToProvider(&display_);
+    showCurrentList();
     times_.setTranslatorIfc(&translator_);
     times_.timeFormatChanged(settings.timeFormat);
     times_.dateFormatChanged(settings.dateFormat);
 }
 
-/** The sources live longer than who observes them. */
-Telephone::~Telephone()
+/** A source that subscribes to a service reports sourceSubscribed() itself; the stand-in for the journal is ready. */
+void Telephone::startSources()
 {
-    liveCalls_.clearObserver();
-    history_.clearObserver();
+    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &liveCalls_};
+    itemAggregator_.addItemSources(sources);
+    itemAggregator_.sourceSubscribed();
+    local_.aggregator.start();
 }
 
-/** The aggregator's list grows at its end; whoever shows it puts it in order. */
-std::vector<ConversationAPI::Conversation*> Telephone::conversations()
+/** After every change of the switch. */
+void Telephone::showCurrentList()
 {
-    ConversationAPI::ConversationList& list = *aggregator_.getConversations();
-    list.sort();
-    return {list.begin(), list.end()};
+    const bool isCloudShown = cloud_ && switch_.getCurrentConversationState() == "QuorvelConversationListState";
+    provider_.setSource(isCloudShown ? &cloud_->forProvider : &local_.forProvider, true);
+}
+
+/** The order matters: rows of both numbers go first, and what the source tells then brings them back. */
+void Telephone::setVoiceMailNumber(const std::string& number)
+{
+    const std::string before = itemFactory_.getVoiceMailNumber();
+    itemFactory_.setVoiceMailNumber(number);
+    local_.aggregator.voiceMailChanged(before, itemFactory_.getVoiceMailNumber());
+    history_.reload();
+}
+
+void Telephone::sortRows(RowOrder order)
+{
+    local_.aggregator.setSortType(order);
+    if (cloud_)
+    {
+        cloud_->aggregator.setSortType(order);
+    }
+    switch_.conversationsChanged();
+}
+
+const ConversationAPI::Conversation* Telephone::row(long place) const
+{
+    const bool exists = place >= 1 && static_cast<std::size_t>(place) <= rows().size();
+    return exists ? rows()[static_cast<std::size_t>(place) - 1] : nullptr;
 }
 
 std::string Telephone::comparable(const std::string& number)

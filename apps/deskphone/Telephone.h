@@ -1,47 +1,79 @@
 /**
- * A telephone: library and platform services, wired together.
+ * A telephone: library and platform services, wired together, to be read from top to bottom and copied.
  *
- * The members stand in the order in which they need each other, so that each is destroyed before what it points
- * to. Whoever makes a telephone has declared an event loop the current one of the thread (Host::EventLoop::Scope)
- * and keeps it for the telephone's whole life: the timers of the display run on it. UI thread only.
+ * The members stand in the order in which they are built. Each needs only what stands above it, and is destroyed
+ * before that. Where something points downwards, as a source does to its observer, the destructor takes it off. Whoever
+ * makes a telephone has declared an event loop the current one of the thread (Host::EventLoop::Scope) and keeps it for
+ * the telephone's whole life: the timers of the display run on it. UI thread only.
+ *
+ * Who tells whom:
+ *
+ *     call control ──▶ liveCalls() ─┐ items                 conversations         rows
+ *     call journal ──▶ history() ───┴──────▶ itemAggregator_ ──────▶ local_ ──┬──▶ display_
+ *     mailbox ───────▶ history()                                              └──▶ provider_ ──▶ display_
+ *     configuration ─▶ setVoiceMailNumber()
+ *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history()
  */
 #pragma once
 
 #include "CallHistory.h"
+#include "CombinedList.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
+#include "ConversationAPI/AggregatorSwitch.h"
 #include "ConversationAPI/ConversationFactory.h"
 #include "ConversationAPI/ConversationItemAggregator.h"
 #include "ConversationAPI/ConversationItemFactory.h"
+#include "ConversationAPI/ConversationListProvider.h"
 #include "ConversationAPI/ConversationParticipantFactory.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "ConversationAPI/RelativeTimeFormatter.h"
 #include "TelephoneSettings.h"
 #include "host/DigitAnalysis.h"
+#include "host/DisplayModel.h"
 #include "host/Translator.h"
 
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace Deskphone
 {
 class Telephone
 {
   public:
+    enum RowOrder
+    {
+        BY_TIME = 0, ///< live calls first, then newest first
+        BY_NAME = 1
+    };
+
     explicit Telephone(const TelephoneSettings& settings);
     ~Telephone();
 
     Telephone(const Telephone&) = delete;
     Telephone& operator=(const Telephone&) = delete;
 
-    /** Where call control reports. */
+    // What the telephone's services report to.
+
+    /** Call control: activeCallEvent(), clearActiveCallEvent(). */
     ConversationAPI::ActiveCallConversationItemSource& liveCalls() { return liveCalls_; }
 
+    /** The call journal, and the mailbox's message-waiting indication. */
     CallHistory& history() { return history_; }
 
-    ConversationAPI::ConversationSourceIfc& conversationSource() { return aggregator_; }
+    /** The mailbox's number, in any spelling; "" when there is none. Its row and its calls are made anew. */
+    void setVoiceMailNumber(const std::string& number);
+
+    // What the user interface uses.
+
+    /** Look-ups, deletion, marking as read. */
+    ConversationAPI::AggregatorSwitchIfc& conversations() { return switch_; }
+    void sortRows(RowOrder order);
 
     /** What the screen shows, from top to bottom; valid until the next event. */
-    std::vector<ConversationAPI::Conversation*> conversations();
+    const Host::DisplayModel::Rows& rows() const { return display_.rows(); }
+
+    /** The row at a place, counted from 1; null when there is none. */
+    const ConversationAPI::Conversation* row(long place) const;
 
     /** The form in which spellings of one number are equal. */
     std::string comparable(const std::string& number);
@@ -49,6 +81,12 @@ class Telephone
     DisplayAPI::TimeStringFormatter& times() { return times_; }
 
   private:
+    void wireFactories();
+    void wireLists();
+    void wireDisplay(const TelephoneSettings& settings);
+    void startSources();
+    void showCurrentList();
+
     // What the library builds on.
     Host::DigitAnalysis digitAnalysis_;
     Host::Translator translator_;
@@ -59,11 +97,23 @@ class Telephone
     ConversationAPI::RandomCachingConversationIDGenerator idGenerator_;
     ConversationAPI::ConversationFactory conversationFactory_;
 
-    // Sources of items, and what makes conversations of them.
+    // The rows of the screen. It asks nobody; all that tells it something stands below.
+    Host::DisplayModel display_;
+
+    // Sources of items.
     ConversationAPI::ActiveCallConversationItemSource liveCalls_;
     CallHistory history_;
-    ConversationAPI::ConversationItemAggregator aggregator_;
 
+    // Sources of conversations.
+    ConversationAPI::ConversationItemAggregator itemAggregator_;
+
+    // Lists in which each party stands once; the second exists where there is a cloud service.
+    CombinedList local_;
+    std::optional<CombinedList> cloud_;
+
+    // What the user interface sees of them.
+    ConversationAPI::AggregatorSwitch switch_;
+    ConversationAPI::ConversationListProvider provider_;
     ConversationAPI::RelativeTimeFormatter times_;
 };
 } // namespace Deskphone

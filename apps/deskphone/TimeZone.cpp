@@ -10,6 +10,23 @@ namespace
 {
 constexpr std::size_t LONGEST_NAME = 64;
 constexpr const char* NAME_CHARACTERS = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_+-/";
+constexpr const char* MACHINE_ZONE_FOLDER = "/etc";
+constexpr const char* MACHINE_ZONE_LINK = "localtime"; ///< to the zone's file
+
+std::filesystem::path zoneFolder()
+{
+    const char* configured = std::getenv("TZDIR");
+    return configured != nullptr ? configured : "/usr/share/zoneinfo";
+}
+
+/** What the link leads to, if that is a zone of the database. */
+std::string machineZone()
+{
+    std::error_code error;
+    const std::filesystem::path folder = MACHINE_ZONE_FOLDER;
+    const std::filesystem::path file = folder / std::filesystem::read_symlink(folder / MACHINE_ZONE_LINK, error);
+    return file.lexically_normal().lexically_relative(zoneFolder()).generic_string();
+}
 } // namespace
 
 /** The C library takes every name it does not know for UTC, so the file has to be looked for here. */
@@ -22,10 +39,15 @@ bool isTimeZone(const std::string& name)
     {
         return false;
     }
-    const char* configured = std::getenv("TZDIR");
-    const std::filesystem::path folder = configured != nullptr ? configured : "/usr/share/zoneinfo";
     std::error_code error;
-    return std::filesystem::is_regular_file(folder / name, error);
+    return std::filesystem::is_regular_file(zoneFolder() / name, error);
+}
+
+std::string currentTimeZone()
+{
+    const char* chosen = std::getenv("TZ");
+    const std::string name = chosen != nullptr ? chosen : machineZone();
+    return isTimeZone(name) ? name : "";
 }
 
 void setTimeZone(const std::string& name)

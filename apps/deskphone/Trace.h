@@ -4,13 +4,14 @@
 #include "TelephoneSettings.h"
 
 #include <cstddef>
-#include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace Deskphone
 {
+class FieldWriter;
 class Telephone;
 
 /** An event asks for something that cannot be done as the telephone stands. */
@@ -20,8 +21,18 @@ class NotPossible : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/** What an event does; throws NotPossible. */
-using Action = std::function<void(Telephone&)>;
+/** One thing that happens to a telephone. */
+class Event
+{
+  public:
+    virtual ~Event() = default;
+
+    /** Lets it happen; throws NotPossible. */
+    virtual void apply(Telephone& telephone) const = 0;
+
+    /** Its fields, of which a trace reads the same event. */
+    virtual void write(FieldWriter& fields) const = 0;
+};
 
 struct TraceEvent
 {
@@ -29,7 +40,7 @@ struct TraceEvent
     long time = 0;        ///< seconds since the epoch, UTC
     std::string name;
     std::string text; ///< its fields, for people
-    Action apply;
+    std::unique_ptr<Event> event;
 };
 
 struct Trace

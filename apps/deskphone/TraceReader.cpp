@@ -2,9 +2,8 @@
 
 #include "EventCatalogue.h"
 #include "EventFields.h"
-#include "TimeZone.h"
+#include "SettingsEvent.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -16,7 +15,6 @@ namespace Deskphone
 namespace
 {
 constexpr std::size_t LONGEST_LINE = 1024 * 1024;
-constexpr long LONGEST_EXTENSION = 15;
 
 /** Refuses a field that stands twice in an object, of which JSON parsers otherwise take the last. */
 class DuplicateFinder
@@ -111,50 +109,6 @@ std::string describeFields(const nlohmann::json& object)
     return text;
 }
 
-bool isDigits(const std::string& text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-void readDigits(EventFields& fields, const std::string& name, std::string& setting)
-{
-    if (fields.has(name))
-    {
-        setting = fields.text(name);
-        if (!isDigits(setting))
-        {
-            throw TraceError("field " + inQuotes(name) + " must consist of digits");
-        }
-    }
-}
-
-TelephoneSettings readSettings(EventFields& fields)
-{
-    TelephoneSettings settings;
-    settings.timeZone = fields.text("timeZone");
-    if (!settings.timeZone.empty() && !isTimeZone(settings.timeZone))
-    {
-        throw TraceError("field 'timeZone' is " + inQuotes(settings.timeZone) + ", which this machine does not know");
-    }
-    if (fields.has("country"))
-    {
-        settings.numbers.region = fields.requiredText("country");
-    }
-    readDigits(fields, "areaCode", settings.numbers.areaCode);
-    readDigits(fields, "outsidePrefix", settings.numbers.outsideLinePrefix);
-    settings.numbers.longestExtension = static_cast<std::size_t>(
-        fields.number("longestExtension", 0, LONGEST_EXTENSION, static_cast<long>(settings.numbers.longestExtension)));
-    if (fields.has("language"))
-    {
-        settings.language = fields.requiredText("language");
-    }
-    const EventFields::Choices<std::string> timeFormats = {{"12HR", "12HR"}, {"24HR", "24HR"}};
-    const EventFields::Choices<std::string> dateFormats = {{"DD.MM.YYYY", "DD.MM.YYYY"}, {"MM/DD/YYYY", "MM/DD/YYYY"}};
-    settings.timeFormat = fields.choice("timeFormat", timeFormats, settings.timeFormat);
-    settings.dateFormat = fields.choice("dateFormat", dateFormats, settings.dateFormat);
-    return settings;
-}
-
 class TraceReader
 {
   public:
@@ -224,14 +178,14 @@ class TraceReader
         event.time = fields.requiredMoment("time");
         event.name = name;
         takeTime(event.time);
-        if (name == "settings")
+        if (name == SETTINGS_EVENT)
         {
             takeSettings(fields);
             fields.finish();
         }
         else
         {
-            event.apply = EventCatalogue::all().read(name, fields, event.time);
+            event.event = EventCatalogue::all().read(name, fields, event.time);
             fields.finish();
             event.text = describeFields(object);
             trace_.events.push_back(std::move(event));

@@ -1,5 +1,7 @@
+#include "ConversationAPI/AggregatorSwitchIfc.h"
 #include "ConversationAPI/Conversation.h"
 #include "EventCatalogue.h"
+#include "FieldWriter.h"
 #include "Telephone.h"
 
 #include <algorithm>
@@ -12,76 +14,102 @@ namespace
 {
 constexpr long LAST_ROW = 1'000'000;
 
-/** The row that the user means: its place on the screen from 1, or, when that is 0, the number it shows. */
-struct RowChoice
+const EventFields::Choices<Telephone::RowOrder>& orders()
 {
-    long row = 0;
-    std::string number;
-
-    Conversation& find(Telephone& telephone) const
-    {
-        const std::vector<Conversation*> all = telephone.conversations();
-        if (row != 0)
-        {
-            if (static_cast<std::size_t>(row) > all.size())
-            {
-                throw NotPossible("there is no row " + std::to_string(row));
-            }
-            return *all[static_cast<std::size_t>(row) - 1];
-        }
-        const std::string comparable = telephone.comparable(number);
-        const auto found = std::find_if(all.begin(), all.end(),
-                                        [&comparable](const Conversation* conversation)
-                                        { return conversation->hasAnyNumberMatching(comparable); });
-        if (found == all.end())
-        {
-            throw NotPossible("there is no row with the number " + inQuotes(number));
-        }
-        return **found;
-    }
-};
-
-RowChoice readRowChoice(EventFields& fields)
-{
-    if (fields.has("row") == fields.has("number"))
-    {
-        throw TraceError("either field 'row' or field 'number' must say which row is meant");
-    }
-    RowChoice choice;
-    choice.row = fields.number("row", 1, LAST_ROW, 0);
-    choice.number = fields.has("number") ? fields.requiredText("number") : "";
-    return choice;
+    static const EventFields::Choices<Telephone::RowOrder> all = {
+        {"time", Telephone::BY_TIME},
+        {"name", Telephone::BY_NAME},
+    };
+    return all;
 }
 
-Action readDelete(EventFields& fields, long)
+/** The user means a row by its place on the screen, or by a number that it has. */
+class DeleteRow : public Event
 {
-    const RowChoice choice = readRowChoice(fields);
-    return [choice](Telephone& telephone)
+  public:
+    DeleteRow(EventFields& fields, long)
     {
-        const Conversation& conversation = choice.find(telephone);
+        if (fields.has("row") == fields.has("number"))
+        {
+            throw TraceError("either field 'row' or field 'number' must say which row is meant");
+        }
+        row_ = fields.number("row", 1, LAST_ROW, 0);
+        number_ = fields.has("number") ? fields.requiredText("number") : "";
+    }
+
+    void apply(Telephone& telephone) const override
+    {
+        const Conversation& conversation = row_ != 0 ? rowAtPlace(telephone) : rowWithNumber(telephone);
         if (!conversation.isDeletable())
         {
             throw NotPossible("the telephone does not offer to delete this row");
         }
-        telephone.conversationSource().deleteConversation(conversation.getConversationId());
-    };
+        telephone.conversations().deleteConversation(conversation.getConversationId());
+    }
+
+    void write(FieldWriter& fields) const override
+    {
+        fields.number("row", row_, 0);
+        fields.text("number", number_);
+    }
+
+  private:
+    const Conversation& rowAtPlace(const Telephone& telephone) const
+    {
+        const Conversation* conversation = telephone.row(row_);
+        if (conversation == nullptr)
+        {
+            throw NotPossible("there is no row " + std::to_string(row_));
+        }
+        return *conversation;
+    }
+
+    const Conversation& rowWithNumber(Telephone& telephone) const
+    {
+        const auto& rows = telephone.rows();
+        const std::string comparable = telephone.comparable(number_);
+        const auto found = std::find_if(rows.begin(), rows.end(),
+                                        [&comparable](const Conversation* conversation)
+                                        { return conversation->hasAnyNumberMatching(comparable); });
+        if (found == rows.end())
+        {
+            throw NotPossible("there is no row with the number " + inQuotes(number_));
+        }
+        return **found;
+    }
+
+    long row_ = 0; ///< from 1; 0 when the number says which row is meant
+    std::string number_;
+};
+
+class SortRows : public Event
+{
+  public:
+    SortRows(EventFields& fields, long) : order_(fields.requiredChoice("by", orders())) {}
+
+    void apply(Telephone& telephone) const override { telephone.sortRows(order_); }
+    void write(FieldWriter& fields) const override { fields.choice("by", orders(), order_); }
+
+  private:
+    const Telephone::RowOrder order_;
+};
+
+void deleteAll(Telephone& telephone)
+{
+    telephone.conversations().deleteConversations();
 }
 
-Action readDeleteAll(EventFields&, long)
+void markMissedRead(Telephone& telephone)
 {
-    return [](Telephone& telephone) { telephone.conversationSource().deleteConversations(); };
-}
-
-Action readMarkMissedRead(EventFields&, long)
-{
-    return [](Telephone& telephone) { telephone.conversationSource().markAllMissedCallsRead(); };
+    telephone.conversations().markAllMissedCallsRead();
 }
 } // namespace
 
 void addUserEvents(EventCatalogue& catalogue)
 {
-    catalogue.add("user-delete", readDelete);
-    catalogue.add("user-delete-all", readDeleteAll);
-    catalogue.add("user-mark-missed-read", readMarkMissedRead);
+    catalogue.add<DeleteRow>("user-delete");
+    catalogue.add("user-delete-all", deleteAll);
+    catalogue.add("user-mark-missed-read", markMissedRead);
+    catalogue.add<SortRows>("user-sort");
 }
 } // namespace Deskphone

@@ -1,3 +1,4 @@
+#include "Explain.h"
 #include "Options.h"
 #include "Replay.h"
 #include "TextColumn.h"
@@ -26,7 +27,9 @@ void setUpLog(const Deskphone::Options& options)
 int run(const Deskphone::Options& options)
 {
     const Deskphone::Trace trace = Deskphone::readTrace(options.trace);
-    const bool wasAllPossible = Deskphone::replay(trace, options, std::cout, std::cerr);
+    const bool isReplay = options.command == Deskphone::Options::REPLAY;
+    const bool wasAllPossible = isReplay ? Deskphone::replay(trace, options, std::cout, std::cerr)
+                                         : Deskphone::explain(trace, options, std::cout, std::cerr);
     std::cout.flush();
     if (!std::cout)
     {

@@ -152,6 +152,9 @@ class Conversation : public ConversationContact
     void append(ConversationItem* item);
     void prepend(ConversationItem* item);
 
+    /** append() for each of the items, none of them null; observers are told once. */
+    void appendAll(const std::vector<ConversationItem*>& items);
+
     /** Replaces the item of the same item id, else adds it. */
     void updateItem(ConversationItem* item);
 
@@ -245,6 +248,7 @@ class Conversation : public ConversationContact
     void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);
+    void takeContactFrom(const ConversationItem& item);
     OwnedItem makeContactItem(long time) const;
     void refreshDummyItem();
     void contactChanged() override;

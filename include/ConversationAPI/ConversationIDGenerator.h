@@ -5,6 +5,8 @@
  */
 #pragma once
 
+#include "ConversationAPI/SharedText.h"
+
 #include <string>
 
 namespace ConversationAPI
@@ -30,5 +32,8 @@ class ConversationIDGenerator
 
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
     virtual void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining);
+
+    /** As getConversationID(); a generator that keeps the text need not copy it. */
+    virtual SharedText getSharedConversationID(Conversation* conversation);
 };
 } // namespace ConversationAPI

@@ -240,6 +240,10 @@ class ConversationItem
                      CallPartyIdentifier::PhoneNumberIconType type, ConversationParticipantFactory* factory);
     ConversationItem(const ConversationItem& other);
 
+    /** What getGroupName() and getGroupNumber() copy, without the copy. */
+    virtual const SharedText& groupNameText() const;
+    virtual const SharedText& groupNumberText() const;
+
     void setTimeStampUTC(long time) { timeStamp_ = time; }
     void setCallId(const std::string& id) { callId_.assign(id); }
 

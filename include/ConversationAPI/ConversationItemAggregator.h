@@ -20,6 +20,7 @@
 #include "platform/Semaphore.h"
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -102,9 +103,10 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     void refreshConversations();
     void loadConversationListData();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
-    Conversation* placeItem(ConversationItem* item);
+    Conversation* placeItem(ConversationItem* item, const std::function<void(Conversation&)>& beforeAdding);
     Conversation* findConversationOfCall(const std::string& callId);
     void settleAfterCall(Conversation* conversation, const std::string& callId);
+    void uniteWithConversationOfSameId(Conversation* conversation);
 
     UniqueConversationList findConversationsOf(Conversation& contact);
     void conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found);

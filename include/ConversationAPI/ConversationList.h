@@ -71,6 +71,9 @@ class ConversationList : public ConversationModificationObserverIfc
     bool empty() const;
     bool contains(Conversation* conversation) const;
 
+    /** The size when the conversation is not in the list. */
+    std::size_t indexOf(Conversation* conversation) const;
+
     /** No lock; valid until the list changes. */
     iterator begin();
     iterator end();
@@ -104,7 +107,7 @@ class ConversationList : public ConversationModificationObserverIfc
     bool hasPhantomConversation() const { return phantom_ != nullptr; }
     void clearPhantomConversation() { phantom_ = nullptr; }
 
-    /** Live calls first, then newest first; stable. */
+    /** Live calls first, then newest first; stable. After a few changes since the last time, finds places for these. */
     void sort();
 
     /** By contact name, regardless of the case of ASCII letters; other letters come first. Stable. */

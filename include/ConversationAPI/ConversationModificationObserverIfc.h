@@ -29,7 +29,7 @@ class ConversationModificationObserverIfc
     /** Something about the conversation of this id changed. */
     virtual void conversationModified(const std::string& conversationId) = 0;
 
-    /** Something by which the conversation can be looked up may have changed; its indexes are stale. */
+    /** Something by which the conversation is looked up or ordered may have changed; its indexes are stale. */
     virtual void conversationKeysChanged(Conversation* conversation) = 0;
 };
 } // namespace ConversationAPI

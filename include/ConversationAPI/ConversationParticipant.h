@@ -50,6 +50,8 @@ class ConversationParticipant : public CallPartyIdentifier
     /** First name and surname joined by a blank, or whichever is there. */
     std::string getName() const;
 
+    void setDetails(const std::string& firstName, const std::string& surname, const std::string& number,
+                    PhoneNumberIconType numberType, const std::string& picturePath, bool flag);
     void saveFirstName(const std::string& firstName);
     void saveLastName(const std::string& lastName);
     void saveNumberType(PhoneNumberIconType type);
@@ -84,7 +86,9 @@ class ConversationParticipant : public CallPartyIdentifier
     bool anyNameCTIAssisted(const ConversationParticipant& other) const;
 
     /** Neither name nor number, or the surname that stands for such a caller. */
-    bool isAnonymous() const;
+    bool isAnonymous() const { return isAnonymous_; }
+    bool hasAnonymousName() const { return hasAnonymousName_; }
+    bool isCTIAssisted() const { return isCTIAssisted_; }
 
     /** What the getters copy, without the copy; lives until the participant is changed or destroyed. */
     const std::string& firstNameText() const { return CallPartyIdentifier::getFirstName(); }
@@ -119,6 +123,7 @@ class ConversationParticipant : public CallPartyIdentifier
         ContactNumbers contactNumbers;
     };
 
+    void noteNames();
     void setComparableNumber(const std::string& number);
     void keepNumbersThatAreTheComparableOne();
     void convert(std::string& number) const;
@@ -132,5 +137,10 @@ class ConversationParticipant : public CallPartyIdentifier
      * number, the one that it called from, which then needs no memory of its own.
      */
     std::uint8_t slotsWithComparableNumber_ = 0;
+
+    /** What the names say; kept here because it is asked whenever parties are compared, and the names lie elsewhere. */
+    bool isAnonymous_ = true;
+    bool hasAnonymousName_ = false;
+    bool isCTIAssisted_ = false;
 };
 } // namespace ConversationAPI

@@ -105,6 +105,10 @@ class DataThatShouldBeClonedOnCopy
     /** Whether a call of the history ended after this item. */
     bool holdsEndLaterThan(const ConversationItem& item) const;
 
+    /** Whether there are so many items, all of the history, and the item would stand behind all of them. */
+    bool isOlderThanAll(const ConversationItem& item, std::size_t count) const;
+    void reserve(std::size_t count) { items_.reserve(count); }
+
     /** Deletes the last items until at most so many remain. */
     void trimTo(std::size_t most);
 

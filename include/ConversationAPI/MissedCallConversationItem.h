@@ -46,6 +46,10 @@ class MissedCallConversationItem : public ConversationItem
     void setCallBackForWhenViewed(JournalServiceConversationItemSource* source) { itemSource_ = source; }
     JournalServiceConversationItemSource* getItemSource() const { return itemSource_; }
 
+  protected:
+    const SharedText& groupNameText() const override { return groupName_; }
+    const SharedText& groupNumberText() const override { return groupNumber_; }
+
   private:
     bool viewed_ = true;
     bool answerStatus_ = false;

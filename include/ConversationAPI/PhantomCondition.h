@@ -13,6 +13,7 @@ class PhantomCondition : public ConversationUnaryCondition
     explicit PhantomCondition(Conversation* phantom);
 
     bool operator()(Conversation* conversation) const override;
+    bool gatherCandidates(ConversationCandidates& candidates) const override;
 
   private:
     Conversation* phantom_;

@@ -48,6 +48,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     void garbageCollect() override;
     void remember(const std::string& id, ConversationItem* item) override;
     void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
+    SharedText getSharedConversationID(Conversation* conversation) override;
 
     /** Whose ids are in use. Called once, before the first id is asked for; takes no lock. */
     void setConversationSources(const std::vector<ConversationSourceIfc*>& sources);

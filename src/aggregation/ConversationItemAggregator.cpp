@@ -11,6 +11,7 @@
 #include "aggregation/ItemBatches.h"
 #include "aggregation/ItemPlacement.h"
 #include "aggregation/ItemSources.h"
+#include "aggregation/LaterItems.h"
 #include "model/ItemOrder.h"
 
 #include <algorithm>
@@ -186,46 +187,49 @@ void ConversationItemAggregator::refreshConversations()
 void ConversationItemAggregator::loadConversationListData()
 {
     conversations_->removeAndDeleteAll();
-    buildConversationsFrom(sources_->sortedConversationItems());
+    buildConversationsFrom(sources_->getConversationItems());
 }
 
 void ConversationItemAggregator::buildConversationsFrom(const std::vector<ConversationItem*>& items)
 {
     CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
     const ItemBatches batches(items);
-    std::vector<Conversation*> targets(items.size(), nullptr);
-    for (std::size_t place = 0; place < items.size(); ++place)
+    LaterItems later;
+    const auto place = [&](const ItemBatches::Ranked& one)
+    { return placeItem(one.item, [&](Conversation& conversation) { later.appendBefore(conversation, one); }); };
+    for (const ItemBatches::Batch& batch : batches.inOrder())
     {
-        Conversation* target = targets[place];
+        Conversation* target = place(batch.first);
         if (target)
         {
-            target->append(items[place]);
+            later.add(*target, batch.rest, batch.end);
         }
         else
         {
-            target = placeItem(items[place]);
-        }
-        if (batches.next(place) < items.size())
-        {
-            targets[batches.next(place)] = target;
+            std::for_each(batch.rest, batch.end, place);
         }
     }
+    later.appendAll();
+    placement_->nameExtraConversations();
     triggerGarbageCollectionOnIDGenerators();
 }
 
-Conversation* ConversationItemAggregator::placeItem(ConversationItem* item)
+/** A conversation that is there already and gets the item is given to `beforeAdding`. */
+Conversation* ConversationItemAggregator::placeItem(ConversationItem* item,
+                                                    const std::function<void(Conversation&)>& beforeAdding)
 {
     if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
     {
         CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
                             "clearing items");
-        return placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item));
+        return placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item), beforeAdding);
     }
     Conversation* target = placement_->findTarget(item);
     if (!target)
     {
-        return placement_->addNewConversation(item, nullptr);
+        return placement_->addNewConversation(item, nullptr, beforeAdding);
     }
+    beforeAdding(*target);
     target->append(item);
     return target;
 }
@@ -320,6 +324,31 @@ void ConversationItemAggregator::settleAfterCall(Conversation* conversation, con
     else
     {
         conversation->callEnded(callId);
+        uniteWithConversationOfSameId(conversation);
+    }
+}
+
+/**
+ * Two live calls of a contact on two of its numbers stand in two conversations of one id. When one has ended there
+ * is no reason for that any more. The later one takes in the other: the contact's numbers are with the first.
+ */
+void ConversationItemAggregator::uniteWithConversationOfSameId(Conversation* conversation)
+{
+    if (conversation->isActiveOrProgressingOrClearing())
+    {
+        return;
+    }
+    std::vector<Conversation*> sameId;
+    std::copy_if(conversations_->begin(), conversations_->end(), std::back_inserter(sameId),
+                 [conversation](const Conversation* other)
+                 { return other->storedIdText() == conversation->storedIdText(); });
+    if (sameId.size() == 2)
+    {
+        for (ConversationItem* item : sameId.back()->foldIn(*sameId.front(), REGROUPING))
+        {
+            sameId.back()->append(item); // of one id, nothing is a stranger, whichever numbers are known
+        }
+        removeConversation(sameId.front());
     }
 }
 
@@ -434,7 +463,7 @@ ConversationItemAggregator::findConversationsOf(Conversation& contact)
     const ContactNumbers numbers = contact.contactDetails()->numbers;
     for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        add(FOUND_BY_NUMBER[slot], conversations_->find(HasConversationAnyNumberMatchingCondition(numbers[slot])));
+        add(FOUND_BY_NUMBER[slot], placement_->getConversationOfNumber(numbers[slot]));
     }
     return all;
 }

@@ -1,47 +1,131 @@
 #include "aggregation/ItemBatches.h"
 
 #include "ConversationAPI/ConversationItem.h"
-#include "ConversationAPI/WellKnownNames.h"
 #include "model/ItemOrder.h"
 
+#include <cstdint>
+#include <limits>
 #include <memory_resource>
 #include <unordered_map>
 
 namespace ConversationAPI
 {
-ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items) : next_(items.size(), items.size())
+/** Items by number, or alone, before they are sorted. */
+class ItemBatches::Grouping
 {
-    std::vector<bool> isBatched(items.size());
+  public:
+    struct Group
+    {
+        std::size_t size = 0;
+        bool isOfOneConversation = true;
+    };
+
+    explicit Grouping(std::size_t items)
+    {
+        items_.reserve(items);
+        groupOfItem_.reserve(items);
+        groupOfNumber_.reserve(items / 2);
+    }
+
+    /** A journal gives calls of one number in a row: most need no looking up. */
+    void add(const Ranked& item, std::string_view number)
+    {
+        if (groups_.empty() || number != lastNumber_)
+        {
+            lastGroup_ = groupOfNumber_.emplace(number, groups_.size()).first->second;
+            lastNumber_ = number;
+        }
+        addTo(lastGroup_, item);
+    }
+
+    void addAlone(const Ranked& item)
+    {
+        addTo(groups_.size(), item);
+        lastNumber_ = {};
+    }
+
+    /** The items of these numbers do not belong together. */
+    void split(const Numbers& numbers)
+    {
+        for (const std::string_view number : numbers)
+        {
+            const auto group = groupOfNumber_.find(number);
+            if (group != groupOfNumber_.end())
+            {
+                groups_[group->second].isOfOneConversation = false;
+            }
+        }
+    }
+
+    const std::vector<Group>& groups() const { return groups_; }
+
+    /** Group by group. */
+    std::vector<Ranked> items() const
+    {
+        std::vector<std::size_t> next(groups_.size() + 1);
+        for (std::size_t group = 0; group < groups_.size(); ++group)
+        {
+            next[group + 1] = next[group] + groups_[group].size;
+        }
+        std::vector<Ranked> all(items_.size());
+        for (std::size_t i = 0; i < items_.size(); ++i)
+        {
+            all[next[groupOfItem_[i]]++] = items_[i];
+        }
+        return all;
+    }
+
+  private:
+    void addTo(std::size_t group, const Ranked& item)
+    {
+        if (group == groups_.size())
+        {
+            groups_.emplace_back();
+        }
+        ++groups_[group].size;
+        items_.push_back(item);
+        groupOfItem_.push_back(static_cast<std::uint32_t>(group));
+    }
+
+    std::vector<Ranked> items_;
+    std::vector<std::uint32_t> groupOfItem_;
+    std::vector<Group> groups_;
+    std::pmr::monotonic_buffer_resource memory_; // freed in one go
+    std::pmr::unordered_map<std::string_view, std::size_t> groupOfNumber_{&memory_};
+    std::string_view lastNumber_;
+    std::size_t lastGroup_ = 0;
+};
+
+ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
+{
+    Grouping grouping(items.size());
     Numbers sharedNumbers;
+    std::vector<Ranked> others;
     for (std::size_t place = 0; place < items.size(); ++place)
     {
-        isBatched[place] = isPlain(*items[place]);
-        if (!isBatched[place])
+        ConversationItem& item = *items[place];
+        const Ranked ranked{item.timeStampUTC(), place, &item};
+        if (isPlain(item))
         {
-            collectNumbers(*items[place], sharedNumbers);
-        }
-    }
-    std::pmr::monotonic_buffer_resource memory; // freed in one go
-    std::pmr::unordered_map<std::string_view, std::size_t> lastPlaces(&memory);
-    lastPlaces.reserve(items.size());
-    for (std::size_t place = 0; place < items.size(); ++place)
-    {
-        if (!isBatched[place])
-        {
+            grouping.add(ranked, item.participants().front().comparableNumberText());
             continue;
         }
-        const std::string_view number = items[place]->participants().front().comparableNumberText();
-        if (!sharedNumbers.empty() && sharedNumbers.count(number) != 0)
+        collectNumbers(item, sharedNumbers);
+        if (isOrderedByTimeAlone(item.getState()))
         {
-            continue;
+            grouping.addAlone(ranked);
         }
-        const auto [last, isFirst] = lastPlaces.emplace(number, place);
-        if (!isFirst)
+        else
         {
-            next_[last->second] = place;
-            last->second = place;
+            others.push_back(ranked);
         }
     }
+    grouping.split(sharedNumbers);
+    timed_ = grouping.items();
+    addOthers(std::move(others));
+    addTimed(grouping);
+    std::stable_sort(batches_.begin(), batches_.end(),
+                     [](const Batch& a, const Batch& b) { return a.first < b.first; });
 }
 
 bool ItemBatches::isPlain(const ConversationItem& item)
@@ -53,7 +137,7 @@ bool ItemBatches::isPlain(const ConversationItem& item)
         return false;
     }
     const ConversationParticipant& party = item.participants().front();
-    return !party.isAnonymous() && party.surnameText() != CTI_ASSISTED_NAME && !party.comparableNumberText().empty() &&
+    return !party.isAnonymous() && !party.isCTIAssisted() && !party.comparableNumberText().empty() &&
            !party.hasFurtherNumbers();
 }
 
@@ -66,6 +150,53 @@ void ItemBatches::collectNumbers(const ConversationItem& item, Numbers& numbers)
         {
             numbers.insert(party.contactNumber(slot));
         }
+    }
+}
+
+/** They take the rank of the item before which they stand, and stand before it because they are added first. */
+void ItemBatches::addOthers(std::vector<Ranked> others)
+{
+    insertionSort(others, [](const Ranked& a, const Ranked& b)
+                  { return a.item->lessThanOtherConsideringCreationTime(*b.item); });
+    Ranked rank{std::numeric_limits<long>::max(), 0, nullptr};
+    for (const Ranked& other : others)
+    {
+        rank = firstBehind(other, rank);
+        batches_.push_back({{rank.time, rank.place, other.item}, nullptr, nullptr});
+    }
+}
+
+/** The first item of this rank or a later one that does not come before `other`. */
+ItemBatches::Ranked ItemBatches::firstBehind(const Ranked& other, const Ranked& from) const
+{
+    Ranked first{std::numeric_limits<long>::min(), std::numeric_limits<std::size_t>::max(), nullptr};
+    for (const Ranked& one : timed_)
+    {
+        if (one < first && !(one < from) && !comesBefore(*one.item, *other.item, one.place < other.place))
+        {
+            first = one;
+        }
+    }
+    return first;
+}
+
+void ItemBatches::addTimed(const Grouping& grouping)
+{
+    batches_.reserve(batches_.size() + grouping.groups().size());
+    Ranked* first = timed_.data();
+    for (const Grouping::Group& group : grouping.groups())
+    {
+        Ranked* end = first + group.size;
+        std::sort(first, end);
+        for (; !group.isOfOneConversation && first != end; ++first)
+        {
+            add(first, first + 1);
+        }
+        if (first != end)
+        {
+            add(first, end);
+        }
+        first = end;
     }
 }
 } // namespace ConversationAPI

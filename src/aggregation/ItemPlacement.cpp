@@ -2,14 +2,12 @@
 
 #include "ConversationAPI/ActiveCallMatcherIgnoringCallID.h"
 #include "ConversationAPI/Conversation.h"
-#include "ConversationAPI/ConversationCandidates.h"
 #include "ConversationAPI/ConversationFactory.h"
 #include "ConversationAPI/ConversationIDCondition.h"
 #include "ConversationAPI/ConversationItemMatcher.h"
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
-
-#include <algorithm>
+#include "ConversationAPI/HoldsCallCondition.h"
 
 namespace ConversationAPI
 {
@@ -17,27 +15,22 @@ using namespace ConversationListConditions;
 
 namespace
 {
-/** Holds for the conversation with a live call, wherever among its items the call stands. */
-class HoldsCall : public ConversationUnaryCondition
+/**
+ * Holds for the conversations of a number that take its history. A conference, a group's call and an additional
+ * call of a party do not, as they take no single item of it either: the party's row would lose its id to them for
+ * as long as they last.
+ */
+class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 {
   public:
-    explicit HoldsCall(const std::string& callId) : callId_(callId) {}
+    using HasConversationAnyNumberMatchingCondition::HasConversationAnyNumberMatchingCondition;
 
     bool operator()(Conversation* conversation) const override
     {
-        const auto& items = conversation->items();
-        return std::any_of(items.begin(), items.end(),
-                           [this](const auto& item) { return item->callIdText().view() == callId_; });
+        return HasConversationAnyNumberMatchingCondition::operator()(conversation) &&
+               !conversation->isConferenceConversation() && !conversation->isGroupCall() &&
+               !conversation->extraActiveConversation();
     }
-
-    bool gatherCandidates(ConversationCandidates& candidates) const override
-    {
-        candidates.withCallId(callId_);
-        return true;
-    }
-
-  private:
-    const std::string callId_;
 };
 
 /** Whether an item carries nothing but its first party that tells where it belongs. */
@@ -46,7 +39,6 @@ bool isGroupedByParty(const ConversationItem& item)
     return !item.hasConversationId() && !item.hasExchangeContactId() && !item.participants().empty() &&
            !item.isGroupCall();
 }
-
 } // namespace
 
 ItemPlacement::ItemPlacement(ConversationList& conversations, ConversationFactory& factory,
@@ -64,7 +56,7 @@ Conversation* ItemPlacement::findTarget(ConversationItem* item)
     const ConversationParticipant& party = item->participants().front();
     if (!party.isAnonymous() && !party.comparableNumberText().empty())
     {
-        return conversations_.find(HasConversationAnyNumberMatchingCondition(party.comparableNumberText()));
+        return conversations_.find(TakesHistoryOfNumber(party.comparableNumberText()));
     }
     const bool isNameless = party.firstNameText().empty() && party.surnameText().empty();
     return party.isAnonymous() || isNameless ? findAnonymousTarget(item) : nullptr;
@@ -82,9 +74,15 @@ Conversation* ItemPlacement::getConversationAssociatedWithItem(ConversationItem*
     return conversations_.find(ConversationItemMatcher(item));
 }
 
+Conversation* ItemPlacement::getConversationOfNumber(const std::string& number)
+{
+    Conversation* own = conversations_.find(TakesHistoryOfNumber(number));
+    return own ? own : conversations_.find(HasConversationAnyNumberMatchingCondition(number));
+}
+
 Conversation* ItemPlacement::getConversationHoldingCall(const std::string& callId)
 {
-    return callId.empty() ? nullptr : conversations_.find(HoldsCall(callId));
+    return conversations_.find(HoldsCallCondition(callId));
 }
 
 Conversation* ItemPlacement::getLiveConversationBeside(ConversationItem* item)
@@ -98,7 +96,8 @@ ConversationIDGenerator* ItemPlacement::getIDGeneratorForItem(ConversationItem* 
     return getLiveConversationBeside(item) ? &extraCallIds_ : nullptr;
 }
 
-Conversation* ItemPlacement::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator)
+Conversation* ItemPlacement::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
+                                                const BeforeJoining& beforeJoining)
 {
     std::unique_ptr<Conversation> conversation =
         generator ? makeExtraConversation(item, *generator) : makeConversation(item);
@@ -110,6 +109,10 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
     Conversation* existing = conversations_.find(ConversationIDCondition(conversation->getConversationId()));
     if (existing && joins(placed, *existing))
     {
+        if (beforeJoining)
+        {
+            beforeJoining(*existing);
+        }
         existing->prepend(placed.clone());
         return existing;
     }
@@ -142,11 +145,28 @@ std::unique_ptr<Conversation> ItemPlacement::makeExtraConversation(ConversationI
     std::unique_ptr<Conversation> conversation(factory_.createConversation(generator));
     conversation->append(item);
     conversation->setExtraActiveConversation(true);
-    if (beside && conversation->getFirstName().empty() && conversation->getLastName().empty())
-    {
-        conversation->updateName(beside->getFirstName(), beside->getLastName());
-    }
+    nameLike(beside, *conversation);
     return conversation;
+}
+
+/** In a rebuild the conversation beside gets its name from its history, which comes after the live calls. */
+void ItemPlacement::nameExtraConversations()
+{
+    for (Conversation* conversation : conversations_)
+    {
+        if (conversation->extraActiveConversation())
+        {
+            nameLike(conversations_.find(TakesHistoryOfNumber(conversation->getNumber())), *conversation);
+        }
+    }
+}
+
+void ItemPlacement::nameLike(const Conversation* beside, Conversation& conversation)
+{
+    if (beside && conversation.getFirstName().empty() && conversation.getLastName().empty())
+    {
+        conversation.updateName(beside->getFirstName(), beside->getLastName());
+    }
 }
 
 /** Whether the item of a new conversation belongs to the one that has the same id already. */

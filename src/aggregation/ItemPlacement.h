@@ -6,6 +6,7 @@
  */
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -20,6 +21,8 @@ class ConversationList;
 class ItemPlacement
 {
   public:
+    using BeforeJoining = std::function<void(Conversation& existing)>;
+
     /** `extraCallIds` numbers the conversations of a party's second live call. */
     ItemPlacement(ConversationList& conversations, ConversationFactory& factory, ConversationIDGenerator& extraCallIds);
 
@@ -28,6 +31,9 @@ class ItemPlacement
 
     /** Where a single item belongs; null when it starts a conversation. */
     Conversation* getConversationAssociatedWithItem(ConversationItem* item);
+
+    /** Who has the number, the party's own conversation before those that only last as long as a call. */
+    Conversation* getConversationOfNumber(const std::string& number);
 
     /** Who holds an item of this call, wherever it stands among the items; null for nobody and for "". */
     Conversation* getConversationHoldingCall(const std::string& callId);
@@ -38,11 +44,16 @@ class ItemPlacement
     /**
      * Starts a conversation with the item, which it takes; without a generator, the factory's own gives the
      * id. Answers the conversation of that id that was there already if the item belongs to it, null when no
-     * conversation could be made.
+     * conversation could be made. `beforeJoining` is told of that one before it gets the item.
      */
-    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator);
+    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
+                                     const BeforeJoining& beforeJoining = nullptr);
+
+    /** Names second calls of a party, where they bring no name, like the party's conversation. */
+    void nameExtraConversations();
 
   private:
+    static void nameLike(const Conversation* beside, Conversation& conversation);
     Conversation* findAnonymousTarget(ConversationItem* item);
     Conversation* getLiveConversationBeside(ConversationItem* item);
     std::unique_ptr<Conversation> makeConversation(ConversationItem* item);

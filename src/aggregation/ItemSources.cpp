@@ -1,7 +1,7 @@
 #include "aggregation/ItemSources.h"
 
+#include "ConversationAPI/ConversationItem.h"
 #include "ConversationAPI/ConversationItemSourceIfc.h"
-#include "model/ItemOrder.h"
 
 namespace ConversationAPI
 {
@@ -38,7 +38,7 @@ bool ItemSources::hasItems(ConversationItemSourceIfc& source)
     return !items.empty();
 }
 
-std::vector<ConversationItem*> ItemSources::sortedConversationItems()
+std::vector<ConversationItem*> ItemSources::getConversationItems()
 {
     std::vector<ConversationItem*> all;
     forEach(
@@ -49,7 +49,6 @@ std::vector<ConversationItem*> ItemSources::sortedConversationItems()
             std::copy_if(items.begin(), items.end(), std::back_inserter(all),
                          [](const ConversationItem* item) { return item != nullptr; });
         });
-    sortByItemOrder(all, [](const ConversationItem* item) { return item; });
     return all;
 }
 } // namespace ConversationAPI

@@ -24,8 +24,8 @@ class ItemSources
     /** The source reports to nobody any more. Whether it still has items. */
     bool remove(ConversationItemSourceIfc* source);
 
-    /** New items of all sources, in the order of items; the caller owns them. */
-    std::vector<ConversationItem*> sortedConversationItems();
+    /** New items of all sources, source by source; the caller owns them. */
+    std::vector<ConversationItem*> getConversationItems();
 
     template <typename Request>
     void forEach(Request request)

@@ -7,7 +7,6 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "lists/IndexedConversations.h"
 #include "lists/NumberIndex.h"
-#include "model/ItemOrder.h"
 
 #include <algorithm>
 #include <cctype>
@@ -178,6 +177,12 @@ bool ConversationList::contains(Conversation* conversation) const
     return conversations_->contains(conversation);
 }
 
+std::size_t ConversationList::indexOf(Conversation* conversation) const
+{
+    const CriticalSection guard(lock_);
+    return conversations_->position(conversation);
+}
+
 ConversationList::iterator ConversationList::begin()
 {
     return sequence().begin();
@@ -262,9 +267,7 @@ Conversation* ConversationList::getAnonymousConversation() const
 void ConversationList::sort()
 {
     const CriticalSection guard(lock_);
-    std::vector<Conversation*> sorted = sequence();
-    sortByItemOrder(sorted, [](const Conversation* conversation) { return conversation->initialItem(); });
-    conversations_->reorder(std::move(sorted));
+    conversations_->sort();
 }
 
 void ConversationList::sortAlphabetically()
@@ -284,7 +287,7 @@ void ConversationList::sortAlphabetically()
     {
         sorted.push_back(entry.second);
     }
-    conversations_->reorder(std::move(sorted));
+    conversations_->reorder(sorted);
 }
 
 ConversationList::ConversationSet ConversationList::asSet() const

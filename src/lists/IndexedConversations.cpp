@@ -4,7 +4,6 @@
 #include "ConversationAPI/ConversationCandidates.h"
 #include "ConversationAPI/ConversationUnaryCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
-#include "model/EraseEntry.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -42,10 +41,10 @@ class IndexedConversations::Candidates : public ConversationCandidates
         members_.assign(all.unobserved_.begin(), all.unobserved_.end());
     }
 
-    void withNumber(const std::string& number) override { add(all_.byNumber_, number); }
-    void withConversationId(const std::string& id) override { add(all_.byId_, id); }
-    void withExchangeContactId(const std::string& id) override { add(all_.byExchangeContactId_, id); }
-    void withCallId(const std::string& callId) override { add(all_.byCallId_, callId); }
+    void withNumber(const std::string& number) override { all_.byNumber_.collect(number, members_); }
+    void withConversationId(const std::string& id) override { all_.byId_.collect(id, members_); }
+    void withExchangeContactId(const std::string& id) override { all_.byExchangeContactId_.collect(id, members_); }
+    void withCallId(const std::string& callId) override { all_.byCallId_.collect(callId, members_); }
     void thatAreAnonymous() override { add(all_.anonymous_); }
     void thatAreLive() override { add(all_.live_); }
 
@@ -61,12 +60,6 @@ class IndexedConversations::Candidates : public ConversationCandidates
     }
 
   private:
-    void add(const Index& index, const std::string& key)
-    {
-        const auto range = index.equal_range(key);
-        std::for_each(range.first, range.second, [this](const auto& keyed) { members_.push_back(keyed.second); });
-    }
-
     void add(const Group& group) { members_.insert(members_.end(), group.begin(), group.end()); }
 
     const IndexedConversations& all_;
@@ -76,13 +69,7 @@ class IndexedConversations::Candidates : public ConversationCandidates
 std::size_t IndexedConversations::position(Conversation* conversation) const
 {
     const auto member = members_.find(conversation);
-    return member == members_.end() ? sequence_.size() : positionOf(member->second);
-}
-
-std::size_t IndexedConversations::positionOf(const Member& member) const
-{
-    const auto place = std::lower_bound(orders_.begin(), orders_.end(), member.order);
-    return static_cast<std::size_t>(place - orders_.begin());
+    return member == members_.end() ? inOrder().size() : sequence_.placeOf(member->second);
 }
 
 Conversation* IndexedConversations::findFirst(const ConversationUnaryCondition& condition)
@@ -96,31 +83,25 @@ Conversation* IndexedConversations::findFirst(const ConversationUnaryCondition& 
                                         [&condition](const Member* member) { return condition(member->conversation); });
         return found == members.end() ? nullptr : (*found)->conversation;
     }
-    const auto found = std::find_if(sequence_.begin(), sequence_.end(),
+    const auto found = std::find_if(inOrder().begin(), inOrder().end(),
                                     [&condition](Conversation* conversation) { return condition(conversation); });
-    return found == sequence_.end() ? nullptr : *found;
+    return found == inOrder().end() ? nullptr : *found;
 }
 
 void IndexedConversations::pushBack(Conversation* conversation, bool isObserved)
 {
-    const Member& member = newMember(conversation, isObserved, orders_.empty() ? 0 : orders_.back() + 1);
-    sequence_.push_back(conversation);
-    orders_.push_back(member.order);
+    sequence_.pushBack(newMember(conversation, isObserved));
 }
 
 void IndexedConversations::pushFront(Conversation* conversation, bool isObserved)
 {
-    const Member& member = newMember(conversation, isObserved, orders_.empty() ? 0 : orders_.front() - 1);
-    sequence_.insert(sequence_.begin(), conversation);
-    orders_.insert(orders_.begin(), member.order);
+    sequence_.pushFront(newMember(conversation, isObserved));
 }
 
-IndexedConversations::Member& IndexedConversations::newMember(Conversation* conversation, bool isObserved,
-                                                              std::int64_t order)
+IndexedConversations::Member& IndexedConversations::newMember(Conversation* conversation, bool isObserved)
 {
     Member& member = members_[conversation];
     member.conversation = conversation;
-    member.order = order;
     member.isObserved = isObserved;
     if (isObserved)
     {
@@ -135,18 +116,16 @@ IndexedConversations::Member& IndexedConversations::newMember(Conversation* conv
 
 void IndexedConversations::removeAt(std::size_t position)
 {
-    const auto offset = static_cast<std::ptrdiff_t>(position);
-    const auto member = members_.find(sequence_[position]);
-    forget(member->second);
-    members_.erase(member);
-    sequence_.erase(sequence_.begin() + offset);
-    orders_.erase(orders_.begin() + offset);
+    Member& member = sequence_.at(position);
+    Conversation* conversation = member.conversation;
+    sequence_.removeAt(position);
+    forget(member);
+    members_.erase(conversation);
 }
 
 void IndexedConversations::clear()
 {
     sequence_.clear();
-    orders_.clear();
     stale_.clear();
     members_.clear();
     unobserved_.clear();
@@ -158,14 +137,28 @@ void IndexedConversations::clear()
     byCallId_.clear();
 }
 
-void IndexedConversations::reorder(std::vector<Conversation*> sequence)
+void IndexedConversations::sort()
 {
-    sequence_ = std::move(sequence);
-    for (std::size_t place = 0; place < sequence_.size(); ++place)
+    if (sequence_.isSorted())
     {
-        orders_[place] = static_cast<std::int64_t>(place);
-        members_[sequence_[place]].order = orders_[place];
+        refreshStaleMembers();
     }
+    for (Member* member : unobserved_)
+    {
+        sequence_.changed(*member);
+    }
+    sequence_.sort();
+}
+
+void IndexedConversations::reorder(const std::vector<Conversation*>& sequence)
+{
+    ListSequence::Members members;
+    members.reserve(sequence.size());
+    for (Conversation* conversation : sequence)
+    {
+        members.push_back(&members_.at(conversation));
+    }
+    sequence_.reorder(std::move(members));
 }
 
 void IndexedConversations::setObserved(Conversation* conversation, bool isObserved)
@@ -219,6 +212,7 @@ void IndexedConversations::refresh(Member& member)
 {
     const Conversation& conversation = *member.conversation;
     member.isStale = false;
+    sequence_.changed(member);
     if (!member.contact.sharesWith(conversation.contactDetails()))
     {
         eraseContact(byNumber_, member);
@@ -248,12 +242,12 @@ void IndexedConversations::reindex(Index& index, Member& member, SharedText& key
     }
     if (!key.empty())
     {
-        eraseEntry(index, key.view(), &member);
+        index.remove(key.view(), &member);
     }
     key = newKey;
     if (!key.empty())
     {
-        index.emplace(key.view(), &member);
+        index.add(key.view(), &member);
     }
 }
 
@@ -275,7 +269,7 @@ void IndexedConversations::refreshCallIds(Member& member)
         member.callIds = std::move(callIds);
         for (const SharedText& callId : member.callIds)
         {
-            byCallId_.emplace(callId.view(), &member);
+            byCallId_.add(callId.view(), &member);
         }
     }
     if (member.isLive != member.conversation->isActiveOrProgressingOrClearing())
@@ -289,7 +283,7 @@ void IndexedConversations::forgetCallIds(Member& member)
 {
     for (const SharedText& callId : member.callIds)
     {
-        eraseEntry(byCallId_, callId.view(), &member);
+        byCallId_.remove(callId.view(), &member);
     }
     member.callIds.clear();
 }
@@ -299,7 +293,7 @@ void IndexedConversations::insertContact(Index& index, Member& member)
     const ContactDetails& contact = *member.contact;
     if (!contact.number.empty())
     {
-        index.emplace(contact.number, &member);
+        index.add(contact.number, &member);
     }
     for (auto number = contact.numbers.begin(); number != contact.numbers.end(); ++number)
     {
@@ -307,17 +301,20 @@ void IndexedConversations::insertContact(Index& index, Member& member)
             *number == contact.number || std::find(contact.numbers.begin(), number, *number) != number;
         if (!number->empty() && !isRepeated)
         {
-            index.emplace(*number, &member);
+            index.add(*number, &member);
         }
     }
 }
 
 void IndexedConversations::eraseContact(Index& index, Member& member)
 {
-    eraseEntry(index, member.contact->number, &member);
+    index.remove(member.contact->number, &member);
     for (const std::string& number : member.contact->numbers)
     {
-        eraseEntry(index, number, &member);
+        if (!number.empty())
+        {
+            index.remove(number, &member);
+        }
     }
 }
 

@@ -8,14 +8,12 @@
  */
 #pragma once
 
-#include "ConversationAPI/ContactDetails.h"
-#include "ConversationAPI/CopyOnWrite.h"
-#include "ConversationAPI/SharedText.h"
+#include "lists/ListMember.h"
+#include "lists/ListSequence.h"
+#include "model/KeyIndex.h"
 
-#include <cstdint>
 #include <memory_resource>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -28,7 +26,7 @@ class ConversationUnaryCondition;
 class IndexedConversations
 {
   public:
-    const std::vector<Conversation*>& inOrder() const { return sequence_; }
+    const std::vector<Conversation*>& inOrder() const { return sequence_.conversations(); }
     bool contains(Conversation* conversation) const { return members_.count(conversation) != 0; }
 
     /** The place in the sequence, its size when the conversation is not in it. */
@@ -43,30 +41,19 @@ class IndexedConversations
     void removeAt(std::size_t position);
     void clear();
 
+    /** By initial items; stable. */
+    void sort();
+
     /** The same conversations in another order. */
-    void reorder(std::vector<Conversation*> sequence);
+    void reorder(const std::vector<Conversation*>& sequence);
 
     void setObserved(Conversation* conversation, bool isObserved);
     void keysChanged(Conversation* conversation);
 
   private:
-    /** A conversation and the keys under which it is indexed now. */
-    struct Member
-    {
-        Conversation* conversation = nullptr;
-        std::int64_t order = 0; ///< grows along the sequence
-        bool isObserved = true;
-        bool isStale = false;
-        bool isAnonymous = false;
-        bool isLive = false;
-        CopyOnWrite<ContactDetails> contact;
-        SharedText id;
-        SharedText exchangeContactId;
-        std::vector<SharedText> callIds;
-    };
+    using Member = ListMember;
 
-    /** The texts are those of the members. */
-    using Index = std::pmr::unordered_multimap<std::string_view, Member*>;
+    using Index = KeyIndex<Member>;
     using Group = std::pmr::unordered_set<Member*>;
     class Candidates;
 
@@ -74,8 +61,7 @@ class IndexedConversations
     static void eraseContact(Index& index, Member& member);
     static void reindex(Index& index, Member& member, SharedText& key, const SharedText& newKey);
 
-    Member& newMember(Conversation* conversation, bool isObserved, std::int64_t order);
-    std::size_t positionOf(const Member& member) const;
+    Member& newMember(Conversation* conversation, bool isObserved);
     void markStale(Member& member);
     void refreshStaleMembers();
     void refresh(Member& member);
@@ -83,8 +69,7 @@ class IndexedConversations
     void forgetCallIds(Member& member);
     void forget(Member& member);
 
-    std::vector<Conversation*> sequence_;
-    std::vector<std::int64_t> orders_; ///< of the members at the same places
+    ListSequence sequence_;
     std::vector<Conversation*> stale_;
     std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
     std::pmr::unordered_map<Conversation*, Member> members_{&memory_};

@@ -1,6 +1,9 @@
 /**
  * Which conversation of a list has a telephone number: one for each number, the last that claimed it.
  *
+ * Lists are filled and emptied far more often than they are asked for a number: what is claimed and given up is
+ * written down, and the index is brought up to date when it is asked or when too much has gathered.
+ *
  * Forgetting a conversation takes time by its numbers, not by those of the list. "First" and "last" are meant in
  * the order of the numbers' bytes; they are asked for rarely, so the index itself is not kept in that order.
  */
@@ -11,6 +14,7 @@
 #include <memory_resource>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -46,9 +50,18 @@ class NumberIndex
   private:
     using Claims = boost::container::small_vector<Numbers::pointer, 1>;
 
+    /** A number that a conversation claims or, without conversation, that goes; without number, a conversation. */
+    struct Change
+    {
+        std::string number;
+        Conversation* conversation;
+        bool isRemoval;
+    };
+
     template <typename Predicate, typename Precedes>
     Conversation* findExtreme(Predicate predicate, Precedes precedes) const
     {
+        applyChanges();
         const Numbers::value_type* best = nullptr;
         for (const auto& entry : numbers_)
         {
@@ -60,10 +73,15 @@ class NumberIndex
         return best ? best->second : nullptr;
     }
 
-    void forgetClaim(Numbers::value_type& number);
+    void note(Change change);
+    void applyChanges() const;
+    void apply(const Change& change) const;
+    void removeNow(Conversation* conversation) const;
+    void forgetClaim(Numbers::value_type& number) const;
 
-    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
-    Numbers numbers_{&memory_};
-    std::pmr::unordered_map<Conversation*, Claims> claims_{&memory_};
+    mutable std::vector<Change> changes_;                   ///< that the index does not show yet
+    mutable std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    mutable Numbers numbers_{&memory_};
+    mutable std::pmr::unordered_map<Conversation*, Claims> claims_{&memory_};
 };
 } // namespace ConversationAPI

@@ -1,6 +1,8 @@
 #include "ConversationAPI/PhantomCondition.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
+#include "ConversationAPI/WellKnownNames.h"
 
 namespace ConversationAPI
 {
@@ -11,6 +13,13 @@ PhantomCondition::PhantomCondition(Conversation* phantom) : phantom_(phantom) {}
 bool PhantomCondition::operator()(Conversation* conversation) const
 {
     return phantom_ && conversation->isPhantomConversation() && phantom_->isPhantomConversation();
+}
+
+/** All phantoms show the same id. */
+bool PhantomCondition::gatherCandidates(ConversationCandidates& candidates) const
+{
+    candidates.withConversationId(std::string(PHANTOM_CONVERSATION_ID));
+    return true;
 }
 } // namespace ConversationListConditions
 } // namespace ConversationAPI

@@ -84,7 +84,7 @@ const std::string& Conversation::generateConversationID()
 {
     if (id_.empty())
     {
-        storeId(SharedText(idGenerator_.getConversationID(this)));
+        storeId(idGenerator_.getSharedConversationID(this));
         CONVERSATION_LOG(6, "Conversation[%p]id=%s", static_cast<void*>(this), getShortConversationId().c_str());
     }
     return id_.str();
@@ -113,6 +113,7 @@ void Conversation::ensureInitialItemExists(long time)
     if (data_.initialItem() == nullptr)
     {
         data_.setDummyItem(makeContactItem(time));
+        keysChanged();
     }
 }
 
@@ -166,6 +167,26 @@ void Conversation::append(ConversationItem* item)
     }
 }
 
+void Conversation::appendAll(const std::vector<ConversationItem*>& items)
+{
+    if (items.empty())
+    {
+        return;
+    }
+    const CopyOnWrite<ContactDetails> before = contactDetails();
+    {
+        const CriticalSection guard(lock_);
+        data_.reserve(std::min(data_.items().size() + items.size(), MOST_HISTORY_ITEMS + 1));
+        for (ConversationItem* item : items)
+        {
+            takeContactFrom(*item);
+            addItem(OwnedItem(item));
+        }
+    }
+    contactNumbersChanged(before->numbers);
+    notifyObserversConversationIsModified();
+}
+
 void Conversation::prepend(ConversationItem* item)
 {
     append(item);
@@ -180,11 +201,9 @@ void Conversation::addWithContact(OwnedItem item)
 
 void Conversation::addItem(OwnedItem item)
 {
+    const bool heldOnlyPlainItems = data_.holdsOnlyPlainItems();
+    const ConversationItem* shownBefore = initialItem();
     itemWasAdded_ = true;
-    if (!data_.holdsOnlyPlainItems())
-    {
-        keysChanged();
-    }
     data_.removeEquivalent(*item);
     if (item->isEndingRemoteCall() && !data_.holdsOnlyPlainItems())
     {
@@ -199,20 +218,20 @@ void Conversation::addItem(OwnedItem item)
         setDeletable(false);
     }
     consumeItem(std::move(item));
+    if (!heldOnlyPlainItems || !data_.holdsOnlyPlainItems() || initialItem() != shownBefore)
+    {
+        keysChanged();
+    }
 }
 
 void Conversation::consumeItem(OwnedItem item)
 {
-    if (!itemNeedsAddingToConversation(*item))
+    if (!itemNeedsAddingToConversation(*item) || data_.isOlderThanAll(*item, MOST_HISTORY_ITEMS))
     {
         return;
     }
     ConversationItem& added = *item;
     data_.insert(std::move(item));
-    if (!data_.holdsOnlyPlainItems())
-    {
-        keysChanged();
-    }
     added.shareExchangeContactId(exchangeContactIdText());
     generateConversationID();
     added.shareConversationId(id_);
@@ -252,6 +271,7 @@ void Conversation::updateItem(ConversationItem* item)
         data_.removeIf([&id](const ConversationItem& held) { return !id.empty() && held.conversationItemId() == id; });
         addItem(std::move(owned));
     }
+    keysChanged();
     notifyObserversConversationIsModified();
 }
 
@@ -455,10 +475,15 @@ void Conversation::traceItems() const
 void Conversation::updateContactFrom(const ConversationItem& item)
 {
     const CopyOnWrite<ContactDetails> before = contactDetails();
+    takeContactFrom(item);
+    contactNumbersChanged(before->numbers);
+}
+
+void Conversation::takeContactFrom(const ConversationItem& item)
+{
     const ConversationItem* shown = data_.empty() ? nullptr : initialItem();
     updateNameAndNumber(item, shown);
     updateSecondPartyNameAndNumber(item, shown);
-    contactNumbersChanged(before->numbers);
 }
 
 /**
@@ -486,6 +511,7 @@ Conversation::OwnedItem Conversation::makeContactItem(long time) const
 void Conversation::refreshDummyItem()
 {
     data_.setDummyItem(makeContactItem(data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0));
+    keysChanged();
 }
 
 void Conversation::callEnded(const std::string& callId)
@@ -499,7 +525,10 @@ void Conversation::contactChanged()
     {
         refreshDummyItem();
     }
-    keysChanged();
+    else
+    {
+        keysChanged();
+    }
 }
 
 void Conversation::contactNumbersChanged(const ContactNumbers& before)

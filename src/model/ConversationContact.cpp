@@ -261,8 +261,7 @@ void ConversationContact::updateNameAndNumber(const ConversationItem& item, cons
     {
         takeFrom(party);
     }
-    else if (getFirstName().empty() && getLastName().empty() && !party.isAnonymous() &&
-             party.surnameText() != CTI_ASSISTED_NAME)
+    else if (getFirstName().empty() && getLastName().empty() && !party.isAnonymous() && !party.isCTIAssisted())
     {
         // Whether an older call with a name comes before or after newer ones without, as in a rebuild: it tells.
         updateName(party.firstNameText(), party.surnameText());

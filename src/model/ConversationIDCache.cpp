@@ -1,7 +1,6 @@
 #include "model/ConversationIDCache.h"
 
 #include "ConversationAPI/WellKnownNames.h"
-#include "model/EraseEntry.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -31,7 +30,7 @@ PartyKeys partyKeys(const ConversationItem& item)
         {
             add(party.contactNumber(slot));
         }
-        if (party.surnameText() == ANONYMOUS_NAME)
+        if (party.hasAnonymousName())
         {
             add(ANONYMOUS_NAME);
         }
@@ -41,16 +40,6 @@ PartyKeys partyKeys(const ConversationItem& item)
         keys.push_back({});
     }
     return keys;
-}
-
-template <typename Index, typename Candidates>
-void collect(const Index& index, std::string_view key, Candidates& candidates)
-{
-    const auto range = index.equal_range(key);
-    for (auto found = range.first; found != range.second; ++found)
-    {
-        candidates.push_back(found->second);
-    }
 }
 } // namespace
 
@@ -69,20 +58,20 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
     boost::container::small_vector<const Entry*, 8> candidates;
     for (const std::string_view key : partyKeys(candidate))
     {
-        collect(byParty_, key, candidates);
+        byParty_.collect(key, candidates);
     }
     if (candidate.hasExchangeContactId())
     {
-        collect(byExchangeContactId_, candidate.exchangeContactIdText().view(), candidates);
+        byExchangeContactId_.collect(candidate.exchangeContactIdText().view(), candidates);
     }
     if (candidate.hasConversationId())
     {
-        collect(byConversationId_, candidate.conversationIdText().view(), candidates);
+        byConversationId_.collect(candidate.conversationIdText().view(), candidates);
     }
-    if (!callIds_.empty() && candidate.isActiveOrProgressingOrClearing())
+    if (!byCallId_.empty() && candidate.isActiveOrProgressingOrClearing())
     {
-        collect(byCallId_, candidate.getCallId(), candidates);
-        collect(byCallId_, GROUP_PICKUP_CALL_ID, candidates);
+        byCallId_.collect(candidate.getCallId(), candidates);
+        byCallId_.collect(GROUP_PICKUP_CALL_ID, candidates);
     }
     if (candidates.size() > 1)
     {
@@ -101,9 +90,9 @@ const ConversationIDCache::Entry* ConversationIDCache::walkToFirst(const Convers
     return found == entries_.end() ? nullptr : &*found;
 }
 
-void ConversationIDCache::put(const std::string& id, std::unique_ptr<ConversationItem> item)
+void ConversationIDCache::put(const SharedText& id, std::unique_ptr<ConversationItem> item)
 {
-    const auto old = byId_.find(id);
+    const auto old = byId_.find(id.view());
     if (old != byId_.end())
     {
         remove(old->second);
@@ -111,41 +100,49 @@ void ConversationIDCache::put(const std::string& id, std::unique_ptr<Conversatio
     entries_.push_back(Entry{std::move(item), id, nextSequence_++});
     const Entry& entry = entries_.back();
     const ConversationItem& cached = *entry.item;
-    byId_.emplace(entry.id, std::prev(entries_.end()));
+    byId_.emplace(entry.id.view(), std::prev(entries_.end()));
     for (const std::string_view key : partyKeys(cached))
     {
-        byParty_.emplace(key, &entry);
+        byParty_.add(key, &entry);
     }
     if (cached.hasExchangeContactId())
     {
-        byExchangeContactId_.emplace(cached.exchangeContactIdText().view(), &entry);
+        byExchangeContactId_.add(cached.exchangeContactIdText().view(), &entry);
     }
     if (cached.hasConversationId())
     {
-        byConversationId_.emplace(cached.conversationIdText().view(), &entry);
+        byConversationId_.add(cached.conversationIdText().view(), &entry);
     }
     if (cached.isActiveOrProgressingOrClearing())
     {
-        byCallId_.emplace(callIds_.emplace(&entry, cached.getCallId()).first->second, &entry);
+        byCallId_.add(cached.getCallId(), &entry);
     }
 }
 
-void ConversationIDCache::remove(std::list<Entry>::iterator entry)
+void ConversationIDCache::markInUse(const std::string& id)
+{
+    const Entry* entry = find(id);
+    if (entry)
+    {
+        entry->isInUse = true;
+    }
+}
+
+void ConversationIDCache::remove(Entries::iterator entry)
 {
     const Entry* gone = &*entry;
-    for (const std::string_view key : partyKeys(*gone->item))
+    const ConversationItem& item = *gone->item;
+    for (const std::string_view key : partyKeys(item))
     {
-        eraseEntry(byParty_, key, gone);
+        byParty_.remove(key, gone);
     }
-    eraseEntry(byExchangeContactId_, gone->item->exchangeContactIdText().view(), gone);
-    eraseEntry(byConversationId_, gone->item->conversationIdText().view(), gone);
-    const auto callId = callIds_.find(gone);
-    if (callId != callIds_.end())
+    byExchangeContactId_.remove(item.exchangeContactIdText().view(), gone);
+    byConversationId_.remove(item.conversationIdText().view(), gone);
+    if (!byCallId_.empty())
     {
-        eraseEntry(byCallId_, callId->second, gone);
-        callIds_.erase(callId);
+        byCallId_.remove(item.getCallId(), gone);
     }
-    byId_.erase(gone->id);
+    byId_.erase(gone->id.view());
     entries_.erase(entry);
 }
 } // namespace ConversationAPI

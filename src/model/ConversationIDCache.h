@@ -7,14 +7,16 @@
 #pragma once
 
 #include "ConversationAPI/ConversationItem.h"
+#include "model/KeyIndex.h"
 
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -26,15 +28,17 @@ class ConversationIDCache
     struct Entry
     {
         std::unique_ptr<ConversationItem> item;
-        std::string id;
+        SharedText id;
         std::uint64_t sequence;
+        mutable bool isInUse = false;
     };
+    using Entries = std::pmr::list<Entry>;
 
     /** Whether all tests imply sameness of items, so that the index holds every entry that can pass. */
     explicit ConversationIDCache(bool testsImplySameness) : isIndexUsed_(testsImplySameness) {}
 
     bool empty() const { return entries_.empty(); }
-    const std::list<Entry>& entries() const { return entries_; }
+    const Entries& entries() const { return entries_; }
 
     /** Null when no entry has the id. */
     const Entry* find(const std::string& id) const;
@@ -43,18 +47,21 @@ class ConversationIDCache
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
 
     /** Appends an entry; one of the same id is replaced by it. */
-    void put(const std::string& id, std::unique_ptr<ConversationItem> item);
+    void put(const SharedText& id, std::unique_ptr<ConversationItem> item);
 
-    /** Removes every entry whose id is not among these; tells each id before it goes. */
+    /** The id outlives the next removeUnused(). */
+    void markInUse(const std::string& id);
+
+    /** Removes every entry whose id was not marked since the last time; tells each id before it goes. */
     template <typename Removing>
-    void keepOnly(const std::unordered_set<std::string_view>& ids, Removing removing)
+    void removeUnused(Removing removing)
     {
         for (auto entry = entries_.begin(); entry != entries_.end();)
         {
             const auto next = std::next(entry);
-            if (ids.count(entry->id) == 0)
+            if (!std::exchange(entry->isInUse, false))
             {
-                removing(entry->id);
+                removing(entry->id.str());
                 remove(entry);
             }
             entry = next;
@@ -62,20 +69,19 @@ class ConversationIDCache
     }
 
   private:
-    /** The texts belong to the items of the entries. */
-    using Index = std::unordered_multimap<std::string_view, const Entry*>;
+    using Index = KeyIndex<const Entry>;
 
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
-    void remove(std::list<Entry>::iterator entry);
+    void remove(Entries::iterator entry);
 
     const bool isIndexUsed_;
-    std::list<Entry> entries_;
-    std::unordered_map<std::string_view, std::list<Entry>::iterator> byId_;
-    Index byParty_;
-    Index byExchangeContactId_;
-    Index byConversationId_;
-    Index byCallId_;
-    std::unordered_map<const Entry*, std::string> callIds_; ///< owns the texts of byCallId_
+    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    Entries entries_{&memory_};
+    std::pmr::unordered_map<std::string_view, Entries::iterator> byId_{&memory_}; ///< the ids are those of the entries
+    Index byParty_{&memory_};
+    Index byExchangeContactId_{&memory_};
+    Index byConversationId_{&memory_};
+    Index byCallId_{&memory_};
     std::uint64_t nextSequence_ = 0;
 };
 } // namespace ConversationAPI

@@ -8,4 +8,9 @@ void ConversationIDGenerator::remember(const std::string& id, ConversationItem* 
 }
 
 void ConversationIDGenerator::callEnded(const std::string&, const std::string&, ConversationItem*) {}
+
+SharedText ConversationIDGenerator::getSharedConversationID(Conversation* conversation)
+{
+    return SharedText(getConversationID(conversation));
+}
 } // namespace ConversationAPI

@@ -119,7 +119,7 @@ bool ConversationItem::isSameConversationAs(const ConversationItem& other) const
     }
     if (isGroupCall())
     {
-        return getGroupName() == other.getGroupName() && getGroupNumber() == other.getGroupNumber() &&
+        return groupNameText() == other.groupNameText() && groupNumberText() == other.groupNumberText() &&
                doParticipantsMatch(other);
     }
     if (hasExchangeContactId() && other.hasExchangeContactId())
@@ -331,6 +331,18 @@ std::string ConversationItem::lastNumber()
     default:
         return party.getWorkNumber1();
     }
+}
+
+const SharedText& ConversationItem::groupNameText() const
+{
+    static const SharedText none;
+    return none;
+}
+
+const SharedText& ConversationItem::groupNumberText() const
+{
+    static const SharedText none;
+    return none;
 }
 
 void ConversationItem::clearParticipants()

@@ -236,9 +236,17 @@ void ConversationMerge::updateIdGeneratorCache()
             into_.idGenerator_.remember(into_.id_.str(), contact.get());
         }
     }
-    else if (ConversationItem* item = from_.initialItem())
+    else if (ConversationItem* item = lastingItem())
     {
-        into_.idGenerator_.updateCache(into_.id_.str(), item);
+        into_.idGenerator_.remember(into_.id_.str(), item);
     }
+}
+
+/** Remembered by a live call, the party's history would not be recognised once the call is over. */
+ConversationItem* ConversationMerge::lastingItem() const
+{
+    const auto lasting = std::find_if(from_.items().begin(), from_.items().end(),
+                                      [](const auto& item) { return !item->isActiveOrProgressingOrClearing(); });
+    return lasting == from_.items().end() ? from_.initialItem() : lasting->get();
 }
 } // namespace ConversationAPI

@@ -38,6 +38,7 @@ class ConversationMerge
     void finish();
     void restampItems();
     void updateIdGeneratorCache();
+    ConversationItem* lastingItem() const;
 
     Conversation& into_;
     const Conversation& from_;

@@ -17,6 +17,23 @@ ConversationParticipant::ConversationParticipant(const CallPartyIdentifier& part
     {
         saveLastName(std::string(ANONYMOUS_NAME));
     }
+    noteNames();
+}
+
+void ConversationParticipant::noteNames()
+{
+    const std::string& surname = surnameText();
+    hasAnonymousName_ = surname == ANONYMOUS_NAME;
+    isAnonymous_ = hasAnonymousName_ || (firstNameText().empty() && surname.empty() && numberText().empty());
+    isCTIAssisted_ = surname == CTI_ASSISTED_NAME;
+}
+
+void ConversationParticipant::setDetails(const std::string& firstName, const std::string& surname,
+                                         const std::string& number, PhoneNumberIconType numberType,
+                                         const std::string& picturePath, bool flag)
+{
+    CallPartyIdentifier::setDetails(firstName, surname, number, numberType, picturePath, flag);
+    noteNames();
 }
 
 std::string ConversationParticipant::getFirstName() const
@@ -275,7 +292,7 @@ bool ConversationParticipant::operator<(const ConversationParticipant& other) co
 
 bool ConversationParticipant::doNumbersMatch(const ConversationParticipant& other) const
 {
-    if (numberText().empty() && other.numberText().empty())
+    if (other.numberText().empty() && numberText().empty())
     {
         return false;
     }
@@ -301,17 +318,11 @@ bool ConversationParticipant::doesNumberMatchWithAnyNumber(const std::string& nu
 
 bool ConversationParticipant::bothNamesAnonymous(const ConversationParticipant& other) const
 {
-    return surnameText() == ANONYMOUS_NAME && other.surnameText() == ANONYMOUS_NAME;
+    return hasAnonymousName_ && other.hasAnonymousName_;
 }
 
 bool ConversationParticipant::anyNameCTIAssisted(const ConversationParticipant& other) const
 {
-    return surnameText() == CTI_ASSISTED_NAME || other.surnameText() == CTI_ASSISTED_NAME;
-}
-
-bool ConversationParticipant::isAnonymous() const
-{
-    return surnameText() == ANONYMOUS_NAME ||
-           (firstNameText().empty() && surnameText().empty() && numberText().empty());
+    return isCTIAssisted_ || other.isCTIAssisted_;
 }
 } // namespace ConversationAPI

@@ -118,6 +118,12 @@ bool DataThatShouldBeClonedOnCopy::holdsEndLaterThan(const ConversationItem& ite
                        [&item](const HeldItem& held) { return held->isEndingRemoteCall() && held->isLaterThan(item); });
 }
 
+bool DataThatShouldBeClonedOnCopy::isOlderThanAll(const ConversationItem& item, std::size_t count) const
+{
+    return holdsOnlyPlainItems() && items_.size() >= count && item.timeStampUTC() < items_.back().time() &&
+           isPlain(item);
+}
+
 void DataThatShouldBeClonedOnCopy::trimTo(std::size_t most)
 {
     while (items_.size() > most)

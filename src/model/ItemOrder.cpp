@@ -23,4 +23,20 @@ bool isOrderedByTimeAlone(ConversationItemState state)
         return false;
     }
 }
+
+ItemStanding standingOf(const ConversationItem* item)
+{
+    if (!item)
+    {
+        return {};
+    }
+    const bool isTimed = isOrderedByTimeAlone(item->getState());
+    return {isTimed ? ItemStanding::BY_TIME : ItemStanding::BESIDE_OTHERS, item->timeStampUTC()};
+}
+
+bool comesBefore(const ConversationItem& timed, const ConversationItem& other, bool cameBefore)
+{
+    return !other.lessThanOtherConsideringCreationTime(timed) &&
+           (timed.lessThanOtherConsideringCreationTime(other) || cameBefore);
+}
 } // namespace ConversationAPI

@@ -18,12 +18,34 @@ namespace ConversationAPI
 /** Whether items of this state have no place of their own in the order but that of their time. */
 bool isOrderedByTimeAlone(ConversationItemState state);
 
+/** By what something that is ordered by an item finds its place. */
+struct ItemStanding
+{
+    enum Kind : unsigned char
+    {
+        BY_TIME,
+        BESIDE_OTHERS, ///< only comparing it with other items tells
+        BEHIND_ALL     ///< there is no item
+    };
+
+    Kind kind = BEHIND_ALL;
+    long time = 0;
+
+    bool operator==(const ItemStanding& other) const { return kind == other.kind && time == other.time; }
+};
+
+/** The item may be null. */
+ItemStanding standingOf(const ConversationItem* item);
+
+/** Whether an item that is ordered by its time comes before one that is not; equals keep the order they had. */
+bool comesBefore(const ConversationItem& timed, const ConversationItem& other, bool cameBefore);
+
 /**
  * Sorts stably; `initialItem` gives the item by which an element is ordered, null for one that belongs behind
- * all others.
+ * all others. `note` is told each element and its standing.
  */
-template <typename Element, typename InitialItem>
-void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
+template <typename Element, typename InitialItem, typename Note>
+void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem, Note note)
 {
     struct Placed
     {
@@ -32,8 +54,6 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
         long time;
         std::size_t place;
     };
-    const auto precedes = [](const Placed& a, const Placed& b)
-    { return a.item->lessThanOtherConsideringCreationTime(*b.item); };
     std::vector<Placed> timed;
     std::vector<Placed> others;
     std::vector<Element> last;
@@ -41,24 +61,26 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
     for (const Element& element : elements)
     {
         const ConversationItem* item = initialItem(element);
-        if (!item)
+        const ItemStanding standing = standingOf(item);
+        note(element, standing);
+        if (standing.kind == ItemStanding::BEHIND_ALL)
         {
             last.push_back(element);
             continue;
         }
-        auto& kind = isOrderedByTimeAlone(item->getState()) ? timed : others;
-        kind.push_back(Placed{element, item, item->timeStampUTC(), timed.size() + others.size()});
+        auto& kind = standing.kind == ItemStanding::BY_TIME ? timed : others;
+        kind.push_back(Placed{element, item, standing.time, timed.size() + others.size()});
     }
     std::stable_sort(timed.begin(), timed.end(), [](const Placed& a, const Placed& b) { return a.time > b.time; });
-    insertionSort(others, precedes);
+    insertionSort(others, [](const Placed& a, const Placed& b)
+                  { return a.item->lessThanOtherConsideringCreationTime(*b.item); });
 
     auto out = elements.begin();
     auto nextTimed = timed.begin();
     for (const Placed& other : others)
     {
-        const auto isAheadOfOther = [&](const Placed& one)
-        { return !precedes(other, one) && (precedes(one, other) || one.place < other.place); };
-        for (; nextTimed != timed.end() && isAheadOfOther(*nextTimed); ++nextTimed)
+        for (; nextTimed != timed.end() && comesBefore(*nextTimed->item, *other.item, nextTimed->place < other.place);
+             ++nextTimed)
         {
             *out++ = nextTimed->element;
         }
@@ -69,5 +91,11 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
         *out++ = nextTimed->element;
     }
     std::copy(last.begin(), last.end(), out);
+}
+
+template <typename Element, typename InitialItem>
+void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
+{
+    sortByItemOrder(elements, initialItem, [](const Element&, const ItemStanding&) {});
 }
 } // namespace ConversationAPI

@@ -10,11 +10,16 @@ namespace
 {
 /** So many ids are kept as they come. */
 constexpr std::size_t FEW = 64;
+
+/** Of these nothing is repeated: a party has few journal entries, mostly one for each kind of call. */
+constexpr std::size_t LATEST = 4;
 } // namespace
 
 void JournalEntryIds::add(const std::string& id)
 {
-    if (id.empty() || (!ids_.empty() && ids_.back() == id))
+    const auto last = ids_.rbegin();
+    const auto end = last + static_cast<std::ptrdiff_t>(std::min(ids_.size(), LATEST));
+    if (id.empty() || std::find(last, end, id) != end)
     {
         return;
     }

@@ -35,6 +35,24 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     const bool sameNames = mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText();
     return sameNames || (mine.hasContactNumbers() && mine.hasSameContactNumbers(theirs));
 }
+/** Whether two placeholders are of one contact of which nothing has changed. */
+bool saysTheSame(const ConversationItem& a, const ConversationItem& b)
+{
+    if (!isPlaceholder(a) || !isPlaceholder(b) || a.participants().size() != 1 || b.participants().size() != 1 ||
+        a.exchangeContactIdText() != b.exchangeContactIdText())
+    {
+        return false;
+    }
+    const ConversationParticipant& mine = a.participants().front();
+    const ConversationParticipant& theirs = b.participants().front();
+    return mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText() &&
+           mine.comparableNumberText() == theirs.comparableNumberText() && mine.hasSameContactNumbers(theirs);
+}
+/** Remembered by one of its calls, a contact would not be recognised by its other numbers. */
+bool isCallOfContact(const ConversationItem& item, const ConversationItem& known)
+{
+    return isPlaceholder(known) && !isPlaceholder(item) && known.isSameConversationAs(item);
+}
 } // namespace
 
 bool RandomCachingConversationIDGenerator::isSameConversation(const ConversationItem* cached,
@@ -66,21 +84,26 @@ RandomCachingConversationIDGenerator::~RandomCachingConversationIDGenerator() = 
 
 std::string RandomCachingConversationIDGenerator::getConversationID(Conversation* conversation)
 {
+    return getSharedConversationID(conversation).str();
+}
+
+SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Conversation* conversation)
+{
     const CriticalSection guard(lock_);
     ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
     if (!item)
     {
-        return generateConversationId();
+        return SharedText(generateConversationId());
     }
     const ConversationIDCache::Entry* known = cache_->findFirst(*item, test_);
     if (!known)
     {
-        std::string newId = generateConversationId();
+        SharedText newId(generateConversationId());
         cache_->put(newId, std::unique_ptr<ConversationItem>(item->clone()));
-        CONVERSATION_LOG(6, "getConversationID new id [%s]", newId.c_str());
+        CONVERSATION_LOG(6, "getConversationID new id [%s]", newId.str().c_str());
         return newId;
     }
-    std::string id = known->id;
+    SharedText id = known->id;
     // A contact is remembered as such, with all its numbers, even where one of its calls came first: otherwise the
     // next contact that shares the call's number would be taken for this one.
     const bool isNewsOfContact = isPlaceholder(*item) && !isPlaceholder(*known->item);
@@ -88,7 +111,7 @@ std::string RandomCachingConversationIDGenerator::getConversationID(Conversation
     {
         cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
     }
-    CONVERSATION_LOG(6, "getConversationID [%s]", id.c_str());
+    CONVERSATION_LOG(6, "getConversationID [%s]", id.str().c_str());
     return id;
 }
 
@@ -105,7 +128,7 @@ void RandomCachingConversationIDGenerator::updateCache(const std::string& id, Co
         return;
     }
     const bool wasLast = entry == &cache_->entries().back();
-    cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+    cache_->put(SharedText(entry->id), std::unique_ptr<ConversationItem>(item->clone()));
     for (int updates = wasLast ? 1 : 2; updates > 0; --updates)
     {
         CONVERSATION_LOG(6, "updateCache updated id [%s]", id.c_str());
@@ -119,29 +142,33 @@ void RandomCachingConversationIDGenerator::garbageCollect()
     {
         return;
     }
-    std::vector<std::vector<std::string>> reported;
-    std::unordered_set<std::string_view> inUse;
     for (ConversationSourceIfc* source : sources_)
     {
         if (!source)
         {
             continue;
         }
-        reported.push_back(source->getInUseConversationIds());
-        inUse.reserve(inUse.size() + reported.back().size());
-        inUse.insert(reported.back().begin(), reported.back().end());
+        for (const std::string& id : source->getInUseConversationIds())
+        {
+            cache_->markInUse(id);
+        }
     }
-    cache_->keepOnly(inUse,
-                     [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+    cache_->removeUnused([](const std::string& id)
+                         { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
 }
 
 void RandomCachingConversationIDGenerator::remember(const std::string& id, ConversationItem* item)
 {
     {
         const CriticalSection guard(lock_);
-        if (item && !id.empty() && !cache_->find(id))
+        const ConversationIDCache::Entry* known = item && !id.empty() ? cache_->find(id) : nullptr;
+        if (known && (saysTheSame(*known->item, *item) || isCallOfContact(*item, *known->item)))
         {
-            cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+            return;
+        }
+        if (item && !id.empty() && !known && isPlaceholder(*item))
+        {
+            cache_->put(SharedText(id), std::unique_ptr<ConversationItem>(item->clone()));
             return;
         }
     }
@@ -155,7 +182,7 @@ void RandomCachingConversationIDGenerator::callEnded(const std::string& id, cons
     const ConversationIDCache::Entry* entry = remaining ? cache_->find(id) : nullptr;
     if (entry && entry->item->getCallId() == callId)
     {
-        cache_->put(id, std::unique_ptr<ConversationItem>(remaining->clone()));
+        cache_->put(SharedText(entry->id), std::unique_ptr<ConversationItem>(remaining->clone()));
     }
 }
 
@@ -172,7 +199,7 @@ std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conv
         return {};
     }
     const ConversationIDCache::Entry* entry = cache_->findFirst(*item, test_);
-    return entry ? entry->id : std::string();
+    return entry ? entry->id.str() : std::string();
 }
 
 int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::string& id)
@@ -180,7 +207,7 @@ int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::
     int index = 0;
     for (const auto& entry : cache_->entries())
     {
-        if (entry.id == id)
+        if (entry.id.view() == id)
         {
             return index;
         }

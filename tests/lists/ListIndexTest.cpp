@@ -5,6 +5,7 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HasAnyNumberMatchingAndIsDirectType.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
+#include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/IsSameConversationAsAndDirectCondition.h"
 #include "ConversationAPI/PhantomCondition.h"
 #include "ConversationAPI/UserIdMatchesAndIsDirectType.h"
@@ -126,6 +127,7 @@ class ListIndexTest : public testing::TestWithParam<unsigned>
         for (const std::string& callId : CALL_IDS)
         {
             all.push_back(std::make_unique<CallIDCondition>(callId));
+            all.push_back(std::make_unique<HoldsCallCondition>(callId));
             all.push_back(std::make_unique<UserIdMatchesAndIsDirectType>(callId));
         }
         for (const std::string& id : {std::string(), std::string("PhantomConversation"), someId_})
@@ -162,7 +164,7 @@ class ListIndexTest : public testing::TestWithParam<unsigned>
             [&] { list.pop(inside), keepOutside({inside}); },
             [&] { list.erase(chance(2) ? inside : Owned(inside->clone()).get()); },
             [&] { removeMatching(*drawCondition()); },
-            [&] { chance(4) ? list.findAndDeleteConversationsThatMatch(*drawCondition()) : list.sort(); },
+            [&] { list.findAndDeleteConversationsThatMatch(*drawCondition()); },
             [&] { list.sortAlphabetically(); },
             [&] { chance(8) ? empty() : list.clearPhantomConversation(); }};
         changes[draw(inside == nullptr ? 3 : changes.size())]();
@@ -258,6 +260,7 @@ class ListIndexTest : public testing::TestWithParam<unsigned>
             const auto found = list.findWithIndex(*condition);
             ASSERT_EQ(found.second, static_cast<unsigned>(walked - list.begin())) << typeid(*condition).name();
             ASSERT_EQ(found.first, walked == list.end() ? nullptr : *walked);
+            ASSERT_EQ(list.indexOf(found.first), found.second);
         }
         for (const std::string& number : NUMBERS)
         {
@@ -273,6 +276,21 @@ class ListIndexTest : public testing::TestWithParam<unsigned>
             ASSERT_TRUE(remembered == nullptr || isInside(remembered));
         }
         ASSERT_LE(list.getModifiedConversations().size(), 50U);
+    }
+
+    /** However few conversations a sort has to move, it gives what sorting all of them for the first time gives. */
+    void sortAsIfForTheFirstTime()
+    {
+        ConversationList fresh;
+        for (auto one = list.end(); one != list.begin();)
+        {
+            fresh.push_front(*--one);
+        }
+        fresh.sort();
+        const std::vector<Conversation*> expected(fresh.begin(), fresh.end());
+        fresh.clear();
+        list.sort();
+        ASSERT_EQ(std::vector<Conversation*>(list.begin(), list.end()), expected);
     }
 
     bool isInside(Conversation* one) const { return std::find(list.begin(), list.end(), one) != list.end(); }
@@ -297,6 +315,10 @@ TEST_P(ListIndexTest, AnswersAreThoseOfAWalkWhateverHappened)
         else
         {
             changeConversation(*inside);
+        }
+        if (chance(2))
+        {
+            ASSERT_NO_FATAL_FAILURE(sortAsIfForTheFirstTime()) << "step " << step;
         }
         if (Conversation* some = drawInside())
         {

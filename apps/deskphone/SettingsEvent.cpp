@@ -1,0 +1,69 @@
+#include "SettingsEvent.h"
+
+#include "TimeZone.h"
+
+#include <algorithm>
+
+namespace Deskphone
+{
+namespace
+{
+constexpr long LONGEST_EXTENSION = 15;
+
+bool isDigits(const std::string& text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+void readDigits(EventFields& fields, const std::string& name, std::string& setting)
+{
+    if (fields.has(name))
+    {
+        setting = fields.text(name);
+        if (!isDigits(setting))
+        {
+            throw TraceError("field " + inQuotes(name) + " must consist of digits");
+        }
+    }
+}
+} // namespace
+
+TelephoneSettings readSettings(EventFields& fields)
+{
+    TelephoneSettings settings;
+    settings.timeZone = fields.text("timeZone");
+    if (!settings.timeZone.empty() && !isTimeZone(settings.timeZone))
+    {
+        throw TraceError("field 'timeZone' is " + inQuotes(settings.timeZone) + ", which this machine does not know");
+    }
+    if (fields.has("country"))
+    {
+        settings.numbers.region = fields.requiredText("country");
+    }
+    readDigits(fields, "areaCode", settings.numbers.areaCode);
+    readDigits(fields, "outsidePrefix", settings.numbers.outsideLinePrefix);
+    settings.numbers.longestExtension = static_cast<std::size_t>(
+        fields.number("longestExtension", 0, LONGEST_EXTENSION, static_cast<long>(settings.numbers.longestExtension)));
+    if (fields.has("language"))
+    {
+        settings.language = fields.requiredText("language");
+    }
+    const EventFields::Choices<std::string> timeFormats = {{"12HR", "12HR"}, {"24HR", "24HR"}};
+    const EventFields::Choices<std::string> dateFormats = {{"DD.MM.YYYY", "DD.MM.YYYY"}, {"MM/DD/YYYY", "MM/DD/YYYY"}};
+    settings.timeFormat = fields.choice("timeFormat", timeFormats, settings.timeFormat);
+    settings.dateFormat = fields.choice("dateFormat", dateFormats, settings.dateFormat);
+    return settings;
+}
+
+void writeSettings(FieldWriter& fields, const TelephoneSettings& settings)
+{
+    fields.text("timeZone", settings.timeZone);
+    fields.text("country", settings.numbers.region);
+    fields.textEvenIfEmpty("areaCode", settings.numbers.areaCode);
+    fields.textEvenIfEmpty("outsidePrefix", settings.numbers.outsideLinePrefix);
+    fields.number("longestExtension", static_cast<long>(settings.numbers.longestExtension), -1);
+    fields.text("language", settings.language);
+    fields.text("timeFormat", settings.timeFormat);
+    fields.text("dateFormat", settings.dateFormat);
+}
+} // namespace Deskphone

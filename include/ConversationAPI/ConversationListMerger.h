@@ -1,0 +1,44 @@
+/**
+ * Merges the conversations of one source into those of a list that are the same.
+ *
+ * Applied to each conversation of the combined list in turn, it folds in all of the source's that are the same,
+ * as ConversationMerger run over the whole of the source's list would; it finds them by what their initial items
+ * have in common, so that not every pair is compared. Nothing is owned, and the source's list must not change
+ * meanwhile.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationExecutor.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationList;
+class ConversationMerger;
+class InitialItemIndex;
+
+class ConversationListMerger : public ConversationExecutor
+{
+  public:
+    explicit ConversationListMerger(const ConversationList& source);
+    ~ConversationListMerger() override;
+
+    ConversationListMerger(const ConversationListMerger&) = delete;
+    ConversationListMerger& operator=(const ConversationListMerger&) = delete;
+
+    void operator()(Conversation* conversation) override;
+
+    /** Those of the source that no conversation took in so far, in the source's order. */
+    std::vector<Conversation*> notMerged() const;
+
+  private:
+    std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, std::size_t first);
+
+    std::vector<Conversation*> conversations_;
+    std::vector<bool> isMerged_;
+    std::unique_ptr<InitialItemIndex> index_; ///< made when it is asked for first
+};
+} // namespace ConversationAPI

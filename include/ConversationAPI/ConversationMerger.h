@@ -1,0 +1,32 @@
+/**
+ * Folds every conversation that is the same as a target into it.
+ *
+ * Run over a list that does not hold the target. Neither target nor conversations are owned, and those that
+ * were merged stay as they are: copies of their items go into the target.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationExecutor.h"
+
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationMerger : public ConversationExecutor
+{
+  public:
+    explicit ConversationMerger(Conversation* target);
+
+    void operator()(Conversation* conversation) override;
+
+    bool hasMerged() const { return hasMerged_; }
+
+    /** In the order in which they were merged. */
+    const std::vector<Conversation*>& merged() const { return merged_; }
+
+  private:
+    Conversation* target_;
+    bool hasMerged_ = false;
+    std::vector<Conversation*> merged_;
+};
+} // namespace ConversationAPI

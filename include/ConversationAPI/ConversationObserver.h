@@ -1,0 +1,33 @@
+/**
+ * What a display implements to keep its rows like those of a conversation aggregator.
+ *
+ * docs/observers.md says when each operation comes and what may be done inside it. Conversations and lists stay
+ * the aggregator's; a conversation is valid until conversationDeleted() or conversationListChanged() came back.
+ * Indexes are places in the aggregator's list, from 0. UI thread only.
+ */
+#pragma once
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationList;
+
+class ConversationObserver
+{
+  public:
+    virtual ~ConversationObserver() = default;
+
+    /** The list is to be read anew as a whole; what was told of single conversations before no longer counts. */
+    virtual void conversationListChanged(ConversationList* list) = 0;
+
+    /** Neither the conversation's place nor anything but its presence changed. */
+    virtual void conversationPresenceUpdated(Conversation* conversation) = 0;
+
+    /** The conversation changed and stands at this index now, which may be where it stood before. */
+    virtual void conversationUpdatedAndMoved(Conversation* conversation, int index) = 0;
+    virtual void newConversation(Conversation* conversation, int index) = 0;
+
+    /** The conversation is about to go. */
+    virtual void conversationDeleted(Conversation* conversation) = 0;
+};
+} // namespace ConversationAPI

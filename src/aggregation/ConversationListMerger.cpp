@@ -1,0 +1,71 @@
+#include "ConversationAPI/ConversationListMerger.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationList.h"
+#include "ConversationAPI/ConversationMerger.h"
+#include "aggregation/InitialItemIndex.h"
+
+#include <algorithm>
+
+namespace ConversationAPI
+{
+ConversationListMerger::ConversationListMerger(const ConversationList& source)
+    : conversations_(source.begin(), source.end()), isMerged_(conversations_.size())
+{
+}
+
+ConversationListMerger::~ConversationListMerger() = default;
+
+void ConversationListMerger::operator()(Conversation* conversation)
+{
+    if (!conversation)
+    {
+        return;
+    }
+    if (!index_)
+    {
+        index_ = std::make_unique<InitialItemIndex>(conversations_);
+    }
+    ConversationMerger merger(conversation);
+    std::size_t next = 0;
+    while (next < conversations_.size())
+    {
+        next = mergeFirst(merger, *conversation, next);
+    }
+}
+
+/** Answers where to go on: what was merged may have given the conversation another initial item. */
+std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const Conversation& target,
+                                               std::size_t first)
+{
+    const ConversationItem* item = target.initialItem();
+    if (!item)
+    {
+        return conversations_.size();
+    }
+    const std::size_t mergedBefore = merger.merged().size();
+    for (const std::uint32_t place : index_->placesLike(*item, first))
+    {
+        merger(conversations_[place]);
+        if (merger.merged().size() != mergedBefore)
+        {
+            isMerged_[place] = true;
+            return place + 1U;
+        }
+    }
+    return conversations_.size();
+}
+
+std::vector<Conversation*> ConversationListMerger::notMerged() const
+{
+    std::vector<Conversation*> left;
+    for (std::size_t place = 0; place < conversations_.size(); ++place)
+    {
+        if (!isMerged_[place])
+        {
+            left.push_back(conversations_[place]);
+        }
+    }
+    return left;
+}
+} // namespace ConversationAPI

@@ -1,0 +1,35 @@
+#include "ConversationAPI/ConversationMerger.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "Log.h"
+
+#include <memory>
+
+namespace ConversationAPI
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./src/ConversationMerger";
+
+/** Sources are combined under the first one's id, by which its later updates find the row. */
+constexpr Conversation::Folding COMBINING{false, true, true};
+} // namespace
+
+ConversationMerger::ConversationMerger(Conversation* target) : target_(target) {}
+
+void ConversationMerger::operator()(Conversation* conversation)
+{
+    const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
+    if (!target_ || !item || !target_->isSameConversationAs(*item))
+    {
+        return;
+    }
+    for (ConversationItem* orphan : target_->foldIn(*conversation, COMBINING))
+    {
+        const std::unique_ptr<ConversationItem> owned(orphan);
+        CONVERSATION_LOG(3, "ConversationMerger::operator orphaned item found %s", orphan->getItemId().c_str());
+    }
+    hasMerged_ = true;
+    merged_.push_back(conversation);
+}
+} // namespace ConversationAPI

@@ -1,0 +1,48 @@
+/**
+ * Finds the conversations whose initial item may be the same as another one.
+ *
+ * Keeps no texts but their hashes: it names too many now and then, never too few, so whoever asks tests what he
+ * is given. The conversations are not owned and must not change while the index is in use.
+ */
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationItem;
+
+class InitialItemIndex
+{
+  public:
+    using Places = std::vector<std::uint32_t>;
+
+    explicit InitialItemIndex(const std::vector<Conversation*>& conversations);
+
+    /** The places, from `first` on and in order, of those that share something by which items can be the same. */
+    const Places& placesLike(const ConversationItem& item, std::size_t first);
+
+  private:
+    /** What two items can have in common; each kind has hashes of its own. */
+    enum class Kind : std::uint64_t;
+
+    struct Entry
+    {
+        std::size_t hash;
+        std::uint32_t place;
+        std::uint32_t next; ///< of the same bucket: place in entries_ plus 1, 0 for none
+    };
+
+    template <typename Use>
+    static void forEachKey(const ConversationItem& item, Use use);
+
+    void makeBuckets();
+
+    std::vector<Entry> entries_;
+    std::vector<std::uint32_t> buckets_; ///< first entry of each, as Entry::next
+    Places places_;
+};
+} // namespace ConversationAPI

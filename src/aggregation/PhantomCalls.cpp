@@ -1,0 +1,106 @@
+#include "aggregation/PhantomCalls.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationList.h"
+#include "ConversationAPI/WellKnownNames.h"
+
+#include <algorithm>
+#include <map>
+
+namespace ConversationAPI
+{
+bool PhantomCalls::needsPhantomConversation(const Conversation& existing, const Conversation& update)
+{
+    return existing.isActiveOrProgressingOrClearing() && update.isActiveOrProgressingOrClearing() &&
+           existing.getCallId() != GROUP_PICKUP_CALL_ID && existing.getCallId() != update.getCallId();
+}
+
+bool PhantomCalls::needsCreatingNewPhantomConversation(const Conversation& existing, const Conversation& update) const
+{
+    return needsPhantomConversation(existing, update) && !list_.hasPhantomConversation();
+}
+
+bool PhantomCalls::needsPhantomConversationUpdate(const Conversation& existing, const Conversation& update) const
+{
+    return needsPhantomConversation(existing, update) && list_.hasPhantomConversation() &&
+           list_.getPhantomConversation()->getCallId() == update.getCallId();
+}
+
+bool PhantomCalls::needsToTransferJournalItemsToRootConversation(const Conversation& update) const
+{
+    const std::string callId = update.getCallId();
+    const auto& items = update.items();
+    return list_.getPhantomConversation()->getConversationItemsSize() == 1 &&
+           std::any_of(items.begin(), items.end(), [&callId](const auto& item) { return item->getCallId() != callId; });
+}
+
+bool PhantomCalls::needsDestroyingPhantomConversation(const std::string& callId) const
+{
+    const Conversation* phantom = list_.getPhantomConversation();
+    return phantom && phantom->initialItem() && phantom->getCallId() == callId;
+}
+
+bool PhantomCalls::rootConversationsCallEndedFirst(const Conversation& row) const
+{
+    const Conversation* phantom = list_.getPhantomConversation();
+    return phantom && phantom != &row && !row.isActiveOrProgressingOrClearing() &&
+           row.storedIdText() == phantom->storedIdText();
+}
+
+Conversation* PhantomCalls::root() const
+{
+    const Conversation* phantom = list_.getPhantomConversation();
+    const auto found = std::find_if(list_.begin(), list_.end(),
+                                    [phantom](const Conversation* row)
+                                    { return row != phantom && row->storedIdText() == phantom->storedIdText(); });
+    return found == list_.end() ? nullptr : *found;
+}
+
+std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, const Conversation& update)
+{
+    receiver.updateInitialItem(update.initialItem()->clone());
+    std::unique_ptr<Conversation> rest(update.clone());
+    rest->removeItem(update.getCallId());
+    return rest;
+}
+
+void PhantomCalls::makePhantom(Conversation* row)
+{
+    list_.pop(row);
+    row->setPhantom(true);
+    list_.push_back_phantom(row);
+}
+
+void PhantomCalls::makeRowOfPhantom()
+{
+    Conversation* row = list_.getPhantomConversation();
+    list_.pop(row);
+    row->setPhantom(false);
+    list_.push_back(row);
+}
+
+std::vector<PhantomCalls::SameId> PhantomCalls::liveRowsOfOneId(const std::string& phantomCallId) const
+{
+    std::vector<Conversation*> live;
+    std::copy_if(list_.begin(), list_.end(), std::back_inserter(live),
+                 [](const Conversation* row)
+                 { return row->isActiveOrProgressingOrClearing() && !row->getConversationId().empty(); });
+    // Whose call was the phantom's cannot be the root.
+    std::stable_partition(live.begin(), live.end(),
+                          [&phantomCallId](const Conversation* row)
+                          { return phantomCallId.empty() || row->getCallId() != phantomCallId; });
+    std::map<std::string, Conversation*> roots;
+    std::vector<SameId> others;
+    for (Conversation* row : live)
+    {
+        const auto [root, isFirst] = roots.emplace(row->getConversationId(), row);
+        if (!isFirst)
+        {
+            others.push_back({root->second, row});
+        }
+    }
+    std::stable_partition(others.begin(), others.end(),
+                          [&phantomCallId](const SameId& pair) { return pair.other->getCallId() == phantomCallId; });
+    return others;
+}
+} // namespace ConversationAPI

@@ -1,0 +1,62 @@
+/**
+ * Second live calls of one party, as far as a combined list is concerned.
+ *
+ * Two live calls of a contact on two of its numbers carry one conversation id. The list keeps the first as the
+ * contact's row, the root, and shows the other as the phantom, of which there is one at most. The list is not
+ * owned and outlives this object.
+ */
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ConversationAPI
+{
+class Conversation;
+class ConversationList;
+
+class PhantomCalls
+{
+  public:
+    explicit PhantomCalls(ConversationList& list) : list_(list) {}
+
+    /** Whether the update is a live call of a row that is in another one. */
+    static bool needsPhantomConversation(const Conversation& existing, const Conversation& update);
+    bool needsCreatingNewPhantomConversation(const Conversation& existing, const Conversation& update) const;
+    bool needsPhantomConversationUpdate(const Conversation& existing, const Conversation& update) const;
+
+    /** Whether the phantom shows nothing but its call while the update brings history, which is the root's. */
+    bool needsToTransferJournalItemsToRootConversation(const Conversation& update) const;
+    bool needsDestroyingPhantomConversation(const std::string& callId) const;
+
+    /** Whether the row, whose call has ended, is the phantom's root. */
+    bool rootConversationsCallEndedFirst(const Conversation& row) const;
+
+    /** The row of the phantom's contact; null when it is gone. */
+    Conversation* root() const;
+
+    /** The update without its live call, of which the receiver gets a copy. */
+    static std::unique_ptr<Conversation> giveCallTo(Conversation& receiver, const Conversation& update);
+
+    /** Makes the row, which is in the list, the phantom. */
+    void makePhantom(Conversation* row);
+
+    /** Makes the phantom a row as all others. */
+    void makeRowOfPhantom();
+
+    /** A live row and the one under whose id it is listed. */
+    struct SameId
+    {
+        Conversation* root;
+        Conversation* other;
+    };
+
+    /** Live rows whose id another one before them has; the one with this call comes first if it is among them. */
+    std::vector<SameId> liveRowsOfOneId(const std::string& phantomCallId) const;
+
+  private:
+    ConversationList& list_;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,50 @@
+/**
+ * What an aggregator gave out without listing it, and what it keeps only because somebody may still hold it.
+ *
+ * It owns both: copies of conversations that were looked up, and what was retired, until it is told to release it.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationList.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ConversationItem;
+class NotificationRound;
+
+class TemporaryConversations
+{
+  public:
+    TemporaryConversations();
+    ~TemporaryConversations();
+
+    /** Null for "" and when there is none of this id. */
+    Conversation* find(const std::string& conversationId) const;
+
+    /** In the place of the one of the same id, which is retired. */
+    Conversation* add(std::unique_ptr<Conversation> conversation);
+
+    /** Hands one over that is kept here; null when it is not. */
+    std::unique_ptr<Conversation> take(Conversation* conversation);
+
+    /** Retires those of this id. */
+    void retire(const std::string& conversationId);
+    void retire(std::unique_ptr<Conversation> conversation);
+    void retire(const std::vector<ConversationItem*>& items);
+
+    /** Deletes what was retired. */
+    void release();
+
+    /** Deletes everything, as soon as nobody is being told anything. */
+    void clear(NotificationRound& round);
+
+  private:
+    ConversationList temporary_;
+    ConversationList retired_;
+    std::vector<std::unique_ptr<ConversationItem>> retiredItems_;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,30 @@
+/** A conversation of a list, with what the list remembers of it: its place and the keys by which it is found. */
+#pragma once
+
+#include "ConversationAPI/ContactDetails.h"
+#include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/SharedText.h"
+#include "model/ItemOrder.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace ConversationAPI
+{
+class Conversation;
+
+struct ListMember
+{
+    Conversation* conversation = nullptr;
+    std::int64_t order = 0; ///< grows along the sequence
+    ItemStanding standing;  ///< by which it has its place since the last sort
+    bool isObserved = true;
+    bool isStale = false;
+    bool isAnonymous = false;
+    bool isLive = false;
+    CopyOnWrite<ContactDetails> contact;
+    SharedText id;
+    SharedText exchangeContactId;
+    std::vector<SharedText> callIds;
+};
+} // namespace ConversationAPI

@@ -1,0 +1,192 @@
+#include "CombinedFixture.h"
+#include "ConversationAPI/ConversationListMerger.h"
+#include "support/Phone.h"
+
+#include <random>
+
+namespace
+{
+using namespace Aggregation;
+
+/** Of the last number, callers of whom nothing is known. */
+const Texts NUMBERS = {"4711", "4712", "4713", "4714", "-"};
+
+struct RandomDay : Combined
+{
+    explicit RandomDay(unsigned seed) : random(seed) {}
+
+    std::size_t upTo(std::size_t end) { return random() % end; }
+    std::string anyOf(const Texts& all) { return all[upTo(all.size())]; }
+
+    std::string next()
+    {
+        const std::size_t kind = upTo(16);
+        if (kind < 6 && live.size() < 3)
+        {
+            live.push_back("c" + std::to_string(now()));
+            return anyOf({"ring ", "dial "}) + live.back() + " " + anyOf(NUMBERS);
+        }
+        if (kind < 9 && !live.empty())
+        {
+            return anyOf({"answer ", "hold ", "held "}) + anyOf(live);
+        }
+        if (kind < 11 && !live.empty())
+        {
+            const auto ended = live.begin() + static_cast<std::ptrdiff_t>(upTo(live.size()));
+            const std::string text = "end " + *ended;
+            live.erase(ended);
+            return text;
+        }
+        if (kind == 11)
+        {
+            const std::size_t who = upTo(2); // contacts that share a number are not told apart
+            const std::string name = who == 0 ? "Ann" : "Bob", work = NUMBERS[2 * who], mobile = NUMBERS[2 * who + 1];
+            const bool goes = live.empty() && upTo(4) == 0 && directory.named(name);
+            const bool hasOne = live.empty() && upTo(2) == 0; // a call stays with the contact that loses its number
+            return "contact " + name + " " + (goes ? "gone" : work + (hasOne ? "" : " " + mobile));
+        }
+        if (kind == 12)
+        {
+            return anyOf({"regroup", "combine", "read", "delete e" + std::to_string(upTo(entries + 1U))});
+        }
+        return "past e" + std::to_string(++entries) + " " + anyOf(NUMBERS);
+    }
+
+    /** What a display may do while it is told something. */
+    std::string reaction()
+    {
+        const std::string entry = "e" + std::to_string(upTo(entries + 1U));
+        return "on " +
+               anyOf({"leave", "combine", "regroup", "clear", "read", "delete " + entry, "past x" + entry + " 4711"});
+    }
+
+    std::mt19937 random;
+    Texts live;
+    unsigned entries = 0;
+};
+
+TEST(CombinedRandomTest, DisplayAndSourcesAgreeAfterEveryEvent)
+{
+    for (unsigned seed = 1; seed <= 40; ++seed)
+    {
+        RandomDay day(seed);
+        std::string past;
+        for (int step = 0; step < 80; ++step)
+        {
+            if (seed % 2 == 0 && day.upTo(3) == 0)
+            {
+                past += day.reaction() + "\n";
+                day.run(past.substr(past.rfind("on ")));
+            }
+            const std::string event = day.next();
+            past += event + "\n";
+            day.run(event);
+            day.screen.reaction = [] {};
+            if (seed % 2 == 0)
+            {
+                day.combined.removeObserver(&day.screen);
+                day.combined.addObserver(&day.screen);
+                day.combined.start();
+            }
+            ASSERT_EQ(day.disagreements(), "") << seed << "\n" << past << day.shown();
+        }
+    }
+}
+
+/** Conversations of all sorts: what tells that two are the same may be any of their traits. */
+struct RandomList : Testing::Phone
+{
+    explicit RandomList(unsigned seed) : random(seed) {}
+
+    std::string anyOf(const Texts& all) { return all[random() % all.size()]; }
+    std::string number() { return anyOf({"4711", "4712", "4713", "4714", "4715", "4716", ""}); }
+
+    ConversationItem* item()
+    {
+        const long time = ++now;
+        switch (random() % 8)
+        {
+        case 0:
+            return live(anyOf({"c1", "c2", "GPU"}),
+                        random() % 2 ? ActiveCall::GROUP_PICKUP_INCOMING : ActiveCall::GROUP_PICKUP_CONNECTED, time,
+                        number());
+        case 1:
+            return live(anyOf({"c1", "c2", "c3"}), ActiveCall::CONNECTED, time, number());
+        case 2:
+            return live(anyOf({"c1", "c2"}), ActiveCall::CONFERENCE, time, {party(number()), party(number())});
+        case 3:
+            return groupCall(time, number(), anyOf({"g", "h"}));
+        case 4:
+            return missed(time, "", "", std::string(ANONYMOUS_NAME));
+        default:
+            return missed(time, number(), anyOf({"Ann", "Bob", ""}), "", "e" + std::to_string(now));
+        }
+    }
+
+    void fill(ConversationList& list)
+    {
+        const std::size_t count = random() % 12;
+        while (list.size() < count)
+        {
+            auto made = random() % 3 ? conversation({item()}) : contact(anyOf({"Lee", "Fox"}), number(), number());
+            made->setExchangeContactId(random() % 4 ? "" : anyOf({"x", "y"}));
+            if (random() % 3 == 0)
+            {
+                made->append(item());
+            }
+            list.push_back(made.release());
+        }
+    }
+
+    std::mt19937 random;
+    long now = 100;
+};
+
+void copyInto(ConversationList& to, const ConversationList& from)
+{
+    std::for_each(from.begin(), from.end(), [&to](const auto* each) { to.push_back(each->clone()); });
+}
+
+Texts texts(const ConversationList& list)
+{
+    Texts all;
+    for (const Conversation* each : list)
+    {
+        all.push_back(each->toDebugString() + describe(*each) + join(each->getConversationNumbers()) +
+                      join(each->getJournalServiceEntries()) + std::to_string(each->getContactSource()));
+    }
+    return all;
+}
+
+TEST(CombinedRandomTest, MergingByIndexIsMergingByPairs)
+{
+    std::size_t merged = 0;
+    for (unsigned seed = 1; seed <= 400; ++seed)
+    {
+        RandomList make(seed);
+        ConversationList byIndex, byPairs, source;
+        make.fill(byIndex);
+        make.fill(source);
+        copyInto(byPairs, byIndex);
+        std::set<Conversation*> notMerged(source.begin(), source.end());
+        for (Conversation* row : byPairs)
+        {
+            for (Conversation* other : source)
+            {
+                if (other->initialItem() && row->isSameConversationAs(*other->initialItem()))
+                {
+                    Testing::deleteAll(row->foldIn(*other, {false, true, true}));
+                    notMerged.erase(other);
+                }
+            }
+        }
+        ConversationListMerger merger(source);
+        byIndex.foreach (merger);
+        const std::vector<Conversation*> left = merger.notMerged();
+        ASSERT_EQ(std::set<Conversation*>(left.begin(), left.end()), notMerged) << seed;
+        ASSERT_EQ(texts(byIndex), texts(byPairs)) << seed;
+        merged += source.size() - left.size();
+    }
+    EXPECT_GT(merged, 400U);
+}
+} // namespace

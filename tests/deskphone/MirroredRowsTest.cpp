@@ -1,0 +1,161 @@
+// The wired telephone over random days: what the display was told, and what must hold of the rows at any moment.
+
+#include "ConversationAPI/AggregatorSwitchIfc.h"
+#include "ConversationAPI/Conversation.h"
+#include "Telephone.h"
+#include "host/Clock.h"
+#include "host/SimulatedEventLoop.h"
+
+#include <random>
+
+namespace
+{
+using ConversationAPI::ActiveCall;
+using ConversationAPI::Conversation;
+using Deskphone::HistoryCall;
+
+constexpr long MORNING = 1772700000;
+constexpr int EVENTS = 80;
+
+class RandomDay
+{
+  public:
+    explicit RandomDay(unsigned seed) : random_(seed), scope_(loop_), telephone_(Deskphone::TelephoneSettings()) {}
+
+    void happen()
+    {
+        loop_.advanceBy(7000);
+        const unsigned kind = below(100);
+        kind < 45 ? call() : kind < 62 ? clearCall() : kind < 84 ? addHistory() : somethingElse();
+        loop_.runUntilIdle();
+    }
+
+    void check()
+    {
+        const auto& list = *telephone_.conversations().getConversations();
+        EXPECT_EQ(Host::DisplayModel::Rows(list.begin(), list.end()), telephone_.rows());
+        std::set<std::string> ids;
+        std::map<std::string, int> places;
+        for (const Conversation* row : telephone_.rows())
+        {
+            EXPECT_TRUE(ids.insert(row->getConversationId()).second) << "two rows have one id";
+            EXPECT_GT(row->getConversationItemsSize(), 0U);
+            for (const auto& item : row->items())
+            {
+                ++places[item->isVoiceMail() ? "mailbox" : "entry " + item->getItemId() + " call " + item->getCallId()];
+            }
+        }
+        for (const auto& place : places)
+        {
+            EXPECT_EQ(place.second, 1) << place.first << " is in several rows, or twice in one";
+        }
+        for (const auto& live : parties_)
+        {
+            EXPECT_EQ(places.count("entry  call " + live.first), 1U) << live.first << " is in no row";
+        }
+    }
+
+  private:
+    unsigned below(unsigned end) { return static_cast<unsigned>(random_() % end); }
+
+    CallPartyIdentifier party()
+    {
+        static const std::vector<std::string> numbers{
+            "030 23125000", "+49 30 23125000", "0221 4710200", "040 66969222", "4711", "", "+44 20 7946 0018"};
+        static const std::vector<std::string> names{"Berg", "Vogt", ""};
+        return {"", names[below(3)], numbers[below(7)], CallPartyIdentifier::PhoneNumberIconType(below(5)), "", false};
+    }
+
+    /** A call that goes on or a new one; at times the party of one that goes on changes. */
+    void call()
+    {
+        static const std::vector<ActiveCall::activeCallState> states{
+            ActiveCall::CONNECTED,     ActiveCall::LOCAL_ON_HOLD, ActiveCall::REMOTE_ON_HOLD, ActiveCall::CONFERENCE,
+            ActiveCall::INCOMING_CALL, ActiveCall::OUTGOING_CALL, ActiveCall::CALL_WAITING};
+        const bool isPickup = below(12) == 0;
+        const std::string id = isPickup ? "GPU" : std::to_string(below(4));
+        if (parties_.count(id) == 0 || below(8) == 0)
+        {
+            parties_[id] = party();
+        }
+        ActiveCall report(&Host::currentTime, id, parties_[id], ActiveCall::NO_CONFERENCE);
+        report.setState(isPickup ? ActiveCall::GROUP_PICKUP_INCOMING : states[below(7)]);
+        telephone_.liveCalls().activeCallEvent(report);
+    }
+
+    void clearCall()
+    {
+        if (!parties_.empty())
+        {
+            const std::string id = std::next(parties_.begin(), below(static_cast<unsigned>(parties_.size())))->first;
+            parties_.erase(id);
+            telephone_.liveCalls().clearActiveCallEvent(id);
+        }
+    }
+
+    void addHistory()
+    {
+        HistoryCall call;
+        call.kind = HistoryCall::Kind(below(4));
+        call.entryId = std::to_string(entries_++);
+        call.party = party();
+        call.time = loop_.now() - below(3) * below(100000);
+        call.groupNumber = call.kind == HistoryCall::MISSED && below(4) == 0 ? "600" : "";
+        telephone_.history().add(call);
+    }
+
+    void somethingElse()
+    {
+        static const std::vector<std::string> mailboxes{"030 23125000", "4711", "030 23125999", ""};
+        const std::vector<std::function<void()>> all{
+            [this] { telephone_.history().remove(std::to_string(below(entries_ + 1))); },
+            [this] { telephone_.history().reload(); },
+            [this] { telephone_.history().setVoiceMailMessagesCount(static_cast<int>(below(4))); },
+            [this] { telephone_.history().setNoVoiceMailMessageWaiting(); },
+            [this] { telephone_.setVoiceMailNumber(mailboxes[below(4)]); },
+            [this] { deleteRow(); },
+            [this] { telephone_.conversations().markAllMissedCallsRead(); },
+            [this] { telephone_.conversations().conversationsChanged(); },
+        };
+        all[below(static_cast<unsigned>(all.size()))]();
+    }
+
+    /** Not one with a call, which would go on unseen. */
+    void deleteRow()
+    {
+        const Conversation* row = telephone_.row(1 + below(6));
+        const auto isCall = [](const auto& item) { return !item->getCallId().empty(); };
+        if (row != nullptr && std::none_of(row->items().begin(), row->items().end(), isCall))
+        {
+            telephone_.conversations().deleteConversation(row->getConversationId());
+        }
+    }
+
+    std::mt19937 random_;
+    Host::SimulatedEventLoop loop_{MORNING};
+    const Host::EventLoop::Scope scope_;
+    Deskphone::Telephone telephone_;
+    std::map<std::string, CallPartyIdentifier> parties_; ///< of the calls that go on
+    unsigned entries_ = 0;
+};
+
+class MirroredRows : public testing::TestWithParam<unsigned>
+{
+};
+
+TEST_P(MirroredRows, EqualTheListAndHoldEverythingOnce)
+{
+    for (unsigned seed = GetParam() * 20; seed < (GetParam() + 1) * 20; ++seed)
+    {
+        RandomDay day(seed);
+        for (int event = 0; event < EVENTS && !HasFailure(); ++event)
+        {
+            SCOPED_TRACE("day " + std::to_string(seed) + ", event " + std::to_string(event));
+            day.happen();
+            day.check();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(TwentyDays, MirroredRows, testing::Range(0U, 10U));
+} // namespace
