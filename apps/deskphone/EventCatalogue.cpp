@@ -24,6 +24,7 @@ EventCatalogue makeCatalogue()
     EventCatalogue catalogue;
     catalogue.add("wait", wait);
     addCallEvents(catalogue);
+    addContactEvents(catalogue);
     addHistoryEvents(catalogue);
     addUserEvents(catalogue);
     addVoicemailEvents(catalogue);

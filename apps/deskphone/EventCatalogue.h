@@ -46,6 +46,7 @@ class EventCatalogue
 };
 
 void addCallEvents(EventCatalogue& catalogue);
+void addContactEvents(EventCatalogue& catalogue);
 void addHistoryEvents(EventCatalogue& catalogue);
 void addUserEvents(EventCatalogue& catalogue);
 void addVoicemailEvents(EventCatalogue& catalogue);

@@ -158,8 +158,8 @@ ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringForm
     row.newMissedCalls = newMissedCallsOf(conversation);
     row.newVoicemails = newVoicemailsOf(conversation);
     row.time = conversation.timeStampUTC();
-    row.when = times.formatFromUTC(row.time);
-    row.shortId = conversation.getShortConversationId();
+    row.when = row.items == 0 ? "" : times.formatFromUTC(row.time); // a bare contact's placeholder has no time
+    row.shortId = conversation.isPhantomConversation() ? "phantom" : conversation.getShortConversationId();
     return row;
 }
 } // namespace

@@ -46,8 +46,8 @@ struct ScreenRow
     std::size_t newMissedCalls = 0;
     std::optional<int> newVoicemails; ///< -1 when nobody has counted them; nothing for rows without a mailbox
     long time = 0;                    ///< of the most prominent item: seconds since the epoch, UTC
-    std::string when;                 ///< the same, told relative to now
-    std::string shortId;
+    std::string when;                 ///< the same, told relative to now; "" for a contact without items
+    std::string shortId;              ///< "phantom" for a row that has no id of its own
 
     bool isLive() const { return liveness != HISTORY; }
     bool hasNews() const { return newMissedCalls > 0 || newVoicemails.value_or(0) != 0; }

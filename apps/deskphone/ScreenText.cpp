@@ -165,7 +165,7 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
             {"direction", nameOf(row.direction)},
             {"live", row.isLive()},
             {"newMissedCalls", row.newMissedCalls},
-            {"time", formatMoment(row.time)},
+            {"time", row.items == 0 ? "" : formatMoment(row.time)},
             {"when", row.when},
             {"items", row.items},
         };

@@ -9,7 +9,8 @@ namespace Deskphone
 Telephone::Telephone(const TelephoneSettings& settings)
     : digitAnalysis_(settings.numbers), translator_(settings.language), participantFactory_(&digitAnalysis_),
       itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_), history_(itemFactory_),
-      itemAggregator_(&conversationFactory_), local_(itemFactory_), provider_(&itemFactory_), times_(&Host::currentTime)
+      itemAggregator_(&conversationFactory_), contacts_(conversationFactory_), local_(itemFactory_),
+      provider_(&itemFactory_), times_(&Host::currentTime)
 {
     wireFactories();
     wireLists();
@@ -31,13 +32,13 @@ void Telephone::wireFactories()
     conversationFactory_.setConversationItemFactory(&itemFactory_);
     conversationFactory_.setDigitAnalysisServiceIfc(&digitAnalysis_);
     conversationFactory_.setConversationIDGenerator(&idGenerator_);
-    idGenerator_.setConversationSources({&itemAggregator_});
+    idGenerator_.setConversationSources({&itemAggregator_, &contacts_});
 }
 
 /** In preferred order: what the first source says of a party comes first. */
 void Telephone::wireLists()
 {
-    local_.aggregator.setSources({&itemAggregator_}, false);
+    local_.aggregator.setSources({&itemAggregator_, &contacts_}, false);
     switch_.addNormalAggregator(&local_.aggregator);
     if (cloud_)
     {

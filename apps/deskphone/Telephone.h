@@ -9,15 +9,18 @@
  * Who tells whom:
  *
  *     call control ──▶ liveCalls() ─┐ items                 conversations         rows
- *     call journal ──▶ history() ───┴──────▶ itemAggregator_ ──────▶ local_ ──┬──▶ display_
- *     mailbox ───────▶ history()                                              └──▶ provider_ ──▶ display_
+ *     call journal ──▶ history() ───┴──────▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
+ *     mailbox ───────▶ history()                                 │            └──▶ provider_ ──▶ display_
+ *     phonebook ─────▶ contacts() ───────────────────────────────┘
  *     configuration ─▶ setVoiceMailNumber()
- *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history()
+ *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history(); contacts()
+ *     contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  */
 #pragma once
 
 #include "CallHistory.h"
 #include "CombinedList.h"
+#include "ContactBook.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
 #include "ConversationAPI/AggregatorSwitch.h"
 #include "ConversationAPI/ConversationFactory.h"
@@ -59,6 +62,9 @@ class Telephone
 
     /** The call journal, and the mailbox's message-waiting indication. */
     CallHistory& history() { return history_; }
+
+    /** The phonebook. */
+    ContactBook& contacts() { return contacts_; }
 
     /** The mailbox's number, in any spelling; "" when there is none. Its row and its calls are made anew. */
     void setVoiceMailNumber(const std::string& number);
@@ -106,6 +112,7 @@ class Telephone
 
     // Sources of conversations.
     ConversationAPI::ConversationItemAggregator itemAggregator_;
+    ContactBook contacts_;
 
     // Lists in which each party stands once; the second exists where there is a cloud service.
     CombinedList local_;

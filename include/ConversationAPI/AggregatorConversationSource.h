@@ -2,8 +2,8 @@
  * Presents an aggregator as a source, so that a list provider can serve its list.
  *
  * Look-ups and requests go to the aggregator; when it tells its observers that the whole list changed, those of
- * this source are told conversationsChanged(). Neither aggregator nor observers are owned; both outlive this
- * object or are taken off it. UI thread only.
+ * this source are told conversationsChanged(). Nothing is owned: the aggregator outlives this object, and
+ * observers are taken off it before it is destroyed. UI thread only.
  */
 #pragma once
 

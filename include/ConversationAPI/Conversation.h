@@ -200,6 +200,9 @@ class Conversation : public ConversationContact
      */
     std::vector<ConversationItem*> foldIn(Conversation& other, const Folding& folding);
 
+    /** Whether both are contacts, and not the same: such rows stay apart although they share a number. */
+    bool isOtherContactThan(const Conversation& other) const;
+
     /** Everything that describes the contact, but neither identity, items, flags, source nor observers. */
     void cloneContactInfo(const Conversation& other);
 
@@ -245,6 +248,7 @@ class Conversation : public ConversationContact
     void addItem(OwnedItem item);
     void replaceCall(OwnedItem item);
     void consumeItem(OwnedItem item);
+    void addMergedItems(std::vector<ConversationItem*> items, bool replacesLiveCall);
     void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);

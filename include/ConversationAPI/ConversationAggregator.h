@@ -85,10 +85,17 @@ class ConversationAggregator : public ConversationAggregatorIfc
   private:
     using Rows = std::vector<Conversation*>;
 
+    /** What a contact has besides the row that is updated. */
+    struct Gathered
+    {
+        Rows joined;
+        Rows named; ///< additional calls, which only take the names
+    };
+
     void rebuild();
     void combineSources();
     void copyUnmergedConversationsInto(const Rows& unmerged);
-    void separateLiveCallsOfOneId(const std::string& phantomCallId);
+    void separateRowsOfOneId(const std::string& phantomCallId);
 
     /** For interested parties; none of the library's interfaces hears of it yet. */
     void notifySourceSubscribed() {}
@@ -98,8 +105,8 @@ class ConversationAggregator : public ConversationAggregatorIfc
     void createNewConversation(Conversation& update);
     void mergeUpdate(Conversation& existing, Conversation& update);
     void calculateConversationsThatNeedChanging(const Conversation& existing, const Conversation& contact,
-                                                Rows& rows) const;
-    void finishUpdate(Conversation* updated, Conversation& update, const Rows& gathered);
+                                                Gathered& rows) const;
+    void finishUpdate(Conversation* updated, Conversation& update, const Gathered& gathered);
     void updateSourcesWithContact(Conversation& contact);
 
     void createPhantomConversation(const Conversation& existing, const Conversation& update);
@@ -114,6 +121,8 @@ class ConversationAggregator : public ConversationAggregatorIfc
 
     void removeConversationWithNumber(const std::string& number);
     void removeRow(Conversation* row);
+    void retireRow(Conversation* row);
+    void forgetCallElsewhere(const std::string& callId);
     void notifyObserversOfConversationsChanged();
     void notifyObserversOfConversationDeleted(Conversation* row);
 

@@ -230,6 +230,9 @@ class ConversationItem
     const SharedText& exchangeContactIdText() const { return exchangeContactId_; }
     const SharedText& callIdText() const { return callId_; }
 
+    /** The parties share no texts with those of other items any more. */
+    void keepOwnTexts();
+
     /** Shares the text instead of copying it. */
     void shareConversationId(const SharedText& id) { conversationId_ = id; }
     void shareExchangeContactId(const SharedText& id) { exchangeContactId_ = id; }

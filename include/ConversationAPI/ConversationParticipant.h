@@ -71,6 +71,9 @@ class ConversationParticipant : public CallPartyIdentifier
                          const std::string& address2, const std::string& role);
     void setUserId(const std::string& userId);
 
+    /** Shares its names and number with no copy any more, so as not to keep them in memory that the copies give up. */
+    void keepOwnTexts();
+
     /** For log lines. */
     std::string toString() const;
 

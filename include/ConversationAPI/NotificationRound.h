@@ -18,8 +18,9 @@ class Conversation;
 class NotificationRound
 {
   public:
-    /** `rebuild` rebuilds and, when asked to, tells the observers. */
-    explicit NotificationRound(std::function<void(bool tellObservers)> rebuild);
+    /** `rebuild` rebuilds and, when asked to, tells the observers; `tellList` only tells them the list as it is. */
+    explicit NotificationRound(
+        std::function<void(bool tellObservers)> rebuild, std::function<void()> tellList = [] {});
     ~NotificationRound();
 
     NotificationRound(const NotificationRound&) = delete;
@@ -42,6 +43,9 @@ class NotificationRound
     /** Rebuilds at once when nobody is being told anything, else at the end. */
     void rebuild(bool tellObservers);
 
+    /** At the end, the observers are told the list, unless a rebuild does so anyway. */
+    void tellListAtEnd() { isListAsked_ = true; }
+
     /** Deletes the conversation, which is in no list any more, as soon as nobody is being told anything. */
     void retire(Conversation* conversation);
 
@@ -49,7 +53,9 @@ class NotificationRound
     void finish();
 
     std::function<void(bool)> rebuild_;
+    std::function<void()> tellList_;
     int depth_ = 0;
+    bool isListAsked_ = false;
     bool isRebuildAsked_ = false;
     bool areObserversToBeTold_ = false;
     std::vector<std::unique_ptr<Conversation>> retired_;

@@ -9,6 +9,7 @@
 #include "ConversationAPI/UserIdMatchesAndIsDirectType.h"
 #include "ConversationAPI/WellKnownNames.h"
 #include "Log.h"
+#include "Observers.h"
 #include "aggregation/ConversationSources.h"
 #include "aggregation/DisplayObservers.h"
 #include "aggregation/PhantomCalls.h"
@@ -36,10 +37,15 @@ bool isLive(const Conversation& conversation)
     return conversation.isActiveOrProgressingOrClearing();
 }
 
-/** Whether the row's live call would have to give way to one of the update, which does not know it. */
+/** Whether a live call of the row would have to give way to one of the update, which does not know it. */
 bool hasCallOfItsOwn(const Conversation& row, Conversation& update)
 {
-    return isLive(row) && isLive(update) && !HoldsCallCondition(row.getCallId())(&update);
+    const auto& items = row.items();
+    return isLive(update) && std::any_of(items.begin(), items.end(),
+                                         [&update](const auto& item) {
+                                             return item->isActiveOrProgressingOrClearing() &&
+                                                    !HoldsCallCondition(item->getCallId())(&update);
+                                         });
 }
 
 /** A contact's own row stays; what was shown only because of the call goes with it. */
@@ -75,7 +81,7 @@ ConversationAggregator::ConversationAggregator(ConversationItemFactory* factory)
     : sources_(std::make_unique<ConversationSources>()), list_(std::make_unique<ConversationList>()),
       observers_(std::make_unique<DisplayObservers>(*list_, round_)),
       temporaries_(std::make_unique<TemporaryConversations>()), itemFactory_(factory),
-      phantom_(std::make_unique<PhantomCalls>(*list_)), round_([this](bool) { rebuild(); })
+      phantom_(std::make_unique<PhantomCalls>(*list_)), round_([this](bool) { rebuild(); }, [this] { start(); })
 {
     list_->setName("ConversationAggregatorList");
 }
@@ -179,7 +185,7 @@ void ConversationAggregator::combineSources()
             copyUnmergedConversationsInto(merger.notMerged());
         });
     list_->sort();
-    separateLiveCallsOfOneId(phantomCallId);
+    separateRowsOfOneId(phantomCallId);
 }
 
 void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)
@@ -192,23 +198,25 @@ void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)
 }
 
 /**
- * Live calls of one party carry one id and were put in different rows by their source. One becomes the phantom,
- * the one that was it before if any, so that no row changes its id; others join the row that keeps the id.
+ * A source may have the live calls of one party, and a call that is being cleared and its party's history, in
+ * different conversations of one id. One live call becomes the phantom, the one that was it before if any, so that
+ * no row changes its id; all else joins the row that keeps the id.
  */
-void ConversationAggregator::separateLiveCallsOfOneId(const std::string& phantomCallId)
+void ConversationAggregator::separateRowsOfOneId(const std::string& phantomCallId)
 {
-    const std::vector<PhantomCalls::SameId> rows = phantom_->liveRowsOfOneId(phantomCallId);
+    const std::vector<PhantomCalls::SameId> rows = phantom_->rowsOfOneId(phantomCallId);
     for (const PhantomCalls::SameId& same : rows)
     {
         const bool isBesideGroupCall =
             same.root->getCallId() == GROUP_PICKUP_CALL_ID || same.other->getCallId() == GROUP_PICKUP_CALL_ID;
-        if (!list_->hasPhantomConversation() && !isBesideGroupCall)
+        if (isLive(*same.other) && !list_->hasPhantomConversation() && !isBesideGroupCall)
         {
             phantom_->makePhantom(same.other);
             continue;
         }
-        const std::unique_ptr<Conversation> rest = PhantomCalls::giveCallTo(*same.root, *same.other);
-        mergeIntoExistingConversation(*same.root, *rest);
+        const std::unique_ptr<Conversation> rest =
+            isLive(*same.other) ? PhantomCalls::giveCallTo(*same.root, *same.other) : nullptr;
+        mergeIntoExistingConversation(*same.root, rest ? *rest : *same.other);
         list_->remove(same.other);
     }
     if (!rows.empty())
@@ -296,9 +304,9 @@ void ConversationAggregator::createNewConversation(Conversation& update)
     observers_->created(created);
     if (update.getContactSource() == Conversation::DIRECTORY_CONTACT && list_->contains(created))
     {
-        Rows gathered;
+        Gathered gathered;
         calculateConversationsThatNeedChanging(*created, update, gathered);
-        if (!gathered.empty())
+        if (!gathered.joined.empty() || !gathered.named.empty())
         {
             finishUpdate(created, update, gathered);
         }
@@ -319,7 +327,7 @@ void ConversationAggregator::mergeUpdate(Conversation& existing, Conversation& u
         replacement = PhantomCalls::giveCallTo(existing, update);
     }
     Conversation& source = replacement ? *replacement : update;
-    Rows gathered;
+    Gathered gathered;
     if (update.getContactSource() != Conversation::NO_CONTACT)
     {
         calculateConversationsThatNeedChanging(*target, update, gathered);
@@ -328,15 +336,19 @@ void ConversationAggregator::mergeUpdate(Conversation& existing, Conversation& u
     finishUpdate(target, update, gathered);
 }
 
-/** Also the contact's own row when its item matched another one, one that has a number in common. */
+/**
+ * All rows of the contact's numbers, lest one hide behind another that is live. An additional call that stands
+ * beside a row of its number stays beside it. Also the contact's own row when its
+ * item matched another one, one that has a number in common.
+ */
 void ConversationAggregator::calculateConversationsThatNeedChanging(const Conversation& existing,
-                                                                    const Conversation& contact, Rows& rows) const
+                                                                    const Conversation& contact, Gathered& rows) const
 {
-    const auto add = [&](Conversation* row)
+    const auto add = [&](Rows& to, Conversation* row)
     {
-        if (row && row != &existing)
+        if (row && row != &existing && !isAmong(rows.joined, row) && !isAmong(rows.named, row))
         {
-            rows.push_back(row);
+            to.push_back(row);
         }
     };
     if (contact.getContactSource() == Conversation::DIRECTORY_CONTACT)
@@ -344,36 +356,35 @@ void ConversationAggregator::calculateConversationsThatNeedChanging(const Conver
         CONVERSATION_LOG(5, "conversationUpdated() merging conversation from directory src");
         for (const std::string& number : contact.getConversationNumbers())
         {
-            Conversation* first =
-                number.empty() ? nullptr : list_->find(HasConversationAnyNumberMatchingCondition(number));
-            add(first);
-            if (first && first->extraActiveConversation())
+            const Rows ofNumber = findRowsOfNumber(*list_, number);
+            const bool hasRowOfItsOwn =
+                std::any_of(ofNumber.begin(), ofNumber.end(),
+                            [](const Conversation* row)
+                            { return !row->extraActiveConversation() && row->getConversationItemsSize() != 0; });
+            for (Conversation* row : ofNumber)
             {
-                add(findRowOfNumber(*list_, number)); // an additional call stands before the party's own row
+                add(hasRowOfItsOwn && row->extraActiveConversation() ? rows.named : rows.joined, row);
             }
         }
     }
-    add(findRowById(*list_, contact.getConversationId()));
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    add(rows.joined, findRowById(*list_, contact.getConversationId()));
 }
 
 /**
  * Folds the gathered rows into the one that was updated, puts the list in order and tells who changed. Two rows
  * that are live with different calls stay two, or one call would be lost.
  */
-void ConversationAggregator::finishUpdate(Conversation* updated, Conversation& update, const Rows& gathered)
+void ConversationAggregator::finishUpdate(Conversation* updated, Conversation& update, const Gathered& gathered)
 {
-    Rows named;
-    for (Conversation* row : gathered)
+    Rows named = gathered.named;
+    for (Conversation* row : gathered.joined)
     {
-        if (!list_->contains(row) || !list_->contains(updated))
+        if (!list_->contains(row) || !list_->contains(updated) || row->isOtherContactThan(update))
         {
             continue;
         }
-        const bool isOtherCall = isLive(*row) && isLive(*updated) && row->getCallId() != updated->getCallId();
-        if (isOtherCall || row->extraActiveConversation())
+        if (isLive(*row) && isLive(*updated) && row->getCallId() != updated->getCallId())
         {
-            row->updateName(update.getFirstName(), update.getLastName());
             named.push_back(row);
             continue;
         }
@@ -381,6 +392,12 @@ void ConversationAggregator::finishUpdate(Conversation* updated, Conversation& u
         mergeIntoExistingConversation(*row, update, KEEPING_ID);
         mergeIntoExistingConversation(*updated, *row, KEEPING_ID);
         removeRow(row);
+    }
+    named.erase(std::remove_if(named.begin(), named.end(), [this](auto* row) { return !list_->contains(row); }),
+                named.end());
+    for (Conversation* row : named)
+    {
+        row->updateName(update.getFirstName(), update.getLastName());
     }
     list_->sort();
     Conversation* match = findMatchingConversation(update).first;
@@ -442,6 +459,7 @@ void ConversationAggregator::removeActiveItemForCall(const std::string& callId, 
     const NotificationRound::Scope round(round_);
     const std::string id = callId;
     CONVERSATION_LOG(5, "removeActiveItemForCall() callId='%s'", id.c_str());
+    temporaries_->removeCall(id);
     const auto [row, index] = findRowOfCall(*list_, id);
     if (!row)
     {
@@ -449,6 +467,7 @@ void ConversationAggregator::removeActiveItemForCall(const std::string& callId, 
     }
     const bool phantomGoes = phantom_->needsDestroyingPhantomConversation(id);
     row->removeItem(id);
+    forgetCallElsewhere(id);
     if (phantom_->rootConversationsCallEndedFirst(*row))
     {
         foldPhantomInto(*row);
@@ -467,10 +486,23 @@ void ConversationAggregator::removeActiveItemForCall(const std::string& callId, 
     {
         CONVERSATION_LOG(5, "removeActiveItemForCall() conversation %s will be deleted",
                          row->getShortConversationId().c_str());
-        removeRow(row);
-        return;
+        notifyObserversOfConversationDeleted(row);
+        if (row->getConversationItemsSize() == 0)
+        {
+            retireRow(row);
+            return;
+        }
     }
     settleRowAfterCall(row->isPhantomConversation() && !isLive(*row) ? foldPhantomBack() : row);
+}
+
+/** While a phantom is being folded into its root, both hold its call. */
+void ConversationAggregator::forgetCallElsewhere(const std::string& callId)
+{
+    while (Conversation* other = list_->find(HoldsCallCondition(callId)))
+    {
+        other->removeItem(callId);
+    }
 }
 
 /** Of the calls of one contact the root's has ended: the root goes on with the other one. */
@@ -580,6 +612,11 @@ void ConversationAggregator::removeRow(Conversation* row)
 {
     const NotificationRound::Scope round(round_);
     notifyObserversOfConversationDeleted(row);
+    retireRow(row);
+}
+
+void ConversationAggregator::retireRow(Conversation* row)
+{
     if (list_->contains(row))
     {
         list_->pop(row);

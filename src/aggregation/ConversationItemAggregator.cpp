@@ -13,6 +13,7 @@
 #include "aggregation/ItemSources.h"
 #include "aggregation/LaterItems.h"
 #include "model/ItemOrder.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <optional>
@@ -197,8 +198,11 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
     LaterItems later;
     const auto place = [&](const ItemBatches::Ranked& one)
     { return placeItem(one.item, [&](Conversation& conversation) { later.appendBefore(conversation, one); }); };
-    for (const ItemBatches::Batch& batch : batches.inOrder())
+    const std::vector<ItemBatches::Batch>& all = batches.inOrder();
+    for (std::size_t i = 0; i < all.size(); ++i)
     {
+        const ItemBatches::Batch& batch = all[i];
+        prefetch(*all[std::min(i + PREFETCH_DISTANCE, all.size() - 1)].first.item);
         Conversation* target = place(batch.first);
         if (target)
         {
@@ -300,9 +304,18 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
         5, "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
         conversation->getShortConversationId().c_str(), static_cast<int>(conversation->getConversationItemsSize()));
     conversation->removeItem(callId);
+    const bool isEmptied = conversation->getConversationItemsSize() == 0;
+    if (isEmptied)
+    {
+        removeConversation(conversation); // observers may combine everything anew, and must not find it
+    }
     notifyObservers([&callId](ConversationSourceObserverIfc& observer)
                     { observer.removeActiveItemForCall(callId, nullptr); });
-    if (conversations_->contains(conversation))
+    if (isEmptied)
+    {
+        CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
+    }
+    else if (conversations_->contains(conversation))
     {
         settleAfterCall(conversation, callId);
     }
@@ -311,21 +324,13 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
 }
 
 /**
- * Without items the conversation is gone. With some it is remembered by those from now on: remembered by the
- * call, it would not be recognised when another call of the party comes first in a rebuild.
+ * The conversation is remembered by the items that are left: remembered by the call, it would not be recognised
+ * when another call of the party comes first in a rebuild.
  */
 void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId)
 {
-    if (conversation->getConversationItemsSize() == 0)
-    {
-        CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
-        removeConversation(conversation);
-    }
-    else
-    {
-        conversation->callEnded(callId);
-        uniteWithConversationOfSameId(conversation);
-    }
+    conversation->callEnded(callId);
+    uniteWithConversationOfSameId(conversation);
 }
 
 /**
@@ -472,7 +477,10 @@ ConversationItemAggregator::findConversationsOf(Conversation& contact)
 void ConversationItemAggregator::conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found)
 {
     const NotificationRound::Scope round(round_);
-    Conversation* root = found.at(0);
+    const auto firstOwn = std::find_if(found.begin(), found.end(),
+                                       [](const Conversation* one) { return !one->extraActiveConversation(); });
+    const bool hasOwnConversation = firstOwn != found.end();
+    Conversation* root = hasOwnConversation ? *firstOwn : found.at(0);
     CONVERSATION_LOG(6, "conversationUpdatedByNumber root=%p, rootid=%s", static_cast<void*>(root),
                      root->getConversationId().c_str());
     CONVERSATION_LOG(6, "merge converationItems with new contact");
@@ -484,7 +492,8 @@ void ConversationItemAggregator::conversationUpdatedByNumber(Conversation& conta
         {
             continue;
         }
-        if (isLiveWithOtherCall(*conversation, liveCallId))
+        if (isLiveWithOtherCall(*conversation, liveCallId) ||
+            (hasOwnConversation && conversation->extraActiveConversation()))
         {
             // Two live calls under one id would lose one of them: this one only shows the contact's name.
             conversation->updateName(contact.getFirstName(), contact.getLastName());

@@ -20,7 +20,7 @@ ConversationMerger::ConversationMerger(Conversation* target) : target_(target) {
 void ConversationMerger::operator()(Conversation* conversation)
 {
     const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
-    if (!target_ || !item || !target_->isSameConversationAs(*item))
+    if (!target_ || !item || !target_->isSameConversationAs(*item) || target_->isOtherContactThan(*conversation))
     {
         return;
     }

@@ -5,6 +5,8 @@
 #include "ConversationAPI/NotificationRound.h"
 #include "Observers.h"
 
+#include <utility>
+
 namespace ConversationAPI
 {
 void DisplayObservers::add(ConversationObserver* observer)
@@ -21,29 +23,30 @@ void DisplayObservers::remove(ConversationObserver* observer)
 }
 
 template <typename Notification>
-void DisplayObservers::tell(Notification notification)
-{
-    const NotificationRound::Scope round(round_);
-    tellEach(observers_, notification);
-}
-
-template <typename Notification>
 void DisplayObservers::tellOf(Conversation* row, Notification notification)
 {
-    tell(
-        [&](ConversationObserver& observer)
-        {
-            const std::size_t index = list_.indexOf(row);
-            if (index < list_.size())
-            {
-                notification(observer, static_cast<int>(index));
-            }
-        });
+    const NotificationRound::Scope round(round_);
+    if (isTellingOfRow_)
+    {
+        round_.tellListAtEnd();
+    }
+    const bool wasTelling = std::exchange(isTellingOfRow_, true);
+    tellEach(observers_,
+             [&](ConversationObserver& observer)
+             {
+                 const std::size_t index = list_.indexOf(row);
+                 if (index < list_.size())
+                 {
+                     notification(observer, static_cast<int>(index));
+                 }
+             });
+    isTellingOfRow_ = wasTelling;
 }
 
 void DisplayObservers::listChanged()
 {
-    tell([this](ConversationObserver& observer) { observer.conversationListChanged(&list_); });
+    const NotificationRound::Scope round(round_);
+    tellEach(observers_, [this](ConversationObserver& observer) { observer.conversationListChanged(&list_); });
 }
 
 void DisplayObservers::presenceUpdated(Conversation* row)
@@ -69,6 +72,10 @@ void DisplayObservers::updatedAndMoved(Conversation* row, unsigned index)
 
 void DisplayObservers::deleted(Conversation* row)
 {
-    tellOf(row, [row](ConversationObserver& observer, int) { observer.conversationDeleted(row); });
+    if (leaving_.insert(row).second)
+    {
+        tellOf(row, [row](ConversationObserver& observer, int) { observer.conversationDeleted(row); });
+        leaving_.erase(row);
+    }
 }
 } // namespace ConversationAPI

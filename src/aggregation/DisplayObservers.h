@@ -3,10 +3,13 @@
  *
  * Observers are told in the order in which they were added; one that is added twice is told twice. They may call
  * back: of a row that is not listed any more nobody is told, and where a row stands is looked up for each observer
- * anew. List and round are not owned and outlive this object, observers are not owned either.
+ * anew. When a row changes while another one is being told of, the observers hear of the two in different orders,
+ * and none of them may be right: at the end they are told the whole list. List and round are not owned and outlive this
+ * object, observers are not owned either.
  */
 #pragma once
 
+#include <set>
 #include <vector>
 
 namespace ConversationAPI
@@ -38,12 +41,12 @@ class DisplayObservers
 
   private:
     template <typename Notification>
-    void tell(Notification notification);
-    template <typename Notification>
     void tellOf(Conversation* row, Notification notification);
 
     ConversationList& list_;
     NotificationRound& round_;
     std::vector<ConversationObserver*> observers_;
+    std::set<Conversation*> leaving_; ///< of which the observers are being told that they go
+    bool isTellingOfRow_ = false;
 };
 } // namespace ConversationAPI

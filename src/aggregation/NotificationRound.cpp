@@ -6,7 +6,10 @@
 
 namespace ConversationAPI
 {
-NotificationRound::NotificationRound(std::function<void(bool)> rebuild) : rebuild_(std::move(rebuild)) {}
+NotificationRound::NotificationRound(std::function<void(bool)> rebuild, std::function<void()> tellList)
+    : rebuild_(std::move(rebuild)), tellList_(std::move(tellList))
+{
+}
 
 NotificationRound::~NotificationRound() = default;
 
@@ -47,9 +50,17 @@ void NotificationRound::retire(Conversation* conversation)
 void NotificationRound::finish()
 {
     retired_.clear();
-    while (std::exchange(isRebuildAsked_, false))
+    while (isRebuildAsked_ || isListAsked_)
     {
-        rebuild_(std::exchange(areObserversToBeTold_, false));
+        isListAsked_ = false;
+        if (std::exchange(isRebuildAsked_, false))
+        {
+            rebuild_(std::exchange(areObserversToBeTold_, false));
+        }
+        else
+        {
+            tellList_();
+        }
         retired_.clear();
     }
 }

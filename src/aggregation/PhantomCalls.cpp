@@ -43,7 +43,7 @@ bool PhantomCalls::needsDestroyingPhantomConversation(const std::string& callId)
 bool PhantomCalls::rootConversationsCallEndedFirst(const Conversation& row) const
 {
     const Conversation* phantom = list_.getPhantomConversation();
-    return phantom && phantom != &row && !row.isActiveOrProgressingOrClearing() &&
+    return phantom && phantom != &row && !row.isActiveOrProgressingOrClearing() && !phantom->storedIdText().empty() &&
            row.storedIdText() == phantom->storedIdText();
 }
 
@@ -79,7 +79,7 @@ void PhantomCalls::makeRowOfPhantom()
     list_.push_back(row);
 }
 
-std::vector<PhantomCalls::SameId> PhantomCalls::liveRowsOfOneId(const std::string& phantomCallId) const
+std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
 {
     std::vector<Conversation*> live;
     std::copy_if(list_.begin(), list_.end(), std::back_inserter(live),
@@ -101,6 +101,14 @@ std::vector<PhantomCalls::SameId> PhantomCalls::liveRowsOfOneId(const std::strin
     }
     std::stable_partition(others.begin(), others.end(),
                           [&phantomCallId](const SameId& pair) { return pair.other->getCallId() == phantomCallId; });
+    for (Conversation* row : list_)
+    {
+        const auto root = roots.empty() ? roots.end() : roots.find(row->getConversationId());
+        if (root != roots.end() && !row->isActiveOrProgressingOrClearing())
+        {
+            others.push_back({root->second, row});
+        }
+    }
     return others;
 }
 } // namespace ConversationAPI

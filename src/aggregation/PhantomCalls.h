@@ -46,15 +46,18 @@ class PhantomCalls
     /** Makes the phantom a row as all others. */
     void makeRowOfPhantom();
 
-    /** A live row and the one under whose id it is listed. */
+    /** A row and the live one whose id it has, too. */
     struct SameId
     {
         Conversation* root;
         Conversation* other;
     };
 
-    /** Live rows whose id another one before them has; the one with this call comes first if it is among them. */
-    std::vector<SameId> liveRowsOfOneId(const std::string& phantomCallId) const;
+    /**
+     * Rows of the id of a live one that keeps it: live ones, first of them the one with this call if it is among
+     * them, then those that are not live.
+     */
+    std::vector<SameId> rowsOfOneId(const std::string& phantomCallId) const;
 
   private:
     ConversationList& list_;

@@ -44,15 +44,26 @@ class IsRowOfItem : public ConversationUnaryCondition
     const ConversationItemMatcher matcher_;
 };
 
-class IsRowOfNumber : public HasConversationAnyNumberMatchingCondition
+/** Holds for nothing, and so is asked of everything that has the number. */
+class CollectsRowsOfNumber : public HasConversationAnyNumberMatchingCondition
 {
   public:
-    using HasConversationAnyNumberMatchingCondition::HasConversationAnyNumberMatchingCondition;
+    CollectsRowsOfNumber(const std::string& number, std::vector<Conversation*>& rows)
+        : HasConversationAnyNumberMatchingCondition(number), rows_(rows)
+    {
+    }
 
     bool operator()(Conversation* row) const override
     {
-        return !row->extraActiveConversation() && HasConversationAnyNumberMatchingCondition::operator()(row);
+        if (HasConversationAnyNumberMatchingCondition::operator()(row))
+        {
+            rows_.push_back(row);
+        }
+        return false;
     }
+
+  private:
+    std::vector<Conversation*>& rows_;
 };
 
 class IsContactWithNumber : public ConversationUnaryCondition
@@ -96,9 +107,15 @@ ListedRow findRowOf(const ConversationList& list, const Conversation& conversati
     if (conversation.getContactSource() != Conversation::NO_CONTACT && !id.empty())
     {
         const ListedRow own = list.findWithIndex(ConversationIDCondition(id));
-        const bool isInCall = own.first && own.first->isActiveOrProgressingOrClearing();
-        // Of two live rows the one with the contact's id keeps it: the other one would get it as well.
-        found = !found.first || (isInCall && found.first->isActiveOrProgressingOrClearing()) ? own : found;
+        // A live row that has the contact's id keeps it: the other one would get it as well. And two contacts may
+        // share a number.
+        const bool isOwnPreferred = own.first && (own.first->isActiveOrProgressingOrClearing() || !found.first ||
+                                                  found.first->isOtherContactThan(conversation));
+        found = isOwnPreferred ? own : found;
+        if (found.first && found.first->isOtherContactThan(conversation))
+        {
+            found = {nullptr, 0};
+        }
     }
     return found.first ? found : ofCall; // a phantom's call is its own when its root is gone
 }
@@ -108,9 +125,14 @@ Conversation* findRowById(const ConversationList& list, const std::string& conve
     return conversationId.empty() ? nullptr : list.find(ConversationIDCondition(conversationId));
 }
 
-Conversation* findRowOfNumber(const ConversationList& list, const std::string& number)
+std::vector<Conversation*> findRowsOfNumber(const ConversationList& list, const std::string& number)
 {
-    return list.find(IsRowOfNumber(number));
+    std::vector<Conversation*> rows;
+    if (!number.empty())
+    {
+        list.find(CollectsRowsOfNumber(number, rows));
+    }
+    return rows;
 }
 
 ListedRow findRowOfCall(const ConversationList& list, const std::string& callId)

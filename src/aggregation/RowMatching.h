@@ -3,6 +3,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -22,8 +23,8 @@ ListedRow findRowOf(const ConversationList& list, const Conversation& conversati
 /** Null for "" and when no row has the id. */
 Conversation* findRowById(const ConversationList& list, const std::string& conversationId);
 
-/** The row of a party's history, which is not that of an additional call; null when there is none. */
-Conversation* findRowOfNumber(const ConversationList& list, const std::string& number);
+/** All rows that have the number, in the list's order; none for "". */
+std::vector<Conversation*> findRowsOfNumber(const ConversationList& list, const std::string& number);
 
 /** Who has a live call or shows an ended one, wherever the call stands among its items; nobody for "". */
 ListedRow findRowOfCall(const ConversationList& list, const std::string& callId);

@@ -49,6 +49,14 @@ std::unique_ptr<Conversation> TemporaryConversations::take(Conversation* convers
     return std::unique_ptr<Conversation>(conversation);
 }
 
+void TemporaryConversations::removeCall(const std::string& callId)
+{
+    for (Conversation* conversation : temporary_)
+    {
+        conversation->removeItem(callId);
+    }
+}
+
 void TemporaryConversations::retire(const std::string& conversationId)
 {
     const std::string id = conversationId;

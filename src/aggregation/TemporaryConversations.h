@@ -31,6 +31,9 @@ class TemporaryConversations
     /** Hands one over that is kept here; null when it is not. */
     std::unique_ptr<Conversation> take(Conversation* conversation);
 
+    /** The call has ended. */
+    void removeCall(const std::string& callId);
+
     /** Retires those of this id. */
     void retire(const std::string& conversationId);
     void retire(std::unique_ptr<Conversation> conversation);

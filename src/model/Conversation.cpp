@@ -5,6 +5,7 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "Log.h"
 #include "model/ConversationMerge.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <utility>
@@ -177,10 +178,11 @@ void Conversation::appendAll(const std::vector<ConversationItem*>& items)
     {
         const CriticalSection guard(lock_);
         data_.reserve(std::min(data_.items().size() + items.size(), MOST_HISTORY_ITEMS + 1));
-        for (ConversationItem* item : items)
+        for (std::size_t place = 0; place < items.size(); ++place)
         {
-            takeContactFrom(*item);
-            addItem(OwnedItem(item));
+            prefetch(*items[std::min(place + PREFETCH_DISTANCE, items.size() - 1)]);
+            takeContactFrom(*items[place]);
+            addItem(OwnedItem(items[place]));
         }
     }
     contactNumbersChanged(before->numbers);
@@ -381,6 +383,12 @@ void Conversation::setAllItemsAsViewed()
 
 void Conversation::mergeItems(std::vector<ConversationItem*> items)
 {
+    addMergedItems(std::move(items), true);
+}
+
+/** With `replacesLiveCall`, a live call that comes first takes the place of the one that the conversation shows. */
+void Conversation::addMergedItems(std::vector<ConversationItem*> items, bool replacesLiveCall)
+{
     items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
     if (items.empty())
     {
@@ -390,7 +398,7 @@ void Conversation::mergeItems(std::vector<ConversationItem*> items)
     {
         const CriticalSection guard(lock_);
         const ConversationItem* initial = initialItem();
-        if (isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
+        if (replacesLiveCall && isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
             isReplaceableLiveCall(*items.front()))
         {
             removeAndDeleteFrontItem();
@@ -422,6 +430,14 @@ std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const F
 const SharedText& Conversation::contactId() const
 {
     return takenContactId().empty() ? id_ : takenContactId();
+}
+
+/** A contact that has no id of its own yet may be any: it is taken for news of the one that is there. */
+bool Conversation::isOtherContactThan(const Conversation& other) const
+{
+    const auto isKnown = [](const SharedText& id) { return !id.empty() && id.view() != TEMPORARY_CONVERSATION_ID; };
+    return hasTakenInContact() && other.hasTakenInContact() && isKnown(contactId()) && isKnown(other.contactId()) &&
+           contactId() != other.contactId();
 }
 
 void Conversation::cloneContactInfo(const Conversation& other)

@@ -97,6 +97,8 @@ void ConversationIDCache::put(const SharedText& id, std::unique_ptr<Conversation
     {
         remove(old->second);
     }
+    // It outlives what it was cloned from, whose memory can be given back whole only if nothing of it is shared.
+    item->keepOwnTexts();
     entries_.push_back(Entry{std::move(item), id, nextSequence_++});
     const Entry& entry = entries_.back();
     const ConversationItem& cached = *entry.item;

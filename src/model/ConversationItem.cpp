@@ -46,7 +46,8 @@ ConversationItem::~ConversationItem() = default;
 
 bool ConversationItem::isActiveOrProgressingOrClearing() const
 {
-    return isActiveOrClearing() || isProgressing() || isIncomingGroupPickup();
+    // Asked of every item of the history whenever two are compared, and its state alone tells that it is none of these.
+    return !isOrderedByTimeAlone(getState()) && (isActiveOrClearing() || isProgressing() || isIncomingGroupPickup());
 }
 
 bool ConversationItem::isActiveOrClearing() const
@@ -330,6 +331,14 @@ std::string ConversationItem::lastNumber()
         return party.getMobileNumber();
     default:
         return party.getWorkNumber1();
+    }
+}
+
+void ConversationItem::keepOwnTexts()
+{
+    for (ConversationParticipant& party : participants_)
+    {
+        party.keepOwnTexts();
     }
 }
 

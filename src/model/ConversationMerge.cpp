@@ -1,7 +1,6 @@
 #include "model/ConversationMerge.h"
 
 #include "ConversationAPI/ConversationIDGenerator.h"
-#include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
 
@@ -25,11 +24,6 @@ bool conversationHasWSISourcedContactInfo(const Conversation& conversation)
     return conversation.getContactSource() == Conversation::WSI_CONTACT;
 }
 
-/** Whether an id names a conversation rather than one on its way into another or one without an id yet. */
-bool isKnown(const SharedText& id)
-{
-    return !id.empty() && id.view() != TEMPORARY_CONVERSATION_ID;
-}
 } // namespace
 
 ConversationMerge::ConversationMerge(Conversation& into, const Conversation& from)
@@ -65,7 +59,14 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
                                                    from_.getContactSource() == Conversation::NO_CONTACT);
     takeGroupFields();
     const Items arrived = cloneItems();
-    into_.mergeItems(arrived);
+    if (dropCallsAmong(arrived))
+    {
+        into_.addMergedItems(arrived, false);
+    }
+    else
+    {
+        into_.mergeItems(arrived);
+    }
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
@@ -93,11 +94,9 @@ bool ConversationMerge::fromIsContactOnly() const
     return conversationOnlyHasContactInfo(from_) || conversationHasWSISourcedContactInfo(from_);
 }
 
-/** A contact that has no id of its own yet may be any: it is taken for news of the one that is there. */
 bool ConversationMerge::contactsDiffer() const
 {
-    return into_.hasTakenInContact() && from_.hasTakenInContact() && isKnown(into_.contactId()) &&
-           isKnown(from_.contactId()) && into_.contactId() != from_.contactId();
+    return into_.isOtherContactThan(from_);
 }
 
 /** A contact whose conversation gets another id is still the same contact when its record comes anew. */
@@ -124,6 +123,27 @@ std::vector<ConversationItem*> ConversationMerge::cloneItems() const
         clones.push_back(item->clone());
     }
     return clones;
+}
+
+/**
+ * A newer record of a call takes the place of the older one wherever that stands and whatever state it told; then
+ * no other call has to give way to it. Answers whether there was an older one.
+ */
+bool ConversationMerge::dropCallsAmong(const Items& arrived)
+{
+    if (into_.data_.holdsOnlyPlainItems())
+    {
+        return false;
+    }
+    const auto isAmongThem = [&arrived](const ConversationItem& held)
+    {
+        return !held.callIdText().empty() &&
+               std::any_of(arrived.begin(), arrived.end(),
+                           [&held](const ConversationItem* item) { return item->callIdText() == held.callIdText(); });
+    };
+    const CriticalSection guard(into_.lock_);
+    into_.keysChanged();
+    return !into_.data_.extractIf(isAmongThem).empty();
 }
 
 std::vector<ConversationItem*> ConversationMerge::itemsNotCovered() const

@@ -28,6 +28,7 @@ class ConversationMerge
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
     Items cloneItems() const;
+    bool dropCallsAmong(const Items& arrived);
     Items itemsNotCovered() const;
     void keepArrivedAndClaimed(Items& strangers, const Items& arrived) const;
     void takeOrigin(const Conversation::Folding& folding);

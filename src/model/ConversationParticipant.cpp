@@ -141,6 +141,11 @@ void ConversationParticipant::setContactImagePath(const std::string& path)
     setDetails(getFirstName(), getSurname(), getNumber(), getPhoneNumberType(), path, false);
 }
 
+void ConversationParticipant::keepOwnTexts()
+{
+    setDetails(getFirstName(), getSurname(), getNumber(), getPhoneNumberType(), getContactImagePath(), false);
+}
+
 void ConversationParticipant::saveNumber(const std::string& number)
 {
     const std::string saved = number;

@@ -21,10 +21,10 @@ namespace Aggregation
 class Directory : public ConversationSourceIfc
 {
   public:
-    ConversationList* getConversations() const override { return held.get(); }
+    ConversationList* getConversations() const override { return &held; }
     Conversation* getConversation(const std::string& id) override
     {
-        return held->find(ConversationListConditions::ConversationIDCondition(id));
+        return held.find(ConversationListConditions::ConversationIDCondition(id));
     }
     void addObserver(ConversationSourceObserverIfc* added) override { observers.push_back(added); }
     void removeObserver(ConversationSourceObserverIfc* gone) override
@@ -35,7 +35,7 @@ class Directory : public ConversationSourceIfc
     std::vector<std::string> getInUseConversationIds() override
     {
         Texts ids;
-        held->getInUseConversationIds(ids);
+        held.getInUseConversationIds(ids);
         return ids;
     }
     void clearSearchResults() override { notes.push_back("clear"); }
@@ -43,19 +43,19 @@ class Directory : public ConversationSourceIfc
     void deleteConversation(const std::string& id) override
     {
         notes.push_back("delete");
-        held->findAndDeleteConversationsThatMatch(ConversationListConditions::ConversationIDCondition(id));
+        held.findAndDeleteConversationsThatMatch(ConversationListConditions::ConversationIDCondition(id));
     }
     void deleteConversations() override { notes.push_back("delete all"); }
     int getSourceType() override { return type; }
     void conversationUpdated(Conversation*) override { notes.push_back("updated"); }
     void markAllMissedCallsRead() override { notes.push_back("read"); }
 
-    Conversation& any() const { return *held->atIndex(0); }
+    Conversation& any() const { return *held.atIndex(0); }
     Conversation* named(const std::string& name) const
     {
-        const auto found = std::find_if(held->begin(), held->end(),
+        const auto found = std::find_if(held.begin(), held.end(),
                                         [&](const auto* contact) { return contact->getFirstName() == name; });
-        return found == held->end() ? nullptr : *found;
+        return found == held.end() ? nullptr : *found;
     }
 
     void tell(Conversation* contact)
@@ -69,7 +69,7 @@ class Directory : public ConversationSourceIfc
         std::for_each(told.begin(), told.end(), [](auto* each) { each->conversationsChanged(); });
     }
 
-    std::unique_ptr<ConversationList> held = std::make_unique<ConversationList>();
+    mutable ConversationList held; ///< which knows no const list
     std::vector<ConversationSourceObserverIfc*> observers;
     Texts notes;
     int type = 2;
@@ -154,50 +154,31 @@ struct Combined : World
             {"held", ActiveCall::REMOTE_ON_HOLD},
             {"group", ActiveCall::GROUP_PICKUP_INCOMING},
             {"pickup", ActiveCall::GROUP_PICKUP_CONNECTED}};
-        if (const auto state = states.find(what); state != states.end())
+        const std::map<std::string, std::function<void()>> others = {
+            {"conference", [&] { calls.activeCallEvent(conference(id, number, name)); }},
+            {"end", [&] { calls.clearActiveCallEvent(id); }},
+            {"past", [&] { history(id, number, name); }},
+            {"contact", [&] { contactIs(id, number, name); }},
+            {"delete", [&] { combined.deleteConversation(rowOf(id) ? rowOf(id)->getConversationId() : id); }},
+            {"regroup", [&] { aggregator.conversationItemsChanged(); }},
+            {"combine", [&] { combined.conversationsChanged(); }},
+            {"clear", [&] { combined.clearTemporaryConversations(); }},
+            {"read", [&] { combined.markAllMissedCallsRead(); }},
+            {"leave", [&] { combined.removeObserver(&screen); }},
+            {"on", [&] { screen.reaction = [this, then = text.substr(3)] { run(then); }; }}};
+        if (const auto other = others.find(what); other != others.end())
         {
-            number = numbers[id] = number.empty() ? numbers[id] : number;
-            event(id, state->second, number, name);
+            other->second();
+            return;
         }
-        else if (what == "conference")
-        {
-            ++now();
-            calls.activeCallEvent(
-                ActiveCall(&clock, id, party(number, ""), party(name, ""), ActiveCall::SMALL_CONFERENCE));
-        }
-        else if (what == "end")
-        {
-            calls.clearActiveCallEvent(id);
-        }
-        else if (what == "past")
-        {
-            history(id, number, name);
-        }
-        else if (what == "contact")
-        {
-            contactIs(id, number, name);
-        }
-        else if (what == "delete")
-        {
-            combined.deleteConversation(rowOf(id) ? rowOf(id)->getConversationId() : id);
-        }
-        else if (what == "on")
-        {
-            screen.reaction = [this, then = text.substr(3)] { run(then); };
-        }
-        else
-        {
-            whole(what);
-        }
+        number = numbers[id] = number.empty() ? numbers[id] : number;
+        event(id, states.at(what), number, name);
     }
 
-    void whole(const std::string& what)
+    static ActiveCall conference(const std::string& id, const std::string& number, const std::string& other)
     {
-        what == "regroup"   ? aggregator.conversationItemsChanged()
-        : what == "combine" ? combined.conversationsChanged()
-        : what == "clear"   ? combined.clearTemporaryConversations()
-        : what == "leave"   ? combined.removeObserver(&screen)
-                            : (void)combined.markAllMissedCallsRead();
+        ++now();
+        return ActiveCall(&clock, id, party(number, ""), party(other, ""), ActiveCall::SMALL_CONFERENCE);
     }
 
     /** A new contact or other numbers of a known one; "gone" as a number takes it away. */
@@ -206,7 +187,7 @@ struct Combined : World
         Conversation* known = directory.named(name);
         if (work == "gone")
         {
-            directory.held->remove(known);
+            directory.held.remove(known);
             directory.tellChanged();
             return;
         }
@@ -218,7 +199,7 @@ struct Combined : World
         known->setContactSource(Conversation::DIRECTORY_CONTACT);
         known->setSource(&directory);
         known->init(contactTime);
-        directory.held->push_back(known);
+        directory.held.push_back(known);
         directory.tell(known);
     }
 

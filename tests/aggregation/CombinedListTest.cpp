@@ -1,6 +1,8 @@
 #include "CombinedFixture.h"
 #include "ConversationAPI/StaticConversationIDGenerator.h"
 
+#include <list>
+
 namespace
 {
 using namespace Aggregation;
@@ -16,6 +18,18 @@ struct Prepared : Combined
         directory.notes.clear();
     }
     Conversation& contactOf(const std::string& name) { return *directory.named(name); }
+    /** Of this id, and not told yet. */
+    void knowContact(const std::string& id, const std::string& name, const std::string& number)
+    {
+        static std::list<StaticConversationIDGenerator> generators; // which outlive all conversations
+        Conversation* made = conversations.createConversation(generators.emplace_back(id));
+        made->setPhoneNumbers(number, "", "", "", number, CallPartyIdentifier::WORK_1);
+        made->updateName(name, "");
+        made->setContactSource(Conversation::DIRECTORY_CONTACT);
+        made->setSource(&directory);
+        made->init();
+        directory.held.push_back(made);
+    }
     const std::string& idOfRow(const std::string& sought) const { return rowOf(sought)->getConversationId(); }
 };
 
@@ -28,14 +42,7 @@ TEST(CombinedListTest, OnePartyOfTwoSourcesIsOneRowWithTheIdOfTheFirst)
         w.combined.setSources({nullptr, nullptr}, true);
         EXPECT_EQ(w.shown() + w.screen.take(), "list");
         EXPECT_FALSE(w.combined.markAllMissedCallsRead());
-        StaticConversationIDGenerator own("of the contact");
-        Conversation* bob = w.conversations.createConversation(own);
-        bob->setPhoneNumbers("4712", "", "", "", "4712", CallPartyIdentifier::WORK_1);
-        bob->updateName("Bob", "");
-        bob->setContactSource(Conversation::DIRECTORY_CONTACT);
-        bob->setSource(directory);
-        bob->init();
-        w.directory.held->push_back(bob);
+        w.knowContact("of the contact", "Bob", "4712");
         w.combined.setSourcesInPreferredOrder(isHistoryFirst ? history : directory,
                                               isHistoryFirst ? directory : history, true);
         EXPECT_EQ(w.shown().substr(1), " Bob: e2 | A Ann: e1");
@@ -114,7 +121,6 @@ TEST(CombinedListTest, PresenceGoesToTheRowAlone)
         EXPECT_EQ(w.rowOf("Ann")->getPresenceState(), Conversation::BUSY);
         EXPECT_EQ(w.screen.take(), isReady ? "presence " + w.screen.nameOf(*w.rowOf("Ann")) : "");
         EXPECT_TRUE(w.directory.notes.empty()) << "it concerns no source";
-        const auto stranger = w.contact("Eve", "4711", "4712");
         w.combined.setSources({&w.aggregator}, true);
         w.screen.take();
         tellPresence(w.contactOf("Bob"), Conversation::AWAY);
@@ -263,13 +269,7 @@ TEST(CombinedListTest, WhatOnlyASourceHasIsFoundAsATemporaryCopy)
 TEST(CombinedListTest, ARowThatASourceKnowsAContactOfIsFoundWithIt)
 {
     Prepared w({"past e1 4711"});
-    StaticConversationIDGenerator same(w.idOfRow("e1"));
-    Conversation* ann = w.conversations.createConversation(same);
-    ann->setPhoneNumbers("4711", "", "", "", "4711", CallPartyIdentifier::WORK_1);
-    ann->updateName("Ann", "");
-    ann->setContactSource(Conversation::DIRECTORY_CONTACT);
-    ann->init();
-    w.directory.held->push_back(ann);
+    w.knowContact(w.idOfRow("e1"), "Ann", "4711");
     Conversation* found = w.combined.getConversationByConversationID(w.idOfRow("e1"));
     EXPECT_NE(found, w.rowOf("e1"));
     EXPECT_EQ(describe(*found), "Ann: e1");

@@ -37,12 +37,12 @@ struct RandomDay : Combined
             live.erase(ended);
             return text;
         }
-        if (kind == 11)
+        if (kind == 11 && live.empty()) // a contact that comes during calls: see CombinedListTest
         {
             const std::size_t who = upTo(2); // contacts that share a number are not told apart
             const std::string name = who == 0 ? "Ann" : "Bob", work = NUMBERS[2 * who], mobile = NUMBERS[2 * who + 1];
-            const bool goes = live.empty() && upTo(4) == 0 && directory.named(name);
-            const bool hasOne = live.empty() && upTo(2) == 0; // a call stays with the contact that loses its number
+            const bool goes = upTo(4) == 0 && directory.named(name);
+            const bool hasOne = upTo(2) == 0;
             return "contact " + name + " " + (goes ? "gone" : work + (hasOne ? "" : " " + mobile));
         }
         if (kind == 12)
@@ -55,9 +55,7 @@ struct RandomDay : Combined
     /** What a display may do while it is told something. */
     std::string reaction()
     {
-        const std::string entry = "e" + std::to_string(upTo(entries + 1U));
-        return "on " +
-               anyOf({"leave", "combine", "regroup", "clear", "read", "delete " + entry, "past x" + entry + " 4711"});
+        return "on " + anyOf({"leave", "combine", "regroup", "clear", "read", "delete e" + std::to_string(upTo(9))});
     }
 
     std::mt19937 random;
@@ -88,7 +86,7 @@ TEST(CombinedRandomTest, DisplayAndSourcesAgreeAfterEveryEvent)
                 day.combined.addObserver(&day.screen);
                 day.combined.start();
             }
-            ASSERT_EQ(day.disagreements(), "") << seed << "\n" << past << day.shown();
+            ASSERT_EQ(day.disagreements(), "") << "seed " << seed << "\n" << past << day.shown();
         }
     }
 }
@@ -173,7 +171,8 @@ TEST(CombinedRandomTest, MergingByIndexIsMergingByPairs)
         {
             for (Conversation* other : source)
             {
-                if (other->initialItem() && row->isSameConversationAs(*other->initialItem()))
+                if (other->initialItem() && row->isSameConversationAs(*other->initialItem()) &&
+                    !row->isOtherContactThan(*other))
                 {
                     Testing::deleteAll(row->foldIn(*other, {false, true, true}));
                     notMerged.erase(other);

@@ -59,6 +59,33 @@ TEST(RebuildTest, GroupsTheSameWayAsItemByItem)
     }
 }
 
+TEST(RebuildTest, CallsThatAreShownAsHeldComeBeforeHistoryButNotBeforeNewerTexts)
+{
+    World w;
+    const auto call = [&w](const std::string& id, long time)
+    {
+        ActiveCall one(nullptr, id, CallPartyIdentifier("", "", id, CallPartyIdentifier::WORK_1, "", false),
+                       ActiveCall::NO_CONFERENCE);
+        one.setState(ActiveCall::REPRESENT_HELD_CALL);
+        one.setCallInitiatedTime(time);
+        return w.items.getActiveCallConversationItem(one);
+    };
+    for (ConversationItem* item : {w.items.getMissedCallConversationItem(25, "4711", "", ""), call("41", 22),
+                                   w.items.getTextConversationItem("", 20, "4712", "", ""),
+                                   w.items.getTextConversationItem("", 30, "4713", "", ""),
+                                   w.items.getMissedCallConversationItem(27, "4711", "", ""), call("42", 28)})
+    {
+        w.journal.keep(item);
+    }
+    w.aggregator.conversationItemsChanged();
+    Texts names;
+    for (const Conversation* row : *w.aggregator.getConversations())
+    {
+        names.push_back(row->getContactName());
+    }
+    EXPECT_EQ(names, (Texts{"4713", "42", "41", "4711", "4712"}));
+}
+
 TEST(RebuildTest, IdentifiersSurvive)
 {
     World w;

@@ -39,7 +39,7 @@ class RandomDay
         for (const Conversation* row : telephone_.rows())
         {
             EXPECT_TRUE(ids.insert(row->getConversationId()).second) << "two rows have one id";
-            EXPECT_GT(row->getConversationItemsSize(), 0U);
+            EXPECT_TRUE(row->getConversationItemsSize() > 0 || row->getContactSource() != Conversation::NO_CONTACT);
             for (const auto& item : row->items())
             {
                 ++places[item->isVoiceMail() ? "mailbox" : "entry " + item->getItemId() + " call " + item->getCallId()];
@@ -116,8 +116,22 @@ class RandomDay
             [this] { deleteRow(); },
             [this] { telephone_.conversations().markAllMissedCallsRead(); },
             [this] { telephone_.conversations().conversationsChanged(); },
+            [this] { changeContact(); },
         };
         all[below(static_cast<unsigned>(all.size()))]();
+    }
+
+    /** No number belongs to both, as contacts that share one are not told apart; and no call goes on. */
+    void changeContact()
+    {
+        static const std::vector<Deskphone::Contact> all{{"1", "Anna", "Berg", "030 23125000", "0221 4710200", "", ""},
+                                                         {"2", "", "Vogt", "", "", "040 66969222", "4711"}};
+        Deskphone::Contact contact = all[below(2)];
+        (below(2) == 0 ? contact.work2 : contact.home).clear();
+        if (parties_.empty())
+        {
+            telephone_.contacts().put(contact);
+        }
     }
 
     /** Not one with a call, which would go on unseen. */
@@ -158,4 +172,26 @@ TEST_P(MirroredRows, EqualTheListAndHoldEverythingOnce)
 }
 
 INSTANTIATE_TEST_SUITE_P(TwentyDays, MirroredRows, testing::Range(0U, 10U));
+
+/** A display that does something as soon as it is told of a new row. */
+struct HastyDisplay : Host::DisplayModel
+{
+    void newConversation(Conversation*, int) override { react(); }
+
+    std::function<void()> react;
+};
+
+TEST(TelephoneTest, ContactMayGoWhileTheDisplayIsToldOfIt)
+{
+    Host::SimulatedEventLoop loop{MORNING};
+    const Host::EventLoop::Scope scope(loop);
+    HastyDisplay display;
+    Deskphone::Telephone telephone{Deskphone::TelephoneSettings()};
+    telephone.conversations().addConversationEventObserver(&display);
+    int told = 0;
+    display.react = [&] { ++told, telephone.contacts().remove("1"); };
+    telephone.contacts().put({"1", "Anna", "Berg", "030 23125000", "", "", ""});
+    EXPECT_EQ(told, 1);
+    EXPECT_TRUE(telephone.rows().empty());
+}
 } // namespace
