@@ -104,12 +104,13 @@ class ConversationAggregator : public ConversationAggregatorIfc
     void updateContent(Conversation& update);
     void createNewConversation(Conversation& update);
     void mergeUpdate(Conversation& existing, Conversation& update);
+    void mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool takesId = true);
     void calculateConversationsThatNeedChanging(const Conversation& existing, const Conversation& contact,
                                                 Gathered& rows) const;
     void finishUpdate(Conversation* updated, Conversation& update, const Gathered& gathered);
     void updateSourcesWithContact(Conversation& contact);
 
-    void createPhantomConversation(const Conversation& existing, const Conversation& update);
+    void createPhantomConversation(Conversation& existing, const Conversation& update);
     std::unique_ptr<Conversation> updateUsingPhantomConversation(Conversation*& target, const Conversation& update);
     void foldPhantomInto(Conversation& root);
     Conversation* foldPhantomBack();
@@ -131,6 +132,7 @@ class ConversationAggregator : public ConversationAggregatorIfc
     const std::unique_ptr<DisplayObservers> observers_;
     const std::unique_ptr<TemporaryConversations> temporaries_;
     ConversationItemFactory* itemFactory_;
+    bool hasDroppedItems_ = false; ///< items that no row took, since the last combining
     bool sourcesReady_ = false;
     int sortType_ = 0;
     const std::unique_ptr<PhantomCalls> phantom_;

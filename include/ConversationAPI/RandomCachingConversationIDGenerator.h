@@ -50,6 +50,9 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
     SharedText getSharedConversationID(Conversation* conversation) override;
 
+    /** Whether an id was given for this item already. */
+    bool remembers(const ConversationItem& item) const;
+
     /** Whose ids are in use. Called once, before the first id is asked for; takes no lock. */
     void setConversationSources(const std::vector<ConversationSourceIfc*>& sources);
 
@@ -63,6 +66,6 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     std::unique_ptr<ConversationIDCache> cache_;
     SamenessTest test_;
     std::vector<ConversationSourceIfc*> sources_;
-    Semaphore lock_{1, 1, false};
+    mutable Semaphore lock_{1, 1, false};
 };
 } // namespace ConversationAPI

@@ -2,8 +2,10 @@
 
 #include "ConversationAPI/CallIDCondition.h"
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationCandidates.h"
 #include "ConversationAPI/ConversationListMerger.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/ConversationUnaryCondition.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/UserIdMatchesAndIsDirectType.h"
@@ -18,6 +20,7 @@
 #include "lists/ContactLookup.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -28,9 +31,6 @@ namespace
 constexpr const char* LOG_FILE = "./src/ConversationAggregator";
 
 constexpr int ALPHABETICALLY = 1;
-
-/** Who is reported deleted still has the id by which displays know it. */
-constexpr Conversation::Folding KEEPING_ID{false, true, true};
 
 bool isLive(const Conversation& conversation)
 {
@@ -48,30 +48,23 @@ bool hasCallOfItsOwn(const Conversation& row, Conversation& update)
                                          });
 }
 
+class IsLive : public ConversationUnaryCondition
+{
+  public:
+    bool operator()(Conversation* row) const override { return isLive(*row); }
+
+    bool gatherCandidates(ConversationCandidates& candidates) const override
+    {
+        candidates.thatAreLive();
+        return true;
+    }
+};
+
 /** A contact's own row stays; what was shown only because of the call goes with it. */
 bool goesWithLastItem(const Conversation& row, const ConversationSourceIfc* source)
 {
     return row.getSource() == source || row.extraActiveConversation() ||
            (row.getContactSource() == Conversation::DIRECTORY_CONTACT && row.isTemporary());
-}
-
-void mergeIntoExistingConversation(Conversation& existing, Conversation& update,
-                                   const Conversation::Folding& folding = {})
-{
-    const std::vector<ConversationItem*> orphans = existing.foldIn(update, folding);
-    CONVERSATION_LOG(3, "mergeIntoExistingConversation %d orphan item(s) found", static_cast<int>(orphans.size()));
-    for (ConversationItem* orphan : orphans)
-    {
-        // A call goes on, whatever numbers another call of the party brings; a contact knows its own numbers.
-        if (update.getContactSource() == Conversation::NO_CONTACT && orphan->isActiveOrProgressingOrClearing())
-        {
-            existing.append(orphan);
-        }
-        else
-        {
-            delete orphan;
-        }
-    }
 }
 } // namespace
 
@@ -186,6 +179,7 @@ void ConversationAggregator::combineSources()
         });
     list_->sort();
     separateRowsOfOneId(phantomCallId);
+    hasDroppedItems_ = false;
 }
 
 void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)
@@ -211,7 +205,7 @@ void ConversationAggregator::separateRowsOfOneId(const std::string& phantomCallI
             same.root->getCallId() == GROUP_PICKUP_CALL_ID || same.other->getCallId() == GROUP_PICKUP_CALL_ID;
         if (isLive(*same.other) && !list_->hasPhantomConversation() && !isBesideGroupCall)
         {
-            phantom_->makePhantom(same.other);
+            mergeIntoExistingConversation(*same.root, *phantom_->makePhantom(same.other));
             continue;
         }
         const std::unique_ptr<Conversation> rest =
@@ -243,6 +237,10 @@ void ConversationAggregator::conversationUpdated(Conversation* conversation)
     if (conversation->getContactSource() == Conversation::DIRECTORY_CONTACT)
     {
         updateSourcesWithContact(*conversation);
+    }
+    if (std::exchange(hasDroppedItems_, false))
+    {
+        round_.rebuild(true); // only the sources know where they belong now
     }
 }
 
@@ -336,6 +334,23 @@ void ConversationAggregator::mergeUpdate(Conversation& existing, Conversation& u
     finishUpdate(target, update, gathered);
 }
 
+void ConversationAggregator::mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool takesId)
+{
+    const std::vector<ConversationItem*> orphans = existing.foldIn(update, {takesId, true, true});
+    CONVERSATION_LOG(3, "mergeIntoExistingConversation %d orphan item(s) found", static_cast<int>(orphans.size()));
+    for (ConversationItem* orphan : orphans)
+    {
+        // A call goes on, whatever numbers another call of the party brings; a contact knows its own numbers.
+        if (update.getContactSource() == Conversation::NO_CONTACT && orphan->isActiveOrProgressingOrClearing())
+        {
+            existing.append(orphan);
+            continue;
+        }
+        hasDroppedItems_ = true;
+        delete orphan;
+    }
+}
+
 /**
  * All rows of the contact's numbers, lest one hide behind another that is live. An additional call that stands
  * beside a row of its number stays beside it. Also the contact's own row when its
@@ -363,6 +378,10 @@ void ConversationAggregator::calculateConversationsThatNeedChanging(const Conver
                             { return !row->extraActiveConversation() && row->getConversationItemsSize() != 0; });
             for (Conversation* row : ofNumber)
             {
+                if (row->isGroupCall() || row->isConferenceConversation())
+                {
+                    continue; // which are nobody's own
+                }
                 add(hasRowOfItsOwn && row->extraActiveConversation() ? rows.named : rows.joined, row);
             }
         }
@@ -388,9 +407,10 @@ void ConversationAggregator::finishUpdate(Conversation* updated, Conversation& u
             named.push_back(row);
             continue;
         }
-        // Without the contact's numbers the row would not cover what the contact has on other ones.
-        mergeIntoExistingConversation(*row, update, KEEPING_ID);
-        mergeIntoExistingConversation(*updated, *row, KEEPING_ID);
+        // Without the contact's numbers the row would not cover what the contact has on other ones. It is reported
+        // deleted under the id by which displays know it.
+        mergeIntoExistingConversation(*row, update, false);
+        mergeIntoExistingConversation(*updated, *row, false);
         removeRow(row);
     }
     named.erase(std::remove_if(named.begin(), named.end(), [this](auto* row) { return !list_->contains(row); }),
@@ -417,21 +437,34 @@ void ConversationAggregator::updateSourcesWithContact(Conversation& contact)
     CONVERSATION_LOG(4, "conversationUpdated DIRECTORY svc source conversation. Updating %d source(s)",
                      static_cast<int>(sources_->size()));
     sources_->forEach([&contact](ConversationSourceIfc& source) { source.conversationUpdated(&contact); });
-    if (sourcesReady_)
+    if (list_->find(IsLive()))
+    {
+        round_.rebuild(true); // calls keep rows apart that the sources have united by now
+    }
+    else if (sourcesReady_ && !hasDroppedItems_)
     {
         notifyObserversOfConversationsChanged();
     }
 }
 
-void ConversationAggregator::createPhantomConversation(const Conversation& existing, const Conversation& update)
+/** What history the update has is the root's, as it is when the phantom is updated. */
+void ConversationAggregator::createPhantomConversation(Conversation& existing, const Conversation& update)
 {
     CONVERSATION_LOG(6, "createPhantomConversation clone");
     Conversation* phantom = update.clone();
-    phantom->setPhantom(true);
+    list_->push_back(phantom);
+    const std::unique_ptr<Conversation> rest = phantom_->makePhantom(phantom);
     phantom->cloneContactInfo(existing);
-    list_->push_back_phantom(phantom);
     list_->sort();
     observers_->created(phantom);
+    const bool rootHeldTheCall = HoldsCallCondition(update.getCallId())(&existing);
+    if ((rootHeldTheCall || rest->getConversationItemsSize() != 0) && list_->contains(&existing))
+    {
+        existing.removeItem(update.getCallId());
+        mergeIntoExistingConversation(existing, *rest);
+        list_->sort();
+        observers_->updatedAndMoved(&existing);
+    }
 }
 
 /**
@@ -509,7 +542,10 @@ void ConversationAggregator::forgetCallElsewhere(const std::string& callId)
 void ConversationAggregator::foldPhantomInto(Conversation& root)
 {
     Conversation* phantom = list_->getPhantomConversation();
-    temporaries_->retire(root.foldIn(*phantom, {}));
+    for (ConversationItem* orphan : root.foldIn(*phantom, {}))
+    {
+        root.append(orphan); // of one id, nothing is a stranger, whichever numbers are known
+    }
     notifyObserversOfConversationDeleted(phantom);
     if (list_->contains(phantom))
     {

@@ -226,7 +226,7 @@ Conversation* ConversationItemAggregator::placeItem(ConversationItem* item,
     {
         CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
                             "clearing items");
-        return placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item), beforeAdding);
+        return placement_->addNewConversation(item, placement_->getIDGeneratorForItemOfRebuild(item), beforeAdding);
     }
     Conversation* target = placement_->findTarget(item);
     if (!target)

@@ -3,8 +3,6 @@
 #include "ConversationAPI/Conversation.h"
 #include "Log.h"
 
-#include <memory>
-
 namespace ConversationAPI
 {
 namespace
@@ -26,8 +24,15 @@ void ConversationMerger::operator()(Conversation* conversation)
     }
     for (ConversationItem* orphan : target_->foldIn(*conversation, COMBINING))
     {
-        const std::unique_ptr<ConversationItem> owned(orphan);
         CONVERSATION_LOG(3, "ConversationMerger::operator orphaned item found %s", orphan->getItemId().c_str());
+        if (conversation->items().empty())
+        {
+            target_->append(orphan); // the history says that it belongs there, and a contact says nothing of items
+        }
+        else
+        {
+            delete orphan;
+        }
     }
     hasMerged_ = true;
     merged_.push_back(conversation);

@@ -8,6 +8,7 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "ConversationAPI/HoldsCallCondition.h"
+#include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 
 namespace ConversationAPI
 {
@@ -27,9 +28,24 @@ class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 
     bool operator()(Conversation* conversation) const override
     {
-        return HasConversationAnyNumberMatchingCondition::operator()(conversation) &&
+        const ConversationItem* initial = conversation->initialItem();
+        const bool isOfTwoParties =
+            initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
+        return HasConversationAnyNumberMatchingCondition::operator()(conversation) && !isOfTwoParties &&
                !conversation->isConferenceConversation() && !conversation->isGroupCall() &&
                !conversation->extraActiveConversation();
+    }
+};
+
+/** Holds for the live conversation of an item's party that is not that of an additional call. */
+class IsFirstCallOfParty : public ActiveCallMatcherIgnoringCallID
+{
+  public:
+    using ActiveCallMatcherIgnoringCallID::ActiveCallMatcherIgnoringCallID;
+
+    bool operator()(Conversation* conversation) const override
+    {
+        return !conversation->extraActiveConversation() && ActiveCallMatcherIgnoringCallID::operator()(conversation);
     }
 };
 
@@ -42,7 +58,7 @@ bool isGroupedByParty(const ConversationItem& item)
 } // namespace
 
 ItemPlacement::ItemPlacement(ConversationList& conversations, ConversationFactory& factory,
-                             ConversationIDGenerator& extraCallIds)
+                             RandomCachingConversationIDGenerator& extraCallIds)
     : conversations_(conversations), factory_(factory), extraCallIds_(extraCallIds)
 {
 }
@@ -94,6 +110,20 @@ Conversation* ItemPlacement::getLiveConversationBeside(ConversationItem* item)
 ConversationIDGenerator* ItemPlacement::getIDGeneratorForItem(ConversationItem* item)
 {
     return getLiveConversationBeside(item) ? &extraCallIds_ : nullptr;
+}
+
+ConversationIDGenerator* ItemPlacement::getIDGeneratorForItemOfRebuild(ConversationItem* item)
+{
+    if (!item->isActiveOrProgressingOrClearing())
+    {
+        return nullptr;
+    }
+    if (extraCallIds_.remembers(*item))
+    {
+        return &extraCallIds_;
+    }
+    const Conversation* beside = conversations_.find(IsFirstCallOfParty(item));
+    return beside && !item->areGroupPickupConversationItems(*beside->initialItem()) ? &extraCallIds_ : nullptr;
 }
 
 Conversation* ItemPlacement::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
@@ -180,6 +210,7 @@ bool ItemPlacement::joins(const ConversationItem& item, const Conversation& exis
     if (existing.isActiveOrProgressingOrClearing() && isLive)
     {
         return existing.initialItem()->areGroupPickupConversationItems(item) ||
+               item.areGroupPickupConversationItems(*existing.initialItem()) ||
                existing.initialItem()->callIdText() == item.callIdText();
     }
     return !item.isConferenceConversation() && !item.isClearing() && !item.participants().empty();

@@ -17,6 +17,7 @@ class ConversationFactory;
 class ConversationIDGenerator;
 class ConversationItem;
 class ConversationList;
+class RandomCachingConversationIDGenerator;
 
 class ItemPlacement
 {
@@ -24,7 +25,8 @@ class ItemPlacement
     using BeforeJoining = std::function<void(Conversation& existing)>;
 
     /** `extraCallIds` numbers the conversations of a party's second live call. */
-    ItemPlacement(ConversationList& conversations, ConversationFactory& factory, ConversationIDGenerator& extraCallIds);
+    ItemPlacement(ConversationList& conversations, ConversationFactory& factory,
+                  RandomCachingConversationIDGenerator& extraCallIds);
 
     /** Where an item of a rebuild that is no live call belongs; null when it starts a conversation. */
     Conversation* findTarget(ConversationItem* item);
@@ -40,6 +42,13 @@ class ItemPlacement
 
     /** The generator for a live call with a party that is in one already; null for everything else. */
     ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
+
+    /**
+     * The same for a rebuild, in which the calls may come in another order than they began: what was an additional
+     * call stays one, and keeps its id, even if the other call is over. A ringing group call is none beside the
+     * call that it was picked up as.
+     */
+    ConversationIDGenerator* getIDGeneratorForItemOfRebuild(ConversationItem* item);
 
     /**
      * Starts a conversation with the item, which it takes; without a generator, the factory's own gives the
@@ -62,6 +71,6 @@ class ItemPlacement
 
     ConversationList& conversations_;
     ConversationFactory& factory_;
-    ConversationIDGenerator& extraCallIds_;
+    RandomCachingConversationIDGenerator& extraCallIds_;
 };
 } // namespace ConversationAPI

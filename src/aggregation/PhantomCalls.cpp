@@ -64,11 +64,15 @@ std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, c
     return rest;
 }
 
-void PhantomCalls::makePhantom(Conversation* row)
+std::unique_ptr<Conversation> PhantomCalls::makePhantom(Conversation* row)
 {
+    std::unique_ptr<Conversation> rest(row->clone());
+    rest->removeItem(row->getCallId());
+    row->setConversationItems({row->initialItem()});
     list_.pop(row);
     row->setPhantom(true);
     list_.push_back_phantom(row);
+    return rest;
 }
 
 void PhantomCalls::makeRowOfPhantom()

@@ -40,8 +40,8 @@ class PhantomCalls
     /** The update without its live call, of which the receiver gets a copy. */
     static std::unique_ptr<Conversation> giveCallTo(Conversation& receiver, const Conversation& update);
 
-    /** Makes the row, which is in the list, the phantom. */
-    void makePhantom(Conversation* row);
+    /** Makes the row, which is in the list, the phantom, which shows nothing but its call; answers the rest. */
+    std::unique_ptr<Conversation> makePhantom(Conversation* row);
 
     /** Makes the phantom a row as all others. */
     void makeRowOfPhantom();

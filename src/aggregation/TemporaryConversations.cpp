@@ -72,24 +72,14 @@ void TemporaryConversations::retire(std::unique_ptr<Conversation> conversation)
     retired_.push_front(conversation.release());
 }
 
-void TemporaryConversations::retire(const std::vector<ConversationItem*>& items)
-{
-    for (ConversationItem* item : items)
-    {
-        retiredItems_.emplace_back(item);
-    }
-}
-
 void TemporaryConversations::release()
 {
     retired_.removeAndDeleteAll();
-    retiredItems_.clear();
 }
 
 void TemporaryConversations::clear(NotificationRound& round)
 {
     handOver(temporary_, round);
     handOver(retired_, round);
-    retiredItems_.clear();
 }
 } // namespace ConversationAPI

@@ -9,11 +9,9 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace ConversationAPI
 {
-class ConversationItem;
 class NotificationRound;
 
 class TemporaryConversations
@@ -37,7 +35,6 @@ class TemporaryConversations
     /** Retires those of this id. */
     void retire(const std::string& conversationId);
     void retire(std::unique_ptr<Conversation> conversation);
-    void retire(const std::vector<ConversationItem*>& items);
 
     /** Deletes what was retired. */
     void release();
@@ -48,6 +45,5 @@ class TemporaryConversations
   private:
     ConversationList temporary_;
     ConversationList retired_;
-    std::vector<std::unique_ptr<ConversationItem>> retiredItems_;
 };
 } // namespace ConversationAPI

@@ -191,6 +191,12 @@ void RandomCachingConversationIDGenerator::setConversationSources(const std::vec
     sources_ = sources;
 }
 
+bool RandomCachingConversationIDGenerator::remembers(const ConversationItem& item) const
+{
+    const CriticalSection guard(lock_);
+    return cache_->findFirst(item, test_) != nullptr;
+}
+
 std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conversation* conversation)
 {
     const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
