@@ -205,12 +205,12 @@ void ConversationAggregator::separateRowsOfOneId(const std::string& phantomCallI
             same.root->getCallId() == GROUP_PICKUP_CALL_ID || same.other->getCallId() == GROUP_PICKUP_CALL_ID;
         if (isLive(*same.other) && !list_->hasPhantomConversation() && !isBesideGroupCall)
         {
-            mergeIntoExistingConversation(*same.root, *phantom_->makePhantom(same.other));
+            PhantomCalls::unite(*same.root, *phantom_->makePhantom(same.other));
             continue;
         }
         const std::unique_ptr<Conversation> rest =
             isLive(*same.other) ? PhantomCalls::giveCallTo(*same.root, *same.other) : nullptr;
-        mergeIntoExistingConversation(*same.root, rest ? *rest : *same.other);
+        PhantomCalls::unite(*same.root, rest ? *rest : *same.other);
         list_->remove(same.other);
     }
     if (!rows.empty())
@@ -542,10 +542,7 @@ void ConversationAggregator::forgetCallElsewhere(const std::string& callId)
 void ConversationAggregator::foldPhantomInto(Conversation& root)
 {
     Conversation* phantom = list_->getPhantomConversation();
-    for (ConversationItem* orphan : root.foldIn(*phantom, {}))
-    {
-        root.append(orphan); // of one id, nothing is a stranger, whichever numbers are known
-    }
+    PhantomCalls::unite(root, *phantom);
     notifyObserversOfConversationDeleted(phantom);
     if (list_->contains(phantom))
     {

@@ -5,7 +5,8 @@
 #include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
-#include <map>
+#include <string_view>
+#include <unordered_map>
 
 namespace ConversationAPI
 {
@@ -64,6 +65,14 @@ std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, c
     return rest;
 }
 
+void PhantomCalls::unite(Conversation& root, Conversation& other)
+{
+    for (ConversationItem* item : root.foldIn(other, {}))
+    {
+        root.append(item);
+    }
+}
+
 std::unique_ptr<Conversation> PhantomCalls::makePhantom(Conversation* row)
 {
     std::unique_ptr<Conversation> rest(row->clone());
@@ -85,34 +94,27 @@ void PhantomCalls::makeRowOfPhantom()
 
 std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
 {
-    std::vector<Conversation*> live;
-    std::copy_if(list_.begin(), list_.end(), std::back_inserter(live),
-                 [](const Conversation* row)
-                 { return row->isActiveOrProgressingOrClearing() && !row->getConversationId().empty(); });
+    std::vector<Conversation*> rows(list_.begin(), list_.end());
+    const auto others = std::stable_partition(
+        rows.begin(), rows.end(), [](const Conversation* row) { return row->isActiveOrProgressingOrClearing(); });
     // Whose call was the phantom's cannot be the root.
-    std::stable_partition(live.begin(), live.end(),
+    std::stable_partition(rows.begin(), others,
                           [&phantomCallId](const Conversation* row)
                           { return phantomCallId.empty() || row->getCallId() != phantomCallId; });
-    std::map<std::string, Conversation*> roots;
-    std::vector<SameId> others;
-    for (Conversation* row : live)
+    std::unordered_map<std::string_view, Conversation*> roots;
+    roots.reserve(rows.size());
+    std::vector<SameId> found;
+    for (Conversation* row : rows)
     {
-        const auto [root, isFirst] = roots.emplace(row->getConversationId(), row);
-        if (!isFirst)
+        const std::string& id = row->getConversationId();
+        const auto [root, isFirst] = roots.emplace(id, row);
+        if (!isFirst && !id.empty())
         {
-            others.push_back({root->second, row});
+            found.push_back({root->second, row});
         }
     }
-    std::stable_partition(others.begin(), others.end(),
+    std::stable_partition(found.begin(), found.end(),
                           [&phantomCallId](const SameId& pair) { return pair.other->getCallId() == phantomCallId; });
-    for (Conversation* row : list_)
-    {
-        const auto root = roots.empty() ? roots.end() : roots.find(row->getConversationId());
-        if (root != roots.end() && !row->isActiveOrProgressingOrClearing())
-        {
-            others.push_back({root->second, row});
-        }
-    }
-    return others;
+    return found;
 }
 } // namespace ConversationAPI

@@ -40,13 +40,16 @@ class PhantomCalls
     /** The update without its live call, of which the receiver gets a copy. */
     static std::unique_ptr<Conversation> giveCallTo(Conversation& receiver, const Conversation& update);
 
+    /** Folds a row in that has the same id: nothing of it is a stranger, whichever numbers are known. */
+    static void unite(Conversation& root, Conversation& other);
+
     /** Makes the row, which is in the list, the phantom, which shows nothing but its call; answers the rest. */
     std::unique_ptr<Conversation> makePhantom(Conversation* row);
 
     /** Makes the phantom a row as all others. */
     void makeRowOfPhantom();
 
-    /** A row and the live one whose id it has, too. */
+    /** A row and the one whose id it has, too. */
     struct SameId
     {
         Conversation* root;
@@ -54,8 +57,8 @@ class PhantomCalls
     };
 
     /**
-     * Rows of the id of a live one that keeps it: live ones, first of them the one with this call if it is among
-     * them, then those that are not live.
+     * Rows of an id that another one keeps, a live one if there is any. First of them is the one with this call, if
+     * it is among them.
      */
     std::vector<SameId> rowsOfOneId(const std::string& phantomCallId) const;
 

@@ -39,12 +39,29 @@ bool precedes(const ListMember* a, const ListMember* b)
     return a->conversation->initialItem()->lessThanOtherConsideringCreationTime(*b->conversation->initialItem());
 }
 
-/** The members of a sequence without the loose ones. */
+/** Whether a member stays before another one; one of the two at least is ordered by comparing. */
+bool staysBefore(const ListMember& one, const ListMember& compared)
+{
+    if (compared.standing.kind == ItemStanding::BEHIND_ALL)
+    {
+        return true;
+    }
+    if (isOrderedByComparing(&one))
+    {
+        const bool precedesIt = precedes(&one, &compared);
+        return precedesIt != precedes(&compared, &one) ? precedesIt : one.order < compared.order;
+    }
+    return one.standing.kind != ItemStanding::BEHIND_ALL &&
+           comesBefore(*one.conversation->initialItem(), *compared.conversation->initialItem(),
+                       one.order < compared.order);
+}
+
+/** The members of a sequence without some of them. */
 class Settled
 {
   public:
-    /** The places of the loose ones grow. */
-    Settled(const Members& all, const std::vector<std::size_t>& loosePlaces) : all_(all), before_(loosePlaces)
+    /** The places of those that are left out grow. */
+    Settled(const Members& all, const std::vector<std::size_t>& places) : all_(all), places_(places), before_(places)
     {
         for (std::size_t i = 0; i < before_.size(); ++i)
         {
@@ -54,10 +71,20 @@ class Settled
 
     std::size_t size() const { return all_.size() - before_.size(); }
 
-    const ListMember& at(std::size_t index) const
+    const ListMember& at(std::size_t index) const { return *all_[placeAt(index)]; }
+
+    /** Among all; the number of all for the index behind the last. */
+    std::size_t placeAt(std::size_t index) const
     {
-        const auto looseBefore = std::upper_bound(before_.begin(), before_.end(), index) - before_.begin();
-        return *all_[index + static_cast<std::size_t>(looseBefore)];
+        const auto leftOut = std::upper_bound(before_.begin(), before_.end(), index) - before_.begin();
+        return index + static_cast<std::size_t>(leftOut);
+    }
+
+    /** How many of them stand before this place among all. */
+    std::size_t countBefore(std::size_t place) const
+    {
+        const auto leftOut = std::lower_bound(places_.begin(), places_.end(), place) - places_.begin();
+        return place - static_cast<std::size_t>(leftOut);
     }
 
     /** How many of them stand before the member. */
@@ -82,7 +109,8 @@ class Settled
 
   private:
     const Members& all_;
-    std::vector<std::size_t> before_; ///< how many of them stand before each loose one
+    std::vector<std::size_t> places_; ///< of those that are left out
+    std::vector<std::size_t> before_; ///< how many of them stand before each of those that are left out
 };
 
 /** The loose members in their new order, each with the number of settled ones that come before it. */
@@ -95,56 +123,36 @@ class Arrangement
         std::size_t settledBefore;
     };
 
-    /** Of the members that are ordered by their time. */
-    Arrangement(Members timed, const Settled& settled) : settled_(settled)
-    {
-        std::sort(timed.begin(), timed.end(),
-                  [](const ListMember* a, const ListMember* b) { return standsBefore(*a, *b); });
-        for (ListMember* member : timed)
-        {
-            placed_.push_back({member, settled.countBefore(*member)});
-        }
-    }
+    explicit Arrangement(const Settled& settled) : settled_(settled) {}
 
-    /** Behind the one that was inserted last and all that come before the member. */
+    /** In the order of their times; `place` tells how many settled ones come before. */
+    void append(ListMember& member, std::size_t place) { placed_.push_back({&member, place}); }
+
+    /** Before the first member, settled or placed, that does not come before this one. */
     void insert(ListMember& member)
     {
-        for (const ListMember* one = next(); one && comesBefore(*one, member); one = next())
+        std::size_t settled = 0;
+        auto loose = placed_.begin();
+        for (;;)
         {
-            ++(isLooseNext() ? nextLoose_ : nextSettled_);
+            const bool isLooseNext = loose != placed_.end() && loose->settledBefore == settled;
+            const ListMember* next = isLooseNext                 ? loose->member
+                                     : settled < settled_.size() ? &settled_.at(settled)
+                                                                 : nullptr;
+            if (!next || !staysBefore(*next, member))
+            {
+                break;
+            }
+            isLooseNext ? static_cast<void>(++loose) : static_cast<void>(++settled);
         }
-        placed_.insert(placed_.begin() + static_cast<std::ptrdiff_t>(nextLoose_), Placed{&member, nextSettled_});
-        ++nextLoose_;
+        placed_.insert(loose, Placed{&member, settled});
     }
 
     const std::vector<Placed>& placed() const { return placed_; }
 
   private:
-    static bool comesBefore(const ListMember& one, const ListMember& member)
-    {
-        return one.standing.kind != ItemStanding::BEHIND_ALL &&
-               ConversationAPI::comesBefore(*one.conversation->initialItem(), *member.conversation->initialItem(),
-                                            one.order < member.order);
-    }
-
-    bool isLooseNext() const
-    {
-        return nextLoose_ < placed_.size() && placed_[nextLoose_].settledBefore == nextSettled_;
-    }
-
-    const ListMember* next() const
-    {
-        if (isLooseNext())
-        {
-            return placed_[nextLoose_].member;
-        }
-        return nextSettled_ < settled_.size() ? &settled_.at(nextSettled_) : nullptr;
-    }
-
     const Settled& settled_;
     std::vector<Placed> placed_;
-    std::size_t nextLoose_ = 0;
-    std::size_t nextSettled_ = 0;
 };
 
 /** Carries out the moves; `value` gives what stands for a member in this sequence. */
@@ -194,6 +202,7 @@ void ListSequence::removeAt(std::size_t place)
 {
     const auto offset = static_cast<std::ptrdiff_t>(place);
     loose_.erase(members_[place]);
+    compared_.erase(members_[place]);
     conversations_.erase(conversations_.begin() + offset);
     members_.erase(members_.begin() + offset);
 }
@@ -212,6 +221,7 @@ void ListSequence::reorder(Members members)
     numberAll();
     isSorted_ = false;
     loose_.clear();
+    compared_.clear();
 }
 
 void ListSequence::changed(ListMember& member)
@@ -221,7 +231,7 @@ void ListSequence::changed(ListMember& member)
         return;
     }
     const ItemStanding now = standingOf(member.conversation->initialItem());
-    if (!(now == member.standing))
+    if (!(now == member.standing) || now.kind == ItemStanding::BESIDE_OTHERS)
     {
         member.standing = now;
         loose_.insert(&member);
@@ -243,19 +253,19 @@ void ListSequence::sort()
 void ListSequence::sortAll()
 {
     Members sorted = members_;
-    std::unordered_set<ListMember*> loose;
+    std::unordered_set<ListMember*> compared;
     sortByItemOrder(
         sorted, [](const ListMember* member) { return member->conversation->initialItem(); },
-        [&loose](ListMember* member, const ItemStanding& standing)
+        [&compared](ListMember* member, const ItemStanding& standing)
         {
             member->standing = standing;
             if (isOrderedByComparing(member))
             {
-                loose.insert(member);
+                compared.insert(member);
             }
         });
     reorder(std::move(sorted));
-    loose_ = std::move(loose);
+    compared_ = std::move(compared);
     isSorted_ = true;
 }
 
@@ -268,30 +278,57 @@ void ListSequence::sortLoose()
         rearrange(conversations_, moves, [](const Move& move) { return move.member->conversation; });
         number(moves);
     }
-    for (auto member = loose_.begin(); member != loose_.end();)
+    for (ListMember* member : loose_)
     {
-        member = isOrderedByComparing(*member) ? std::next(member) : loose_.erase(member);
+        isOrderedByComparing(member) ? static_cast<void>(compared_.insert(member))
+                                     : static_cast<void>(compared_.erase(member));
     }
+    loose_.clear();
 }
 
-/** Without those at either end that stay where they are, as a live call at the top mostly does. */
+/** The places of members, in order. */
+std::vector<std::size_t> ListSequence::placesOf(const std::unordered_set<ListMember*>& members) const
+{
+    std::vector<std::size_t> places;
+    std::transform(members.begin(), members.end(), std::back_inserter(places),
+                   [this](const ListMember* member) { return placeOf(*member); });
+    std::sort(places.begin(), places.end());
+    return places;
+}
+
+/**
+ * Only the loose members move: how live calls compare is no order, and to compare anew those that did not change
+ * could exchange them. Without those at either end that stay where they are, as a live call at the top mostly does.
+ */
 ListSequence::Moves ListSequence::planMoves() const
 {
-    Members loose(loose_.begin(), loose_.end());
-    std::sort(loose.begin(), loose.end(), [](const ListMember* a, const ListMember* b) { return a->order < b->order; });
-    std::vector<std::size_t> places;
-    for (const ListMember* member : loose)
+    const std::vector<std::size_t> places = placesOf(loose_);
+    Members timed;
+    Members compared;
+    for (const std::size_t place : places)
     {
-        places.push_back(placeOf(*member));
+        (isOrderedByComparing(members_[place]) ? compared : timed).push_back(members_[place]);
     }
-    const auto timed = std::stable_partition(loose.begin(), loose.end(), isOrderedByComparing);
-    Members others(loose.begin(), timed);
-    insertionSort(others, precedes);
+    std::sort(timed.begin(), timed.end(),
+              [](const ListMember* a, const ListMember* b) { return standsBefore(*a, *b); });
     const Settled settled(members_, places);
-    Arrangement arrangement(Members(timed, loose.end()), settled);
-    for (ListMember* other : others)
+    Arrangement arrangement(settled);
+    std::unordered_set<ListMember*> notTimed = compared_;
+    notTimed.insert(loose_.begin(), loose_.end());
+    const Settled timedOnly(members_, placesOf(notTimed));
+    for (ListMember* member : timed)
     {
-        arrangement.insert(*other);
+        std::size_t place = settled.countBefore(timedOnly.placeAt(timedOnly.countBefore(*member)));
+        while (place > 0 && isOrderedByComparing(&settled.at(place - 1)) &&
+               !staysBefore(settled.at(place - 1), *member))
+        {
+            --place;
+        }
+        arrangement.append(*member, place);
+    }
+    for (ListMember* member : compared)
+    {
+        arrangement.insert(*member);
     }
     Moves moves;
     for (std::size_t i = 0; i < places.size(); ++i)

@@ -3,10 +3,10 @@
  *
  * Members are numbered along the sequence, with gaps, so that the place of one is found by halving and a member
  * that moves gets a number between its new neighbours' while the others keep theirs. Since the last sort() the
- * sequence knows which members are loose: those that came, moved or changed, and those whose place depends on how
- * they compare with others (live calls). The rest, the settled ones, still stand in the order of their times, so
- * that the next sort has to find places for the loose ones only. The members belong to the caller, who tells of
- * every change.
+ * sequence knows which members are loose: those that came, moved or changed. The rest, the settled ones, keep their
+ * places, those that are ordered by their times and those whose place depends on how they compare with others (live
+ * calls), so that the next sort has to find places for the loose ones only. The members belong to the caller, who
+ * tells of every change.
  */
 #pragma once
 
@@ -56,6 +56,7 @@ class ListSequence
     void insertAt(std::size_t place, ListMember& member);
     void sortAll();
     void sortLoose();
+    std::vector<std::size_t> placesOf(const std::unordered_set<ListMember*>& members) const;
     Moves planMoves() const;
     void number(const Moves& moves);
     void number(std::size_t first, std::size_t last);
@@ -64,6 +65,7 @@ class ListSequence
     std::vector<Conversation*> conversations_;
     Members members_; ///< at the same places
     bool isSorted_ = false;
-    std::unordered_set<ListMember*> loose_; ///< since the last sort; empty when there was none
+    std::unordered_set<ListMember*> compared_; ///< whose place depends on how they compare; empty before a sort
+    std::unordered_set<ListMember*> loose_;    ///< since the last sort; empty when there was none
 };
 } // namespace ConversationAPI
