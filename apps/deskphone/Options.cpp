@@ -38,11 +38,6 @@ void check(CLI::Option* option, const std::string& what, bool (*isRight)(const s
                   { return isRight(value) ? std::string() : "'" + value + "' is no " + what; });
 }
 
-bool isDigits(const std::string& text)
-{
-    return text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 bool isLogLevel(const std::string& text)
 {
     return text.size() == 1 && text[0] >= '0' && text[0] <= '6';

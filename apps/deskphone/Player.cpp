@@ -16,7 +16,7 @@ namespace
 void refuseToOverwrite(const std::string& trace, const std::string& record)
 {
     std::error_code error;
-    if (std::filesystem::equivalent(trace, record, error))
+    if (std::filesystem::equivalent(trace == "-" ? "/dev/stdin" : trace, record, error))
     {
         throw UnwritableRecord(record + " is the trace itself; record into another file");
     }

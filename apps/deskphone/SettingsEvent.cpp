@@ -10,11 +10,6 @@ namespace
 {
 constexpr long LONGEST_EXTENSION = 15;
 
-bool isDigits(const std::string& text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 void readDigits(EventFields& fields, const std::string& name, std::string& setting)
 {
     if (fields.has(name))

@@ -40,20 +40,19 @@ void Telephone::wireLists()
 {
     local_.aggregator.setSources({&itemAggregator_, &contacts_}, false);
     switch_.addNormalAggregator(&local_.aggregator);
-    if (cloud_)
-    {
-        switch_.addQuorvelAggregator(&cloud_->aggregator);
-    }
     switch_.addConversationListProvider(&provider_);
     switch_.useConversationListProvider();
 }
 
-/** Whole lists come from the provider, too; single rows from the aggregator alone, whichever is the current one. */
+/**
+ * Whole lists come from the provider, too; single rows from the aggregator alone, whichever is the current one. The
+ * first list comes when the sources are ready, not now: until then it may be made anew without a word.
+ */
 void Telephone::wireDisplay(const TelephoneSettings& settings)
 {
     switch_.addConversationEventObserver(&display_);
     switch_.addConversationEventObserverToProvider(&display_);
-    showCurrentList();
+    provider_.setSource(&local_.forProvider, false);
     times_.setTranslatorIfc(&translator_);
     times_.timeFormatChanged(settings.timeFormat);
     times_.dateFormatChanged(settings.dateFormat);
@@ -68,13 +67,6 @@ void Telephone::startSources()
     local_.aggregator.start();
 }
 
-/** After every change of the switch. */
-void Telephone::showCurrentList()
-{
-    const bool isCloudShown = cloud_ && switch_.getCurrentConversationState() == "QuorvelConversationListState";
-    provider_.setSource(isCloudShown ? &cloud_->forProvider : &local_.forProvider, true);
-}
-
 /** The order matters: rows of both numbers go first, and what the source tells then brings them back. */
 void Telephone::setVoiceMailNumber(const std::string& number)
 {
@@ -87,10 +79,6 @@ void Telephone::setVoiceMailNumber(const std::string& number)
 void Telephone::sortRows(RowOrder order)
 {
     local_.aggregator.setSortType(order);
-    if (cloud_)
-    {
-        cloud_->aggregator.setSortType(order);
-    }
     switch_.conversationsChanged();
 }
 

@@ -35,7 +35,6 @@
 #include "host/DisplayModel.h"
 #include "host/Translator.h"
 
-#include <optional>
 #include <string>
 
 namespace Deskphone
@@ -91,7 +90,6 @@ class Telephone
     void wireLists();
     void wireDisplay(const TelephoneSettings& settings);
     void startSources();
-    void showCurrentList();
 
     // What the library builds on.
     Host::DigitAnalysis digitAnalysis_;
@@ -114,9 +112,9 @@ class Telephone
     ConversationAPI::ConversationItemAggregator itemAggregator_;
     ContactBook contacts_;
 
-    // Lists in which each party stands once; the second exists where there is a cloud service.
+    // The list in which each party stands once. A second one, for a cloud service, would stand beside it; whoever
+    // turns the switch to the other list also hands its source to the provider.
     CombinedList local_;
-    std::optional<CombinedList> cloud_;
 
     // What the user interface sees of them.
     ConversationAPI::AggregatorSwitch switch_;

@@ -24,4 +24,10 @@ struct TelephoneSettings
     /** "DD.MM.YYYY" or "MM/DD/YYYY". */
     std::string dateFormat = "DD.MM.YYYY";
 };
+
+/** Whether a text, "" too, is one that can be dialled as it stands: area codes and prefixes are. */
+inline bool isDigits(const std::string& text)
+{
+    return text.find_first_not_of("0123456789") == std::string::npos;
+}
 } // namespace Deskphone

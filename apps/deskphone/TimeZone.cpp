@@ -19,11 +19,15 @@ std::filesystem::path zoneFolder()
     return configured != nullptr ? configured : "/usr/share/zoneinfo";
 }
 
-/** What the link leads to, if that is a zone of the database. */
+/** What the link leads to, if that is a zone of the database; "" without a link, where UTC is meant. */
 std::string machineZone()
 {
     std::error_code error;
     const std::filesystem::path folder = MACHINE_ZONE_FOLDER;
+    if (!std::filesystem::exists(folder / MACHINE_ZONE_LINK, error))
+    {
+        return "";
+    }
     const std::filesystem::path file = folder / std::filesystem::read_symlink(folder / MACHINE_ZONE_LINK, error);
     return file.lexically_normal().lexically_relative(zoneFolder()).generic_string();
 }
@@ -46,8 +50,12 @@ bool isTimeZone(const std::string& name)
 std::string currentTimeZone()
 {
     const char* chosen = std::getenv("TZ");
-    const std::string name = chosen != nullptr ? chosen : machineZone();
-    return isTimeZone(name) ? name : "";
+    std::string name = chosen != nullptr ? chosen : machineZone();
+    if (!name.empty() && name.front() == ':')
+    {
+        name.erase(0, 1);
+    }
+    return name.empty() ? "UTC" : isTimeZone(name) ? name : "";
 }
 
 void setTimeZone(const std::string& name)

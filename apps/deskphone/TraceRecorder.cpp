@@ -18,6 +18,10 @@ TraceRecorder::TraceRecorder(const std::string& file, const TelephoneSettings& s
     }
     TelephoneSettings everything = settings;
     everything.timeZone = currentTimeZone();
+    if (everything.timeZone.empty())
+    {
+        throw UnwritableRecord("cannot record: this machine does not name its time zone; give one with --timezone");
+    }
     FieldWriter fields(start, SETTINGS_EVENT);
     writeSettings(fields, everything);
     write(fields);

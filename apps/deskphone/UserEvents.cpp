@@ -40,7 +40,7 @@ class DeleteRow : public Event
     void apply(Telephone& telephone) const override
     {
         const Conversation& conversation = row_ != 0 ? rowAtPlace(telephone) : rowWithNumber(telephone);
-        if (!conversation.isDeletable())
+        if (!conversation.isDeletable() || conversation.isActiveOrProgressingOrClearing())
         {
             throw NotPossible("the telephone does not offer to delete this row");
         }

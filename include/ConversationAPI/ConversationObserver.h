@@ -2,7 +2,8 @@
  * What a display implements to keep its rows like those of a conversation aggregator.
  *
  * docs/observers.md says when each operation comes and what may be done inside it. Conversations and lists stay
- * the aggregator's; a conversation is valid until conversationDeleted() or conversationListChanged() came back.
+ * the aggregator's; a conversation is valid until conversationDeleted() came back or conversationListChanged() is
+ * called: then those of before are gone already. Before the sources are ready they also go without a word.
  * Indexes are places in the aggregator's list, from 0. UI thread only.
  */
 #pragma once
@@ -17,7 +18,10 @@ class ConversationObserver
   public:
     virtual ~ConversationObserver() = default;
 
-    /** The list is to be read anew as a whole; what was told of single conversations before no longer counts. */
+    /**
+     * The list is to be read anew as a whole; what was told of single conversations before no longer counts. Null
+     * from a list provider that has no source.
+     */
     virtual void conversationListChanged(ConversationList* list) = 0;
 
     /** Neither the conversation's place nor anything but its presence changed. */

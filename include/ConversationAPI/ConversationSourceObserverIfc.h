@@ -1,4 +1,9 @@
-/** What conversation sources report to. Conversations passed here stay the source's. UI thread only. */
+/**
+ * What conversation sources report to.
+ *
+ * Conversations passed here stay the source's, and live until every observer has come back, even if one of them has
+ * them deleted. UI thread only.
+ */
 #pragma once
 
 #include <string>
