@@ -44,6 +44,8 @@ class Conversation : public ConversationContact
         bool takesId = true;
         bool takesContactSource = true;
         bool takesSource = true;
+        /** Whether a live call that comes first is a newer state of the one shown, and not one more. */
+        bool replacesLiveCall = true;
     };
 
     /** An empty conversation. */

@@ -104,7 +104,7 @@ class ConversationAggregator : public ConversationAggregatorIfc
     void updateContent(Conversation& update);
     void createNewConversation(Conversation& update);
     void mergeUpdate(Conversation& existing, Conversation& update);
-    void mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool takesId = true);
+    void mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate = true);
     void calculateConversationsThatNeedChanging(const Conversation& existing, const Conversation& contact,
                                                 Gathered& rows) const;
     void finishUpdate(Conversation* updated, Conversation& update, const Gathered& gathered);

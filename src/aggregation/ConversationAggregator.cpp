@@ -37,15 +37,17 @@ bool isLive(const Conversation& conversation)
     return conversation.isActiveOrProgressingOrClearing();
 }
 
-/** Whether a live call of the row would have to give way to one of the update, which does not know it. */
+/** Whether a call of the row would have to give way to the one that the update shows, and which does not know it. */
 bool hasCallOfItsOwn(const Conversation& row, Conversation& update)
 {
     const auto& items = row.items();
-    return isLive(update) && std::any_of(items.begin(), items.end(),
-                                         [&update](const auto& item) {
-                                             return item->isActiveOrProgressingOrClearing() &&
-                                                    !HoldsCallCondition(item->getCallId())(&update);
-                                         });
+    return !update.getCallId().empty() && std::any_of(items.begin(), items.end(),
+                                                      [&update](const auto& item)
+                                                      {
+                                                          const std::string callId = item->getCallId();
+                                                          return !callId.empty() &&
+                                                                 !HoldsCallCondition(callId)(&update);
+                                                      });
 }
 
 class IsLive : public ConversationUnaryCondition
@@ -209,7 +211,7 @@ void ConversationAggregator::separateRowsOfOneId(const std::string& phantomCallI
             continue;
         }
         const std::unique_ptr<Conversation> rest =
-            isLive(*same.other) ? PhantomCalls::giveCallTo(*same.root, *same.other) : nullptr;
+            isLive(*same.other) ? PhantomCalls::giveCallTo(*same.root, *same.other, same.other->getCallId()) : nullptr;
         PhantomCalls::unite(*same.root, rest ? *rest : *same.other);
         list_->remove(same.other);
     }
@@ -315,14 +317,15 @@ void ConversationAggregator::mergeUpdate(Conversation& existing, Conversation& u
 {
     Conversation* target = &existing;
     std::unique_ptr<Conversation> replacement;
-    if (phantom_->needsPhantomConversationUpdate(existing, update))
+    if (phantom_->needsPhantomConversationUpdate(existing, update) || phantom_->bringsPhantomsCall(existing, update))
     {
         replacement = updateUsingPhantomConversation(target, update);
     }
-    else if (hasCallOfItsOwn(existing, update))
+    for (Conversation* left = replacement ? replacement.get() : &update; hasCallOfItsOwn(*target, *left);
+         left = replacement.get())
     {
         // A group call, or one more call than a row and the phantom can show: the row holds two, lest one be lost.
-        replacement = PhantomCalls::giveCallTo(existing, update);
+        replacement = PhantomCalls::giveCallTo(*target, *left, left->getCallId());
     }
     Conversation& source = replacement ? *replacement : update;
     Gathered gathered;
@@ -334,9 +337,10 @@ void ConversationAggregator::mergeUpdate(Conversation& existing, Conversation& u
     finishUpdate(target, update, gathered);
 }
 
-void ConversationAggregator::mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool takesId)
+/** What is no update but another row has calls of its own, and gives its id up. */
+void ConversationAggregator::mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate)
 {
-    const std::vector<ConversationItem*> orphans = existing.foldIn(update, {takesId, true, true});
+    const std::vector<ConversationItem*> orphans = existing.foldIn(update, {isUpdate, true, true, isUpdate});
     CONVERSATION_LOG(3, "mergeIntoExistingConversation %d orphan item(s) found", static_cast<int>(orphans.size()));
     for (ConversationItem* orphan : orphans)
     {
@@ -461,7 +465,7 @@ void ConversationAggregator::createPhantomConversation(Conversation& existing, c
     if ((rootHeldTheCall || rest->getConversationItemsSize() != 0) && list_->contains(&existing))
     {
         existing.removeItem(update.getCallId());
-        mergeIntoExistingConversation(existing, *rest);
+        PhantomCalls::unite(existing, *rest);
         list_->sort();
         observers_->updatedAndMoved(&existing);
     }
@@ -481,7 +485,7 @@ std::unique_ptr<Conversation> ConversationAggregator::updateUsingPhantomConversa
         return nullptr;
     }
     CONVERSATION_LOG(6, "updateUsingPhantomConversation clone");
-    std::unique_ptr<Conversation> replacement = PhantomCalls::giveCallTo(*phantom, update);
+    std::unique_ptr<Conversation> replacement = PhantomCalls::giveCallTo(*phantom, update, phantom->getCallId());
     list_->sort();
     observers_->updatedAndMoved(phantom);
     return replacement;

@@ -26,8 +26,11 @@ namespace
 {
 constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
 
-/** In the aggregator's own list a contact only groups items; the conversations stay those of the history. */
-constexpr Conversation::Folding REGROUPING{true, false, false};
+/**
+ * In the aggregator's own list a contact only groups items; the conversations stay those of the history. Their calls
+ * are different ones.
+ */
+constexpr Conversation::Folding REGROUPING{true, false, false, false};
 
 bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
 {
@@ -503,6 +506,7 @@ void ConversationItemAggregator::conversationUpdatedByNumber(Conversation& conta
         {
             liveCallId = conversation->getCallId();
         }
+        conversation->setExtraActiveConversation(false); // as the contact's own it takes the contact's history, too
         mergeConversations(*conversation, contact);
         united.push_back(conversation);
     }

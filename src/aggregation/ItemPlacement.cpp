@@ -10,6 +10,8 @@
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 
+#include <algorithm>
+
 namespace ConversationAPI
 {
 using namespace ConversationListConditions;
@@ -37,6 +39,19 @@ class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
     }
 };
 
+/** Holds for the conversations of a number but a group's calls and conferences, which are no contact's own. */
+class IsOfNumber : public HasConversationAnyNumberMatchingCondition
+{
+  public:
+    using HasConversationAnyNumberMatchingCondition::HasConversationAnyNumberMatchingCondition;
+
+    bool operator()(Conversation* conversation) const override
+    {
+        return HasConversationAnyNumberMatchingCondition::operator()(conversation) &&
+               !conversation->isConferenceConversation() && !conversation->isGroupCall();
+    }
+};
+
 /** Holds for the live conversation of an item's party that is not that of an additional call. */
 class IsFirstCallOfParty : public ActiveCallMatcherIgnoringCallID
 {
@@ -47,6 +62,24 @@ class IsFirstCallOfParty : public ActiveCallMatcherIgnoringCallID
     {
         return !conversation->extraActiveConversation() && ActiveCallMatcherIgnoringCallID::operator()(conversation);
     }
+};
+
+/** Holds for the conversations of an item that have an older one of its id, whose place it takes. */
+class HoldsOlderItem : public ConversationItemMatcher
+{
+  public:
+    explicit HoldsOlderItem(ConversationItem* item) : ConversationItemMatcher(item), id_(item->conversationItemId()) {}
+
+    bool operator()(Conversation* conversation) const override
+    {
+        const auto& items = conversation->items();
+        return std::any_of(items.begin(), items.end(),
+                           [this](const auto& item) { return item->conversationItemId() == id_; }) &&
+               ConversationItemMatcher::operator()(conversation);
+    }
+
+  private:
+    std::string id_;
 };
 
 /** Whether an item carries nothing but its first party that tells where it belongs. */
@@ -87,13 +120,14 @@ Conversation* ItemPlacement::findAnonymousTarget(ConversationItem* item)
 
 Conversation* ItemPlacement::getConversationAssociatedWithItem(ConversationItem* item)
 {
-    return conversations_.find(ConversationItemMatcher(item));
+    Conversation* holder = item->hasConversationItemId() ? conversations_.find(HoldsOlderItem(item)) : nullptr;
+    return holder ? holder : conversations_.find(ConversationItemMatcher(item));
 }
 
 Conversation* ItemPlacement::getConversationOfNumber(const std::string& number)
 {
     Conversation* own = conversations_.find(TakesHistoryOfNumber(number));
-    return own ? own : conversations_.find(HasConversationAnyNumberMatchingCondition(number));
+    return own ? own : conversations_.find(IsOfNumber(number));
 }
 
 Conversation* ItemPlacement::getConversationHoldingCall(const std::string& callId)
@@ -143,6 +177,8 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
         {
             beforeJoining(*existing);
         }
+        existing->setExtraActiveConversation(existing->extraActiveConversation() &&
+                                             placed.isActiveOrProgressingOrClearing());
         existing->prepend(placed.clone());
         return existing;
     }
@@ -203,10 +239,6 @@ void ItemPlacement::nameLike(const Conversation* beside, Conversation& conversat
 bool ItemPlacement::joins(const ConversationItem& item, const Conversation& existing)
 {
     const bool isLive = item.isActiveOrProgressingOrClearing();
-    if (existing.extraActiveConversation() && !isLive)
-    {
-        return false;
-    }
     if (existing.isActiveOrProgressingOrClearing() && isLive)
     {
         return existing.initialItem()->areGroupPickupConversationItems(item) ||

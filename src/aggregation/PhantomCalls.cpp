@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/ConversationList.h"
+#include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
@@ -10,6 +11,14 @@
 
 namespace ConversationAPI
 {
+using namespace ConversationListConditions;
+
+namespace
+{
+/** The calls of the two rows are different ones. */
+constexpr Conversation::Folding UNITING{true, true, true, false};
+} // namespace
+
 bool PhantomCalls::needsPhantomConversation(const Conversation& existing, const Conversation& update)
 {
     return existing.isActiveOrProgressingOrClearing() && update.isActiveOrProgressingOrClearing() &&
@@ -27,9 +36,15 @@ bool PhantomCalls::needsPhantomConversationUpdate(const Conversation& existing, 
            list_.getPhantomConversation()->getCallId() == update.getCallId();
 }
 
+bool PhantomCalls::bringsPhantomsCall(const Conversation& existing, Conversation& update) const
+{
+    const Conversation* phantom = list_.getPhantomConversation();
+    return phantom && phantom != &existing && HoldsCallCondition(phantom->getCallId())(&update);
+}
+
 bool PhantomCalls::needsToTransferJournalItemsToRootConversation(const Conversation& update) const
 {
-    const std::string callId = update.getCallId();
+    const std::string callId = list_.getPhantomConversation()->getCallId();
     const auto& items = update.items();
     return list_.getPhantomConversation()->getConversationItemsSize() == 1 &&
            std::any_of(items.begin(), items.end(), [&callId](const auto& item) { return item->getCallId() != callId; });
@@ -57,17 +72,24 @@ Conversation* PhantomCalls::root() const
     return found == list_.end() ? nullptr : *found;
 }
 
-std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, const Conversation& update)
+std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, const Conversation& update,
+                                                       const std::string& callId)
 {
-    receiver.updateInitialItem(update.initialItem()->clone());
+    for (const auto& item : update.items())
+    {
+        if (item->getCallId() == callId)
+        {
+            receiver.updateInitialItem(item->clone());
+        }
+    }
     std::unique_ptr<Conversation> rest(update.clone());
-    rest->removeItem(update.getCallId());
+    rest->removeItem(callId);
     return rest;
 }
 
 void PhantomCalls::unite(Conversation& root, Conversation& other)
 {
-    for (ConversationItem* item : root.foldIn(other, {}))
+    for (ConversationItem* item : root.foldIn(other, UNITING))
     {
         root.append(item);
     }

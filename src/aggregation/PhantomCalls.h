@@ -27,6 +27,9 @@ class PhantomCalls
     bool needsCreatingNewPhantomConversation(const Conversation& existing, const Conversation& update) const;
     bool needsPhantomConversationUpdate(const Conversation& existing, const Conversation& update) const;
 
+    /** Whether the update of another row has the phantom's call, be it as the first item or behind newer history. */
+    bool bringsPhantomsCall(const Conversation& existing, Conversation& update) const;
+
     /** Whether the phantom shows nothing but its call while the update brings history, which is the root's. */
     bool needsToTransferJournalItemsToRootConversation(const Conversation& update) const;
     bool needsDestroyingPhantomConversation(const std::string& callId) const;
@@ -37,8 +40,9 @@ class PhantomCalls
     /** The row of the phantom's contact; null when it is gone. */
     Conversation* root() const;
 
-    /** The update without its live call, of which the receiver gets a copy. */
-    static std::unique_ptr<Conversation> giveCallTo(Conversation& receiver, const Conversation& update);
+    /** The update without this call, of which the receiver gets a copy. */
+    static std::unique_ptr<Conversation> giveCallTo(Conversation& receiver, const Conversation& update,
+                                                    const std::string& callId);
 
     /** Folds a row in that has the same id: nothing of it is a stranger, whichever numbers are known. */
     static void unite(Conversation& root, Conversation& other);

@@ -90,7 +90,7 @@ class IsContactWithNumber : public ConversationUnaryCondition
 ListedRow findRowOf(const ConversationList& list, const Conversation& conversation)
 {
     ListedRow ofCall{nullptr, 0};
-    if (conversation.isActiveOrProgressingOrClearing() && conversation.getCallId() != GROUP_PICKUP_CALL_ID)
+    if (conversation.getCallId() != GROUP_PICKUP_CALL_ID)
     {
         ofCall = list.findWithIndex(HoldsCallCondition(conversation.getCallId()));
     }

@@ -59,14 +59,8 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
                                                    from_.getContactSource() == Conversation::NO_CONTACT);
     takeGroupFields();
     const Items arrived = cloneItems();
-    if (dropCallsAmong(arrived))
-    {
-        into_.addMergedItems(arrived, false);
-    }
-    else
-    {
-        into_.mergeItems(arrived);
-    }
+    const bool hadOlderOnes = dropCallsAmong(arrived);
+    into_.addMergedItems(arrived, folding.replacesLiveCall && !hadOlderOnes);
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();

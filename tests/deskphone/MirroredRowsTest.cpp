@@ -20,7 +20,10 @@ constexpr int EVENTS = 80;
 class RandomDay
 {
   public:
-    explicit RandomDay(unsigned seed) : random_(seed), scope_(loop_), telephone_(Deskphone::TelephoneSettings()) {}
+    explicit RandomDay(unsigned seed) : random_(seed), scope_(loop_), telephone_(Deskphone::TelephoneSettings())
+    {
+        changeContact();
+    }
 
     void happen()
     {
@@ -69,9 +72,16 @@ class RandomDay
     /** A call that goes on or a new one; at times the party of one that goes on changes. */
     void call()
     {
-        static const std::vector<ActiveCall::activeCallState> states{
-            ActiveCall::CONNECTED,     ActiveCall::LOCAL_ON_HOLD, ActiveCall::REMOTE_ON_HOLD, ActiveCall::CONFERENCE,
-            ActiveCall::INCOMING_CALL, ActiveCall::OUTGOING_CALL, ActiveCall::CALL_WAITING};
+        static const std::vector<ActiveCall::activeCallState> states{ActiveCall::CONNECTED,
+                                                                     ActiveCall::LOCAL_ON_HOLD,
+                                                                     ActiveCall::REMOTE_ON_HOLD,
+                                                                     ActiveCall::CONFERENCE,
+                                                                     ActiveCall::INCOMING_CALL,
+                                                                     ActiveCall::OUTGOING_CALL,
+                                                                     ActiveCall::CALL_WAITING,
+                                                                     ActiveCall::CLEARING,
+                                                                     ActiveCall::CALL_WAITING_IGNORED,
+                                                                     ActiveCall::CALL_WAITING_ISOLATED};
         const bool isPickup = below(12) == 0;
         const std::string id = isPickup ? "GPU" : std::to_string(below(4));
         if (parties_.count(id) == 0 || below(8) == 0)
@@ -79,7 +89,7 @@ class RandomDay
             parties_[id] = party();
         }
         ActiveCall report(&Host::currentTime, id, parties_[id], ActiveCall::NO_CONFERENCE);
-        report.setState(isPickup ? ActiveCall::GROUP_PICKUP_INCOMING : states[below(7)]);
+        report.setState(isPickup ? ActiveCall::GROUP_PICKUP_INCOMING : states[below(10)]);
         telephone_.liveCalls().activeCallEvent(report);
     }
 
@@ -121,17 +131,17 @@ class RandomDay
         all[below(static_cast<unsigned>(all.size()))]();
     }
 
-    /** No number belongs to both, as contacts that share one are not told apart; and no call goes on. */
+    /** No number belongs to both: contacts that share one are not told apart. A call stays with its contact. */
     void changeContact()
     {
         static const std::vector<Deskphone::Contact> all{{"1", "Anna", "Berg", "030 23125000", "0221 4710200", "", ""},
                                                          {"2", "", "Vogt", "", "", "040 66969222", "4711"}};
         Deskphone::Contact contact = all[below(2)];
-        (below(2) == 0 ? contact.work2 : contact.home).clear();
-        if (parties_.empty())
+        if (parties_.empty() && below(2) == 0)
         {
-            telephone_.contacts().put(contact);
+            (below(2) == 0 ? contact.work2 : contact.home).clear();
         }
+        telephone_.contacts().put(contact);
     }
 
     /** Not one with a call, which would go on unseen. */
