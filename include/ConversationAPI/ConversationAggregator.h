@@ -19,14 +19,13 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace ConversationAPI
 {
+class CombinedRows;
 class ConversationSources;
 class DisplayObservers;
-class PhantomCalls;
 class TemporaryConversations;
 
 class ConversationAggregator : public ConversationAggregatorIfc
@@ -85,57 +84,28 @@ class ConversationAggregator : public ConversationAggregatorIfc
   private:
     using Rows = std::vector<Conversation*>;
 
-    /** What a contact has besides the row that is updated. */
-    struct Gathered
-    {
-        Rows joined;
-        Rows named; ///< additional calls, which only take the names
-    };
-
     void rebuild();
     void combineSources();
     void copyUnmergedConversationsInto(const Rows& unmerged);
-    void separateRowsOfOneId(const std::string& phantomCallId);
 
     /** For interested parties; none of the library's interfaces hears of it yet. */
     void notifySourceSubscribed() {}
 
     void updatePresence(const Conversation& update);
-    void updateContent(Conversation& update);
-    void createNewConversation(Conversation& update);
-    void mergeUpdate(Conversation& existing, Conversation& update);
-    void mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate = true);
-    void calculateConversationsThatNeedChanging(const Conversation& existing, const Conversation& contact,
-                                                Gathered& rows) const;
-    void finishUpdate(Conversation* updated, Conversation& update, const Gathered& gathered);
     void updateSourcesWithContact(Conversation& contact);
-
-    void createPhantomConversation(Conversation& existing, const Conversation& update);
-    std::unique_ptr<Conversation> updateUsingPhantomConversation(Conversation*& target, const Conversation& update);
-    void foldPhantomInto(Conversation& root);
-    Conversation* foldPhantomBack();
-    void settleRowAfterCall(Conversation* row);
-
-    std::pair<Conversation*, unsigned> findMatchingConversation(const Conversation& conversation) const;
     Conversation* findConversation(const std::string& conversationId);
     Conversation* cloneTogether(const Rows& conversations);
-
     void removeConversationWithNumber(const std::string& number);
-    void removeRow(Conversation* row);
-    void retireRow(Conversation* row);
-    void forgetCallElsewhere(const std::string& callId);
     void notifyObserversOfConversationsChanged();
-    void notifyObserversOfConversationDeleted(Conversation* row);
 
     const std::unique_ptr<ConversationSources> sources_;
     const std::unique_ptr<ConversationList> list_;
-    const std::unique_ptr<DisplayObservers> observers_;
+    const std::unique_ptr<DisplayObservers> observers_; ///< behind the list, of whose rows they are told
     const std::unique_ptr<TemporaryConversations> temporaries_;
     ConversationItemFactory* itemFactory_;
-    bool hasDroppedItems_ = false; ///< items that no row took, since the last combining
     bool sourcesReady_ = false;
     int sortType_ = 0;
-    const std::unique_ptr<PhantomCalls> phantom_;
+    const std::unique_ptr<CombinedRows> rows_;
     NotificationRound round_;
 };
 } // namespace ConversationAPI
