@@ -3,8 +3,9 @@
  *
  * It keeps no conversations; those it gives out belong to the source and are valid until the source reports a
  * change. Source, observers and item factory are not owned: the source is taken off, with setSource(), before it
- * or the provider is destroyed. Before there was a source look-ups give null; without one requests do nothing. Of the changes of a source
- * only those of its whole list are passed on; who shows rows also observes the aggregator. UI thread only.
+ * or the provider is destroyed. Before there was a source look-ups give null; without one requests do nothing. Of the
+ * changes of a source only those of its whole list are passed on; who shows rows also observes the aggregator. UI
+ * thread only.
  */
 #pragma once
 

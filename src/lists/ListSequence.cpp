@@ -231,7 +231,7 @@ void ListSequence::changed(ListMember& member)
         return;
     }
     const ItemStanding now = standingOf(member.conversation->initialItem());
-    if (!(now == member.standing) || now.kind == ItemStanding::BESIDE_OTHERS)
+    if (!(now == member.standing))
     {
         member.standing = now;
         loose_.insert(&member);

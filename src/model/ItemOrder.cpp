@@ -30,8 +30,10 @@ ItemStanding standingOf(const ConversationItem* item)
     {
         return {};
     }
-    const bool isTimed = isOrderedByTimeAlone(item->getState());
-    return {isTimed ? ItemStanding::BY_TIME : ItemStanding::BESIDE_OTHERS, item->timeStampUTC()};
+    const ConversationItemState state = item->getState();
+    return isOrderedByTimeAlone(state)
+               ? ItemStanding{ItemStanding::BY_TIME, item->timeStampUTC(), ConversationItemState::NO_STATE}
+               : ItemStanding{ItemStanding::BESIDE_OTHERS, item->timeStampUTC(), state};
 }
 
 bool comesBefore(const ConversationItem& timed, const ConversationItem& other, bool cameBefore)

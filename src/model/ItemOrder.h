@@ -30,8 +30,12 @@ struct ItemStanding
 
     Kind kind = BEHIND_ALL;
     long time = 0;
+    ConversationItemState state = ConversationItemState::NO_STATE; ///< of one that is compared, else none
 
-    bool operator==(const ItemStanding& other) const { return kind == other.kind && time == other.time; }
+    bool operator==(const ItemStanding& other) const
+    {
+        return kind == other.kind && time == other.time && state == other.state;
+    }
 };
 
 /** The item may be null. */

@@ -81,7 +81,9 @@ class RandomDay
                                                                      ActiveCall::CALL_WAITING,
                                                                      ActiveCall::CLEARING,
                                                                      ActiveCall::CALL_WAITING_IGNORED,
-                                                                     ActiveCall::CALL_WAITING_ISOLATED};
+                                                                     ActiveCall::CALL_WAITING_ISOLATED,
+                                                                     ActiveCall::ISOLATED,
+                                                                     ActiveCall::REPRESENT_HELD_CALL};
         const bool isPickup = below(12) == 0;
         const std::string id = isPickup ? "GPU" : std::to_string(below(4));
         if (parties_.count(id) == 0 || below(8) == 0)
