@@ -1,4 +1,4 @@
-/** Lists of observers that may come and go while they are told something. None is owned. */
+/** Observers, or sources, that may come and go while they are told something. None is owned. */
 #pragma once
 
 #include <algorithm>
@@ -36,13 +36,13 @@ void removeOne(std::vector<Observer*>& observers, const Observer* observer)
 }
 
 /** In order; those that come meanwhile are told from the next time on, those that left meanwhile not any more. */
-template <typename Observer, typename Notification>
-void tellEach(const std::vector<Observer*>& observers, Notification tell)
+template <typename Pointers, typename Notification>
+void tellEach(const Pointers& observers, Notification tell)
 {
-    const std::vector<Observer*> present = observers;
-    for (Observer* observer : present)
+    const Pointers present = observers;
+    for (auto* observer : present)
     {
-        if (isAmong(observers, observer))
+        if (std::find(observers.begin(), observers.end(), observer) != observers.end())
         {
             tell(*observer);
         }

@@ -154,7 +154,7 @@ class Conversation : public ConversationContact
     void append(ConversationItem* item);
     void prepend(ConversationItem* item);
 
-    /** append() for each of the items, none of them null; observers are told once. */
+    /** append() for each of the items, which it takes, none of them null; observers are told once. */
     void appendAll(const std::vector<ConversationItem*>& items);
 
     /** Replaces the item of the same item id, else adds it. */

@@ -3,9 +3,10 @@
  *
  * It owns the conversations of its list, which are copies of the sources' own; factory, sources and observers
  * are not owned. The application takes sources and observers off, or destroys the aggregator first. What it
- * gives out is valid until it is deleted from the list, which observers are told before; a copy of what only a
- * source has (getConversationByConversationID()) until clearTemporaryConversations(), or, when it was asked for
- * again, until the next combining.
+ * gives out is valid until observers were told conversationDeleted() of it, or until everything is combined anew,
+ * which they are told by conversationListChanged() once the sources are ready. A copy of what only a source has
+ * (getConversationByConversationID()) is valid until clearTemporaryConversations(), until the row of its id goes, or,
+ * when it was asked for again, until the next combining.
  *
  * Everything runs on the UI thread. Observers are told in the order in which they were added and may call back,
  * remove themselves or others, and change the list: a combining that they ask for runs once, after the outermost

@@ -27,7 +27,10 @@ class ConversationIDGenerator
     /** Forgets the ids that nobody uses any more. */
     virtual void garbageCollect() = 0;
 
-    /** Like updateCache(), but an id that is not remembered yet is from now on. */
+    /**
+     * Like updateCache(), but of a contact (a placeholder) the id is remembered even if it was not before, and what
+     * was remembered as a contact does not become one of its calls.
+     */
     virtual void remember(const std::string& id, ConversationItem* item);
 
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */

@@ -169,6 +169,10 @@ void CombinedRows::mergeUpdate(Conversation& existing, Conversation& update)
     }
     Conversation& source = replacement ? *replacement : update;
     Gathered gathered;
+    if (update.getContactSource() == Conversation::DIRECTORY_CONTACT)
+    {
+        CONVERSATION_LOG(5, "conversationUpdated() merging conversation from directory src");
+    }
     if (update.getContactSource() != Conversation::NO_CONTACT)
     {
         calculateConversationsThatNeedChanging(*target, update, gathered);
@@ -190,15 +194,15 @@ void CombinedRows::mergeIntoExistingConversation(Conversation& existing, Convers
             existing.append(orphan);
             continue;
         }
-        hasDroppedItems_ = true;
+        round_.rebuild(true); // only the sources know where it belongs now
         delete orphan;
     }
 }
 
 /**
- * All rows of the contact's numbers, lest one hide behind another that is live. An additional call that stands
- * beside a row of its number stays beside it. Also the contact's own row when its
- * item matched another one, one that has a number in common.
+ * All rows of the contact's numbers, lest one hide behind another that is live; but an additional call that stands
+ * beside a row of its number stays there. Also the contact's own row, if what its item matched is another one that
+ * has a number in common.
  */
 void CombinedRows::calculateConversationsThatNeedChanging(const Conversation& existing, const Conversation& contact,
                                                           Gathered& rows) const
@@ -212,7 +216,6 @@ void CombinedRows::calculateConversationsThatNeedChanging(const Conversation& ex
     };
     if (contact.getContactSource() == Conversation::DIRECTORY_CONTACT)
     {
-        CONVERSATION_LOG(5, "conversationUpdated() merging conversation from directory src");
         for (const std::string& number : contact.getConversationNumbers())
         {
             const Rows ofNumber = findRowsOfNumber(list_, number);

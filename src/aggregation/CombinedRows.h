@@ -35,7 +35,10 @@ class CombinedRows
     /** A live call has ended; `source` is whose conversation it was, null when it was of no particular one. */
     void removeActiveItemForCall(const std::string& callId, const ConversationSourceIfc* source);
 
-    /** With `isUpdate` false, another row of the list, whose calls are others and whose id is given up. */
+    /**
+     * Items that no row can take make everything be combined anew at the end of the round, which must be going on.
+     * With `isUpdate` false, `update` is another row of the list, whose calls are others and whose id is given up.
+     */
     void mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate = true);
 
     /** Tells that the row goes, and takes it off the list. */
@@ -47,10 +50,6 @@ class CombinedRows
     /** "" without a phantom. */
     std::string phantomCallId() const;
     bool isAnyLive() const;
-
-    /** Whether an update left items that no row took: then only combining anew tells where they belong. */
-    bool hasDroppedItems() const { return hasDroppedItems_; }
-    bool takeDroppedItems() { return std::exchange(hasDroppedItems_, false); }
 
   private:
     using Rows = std::vector<Conversation*>;
@@ -84,6 +83,5 @@ class CombinedRows
     TemporaryConversations& temporaries_;
     NotificationRound& round_;
     PhantomCalls phantom_;
-    bool hasDroppedItems_ = false;
 };
 } // namespace ConversationAPI

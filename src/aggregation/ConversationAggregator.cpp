@@ -33,7 +33,7 @@ ConversationAggregator::ConversationAggregator(ConversationItemFactory* factory)
       observers_(std::make_unique<DisplayObservers>(*list_, round_)),
       temporaries_(std::make_unique<TemporaryConversations>()), itemFactory_(factory),
       rows_(std::make_unique<CombinedRows>(*list_, *observers_, *temporaries_, round_)),
-      round_([this](bool) { rebuild(); }, [this] { start(); })
+      round_([this](bool) { rebuild(); }, [this] { notifyObserversOfConversationsChanged(); })
 {
     list_->setName("ConversationAggregatorList");
 }
@@ -93,8 +93,13 @@ void ConversationAggregator::start()
     }
 }
 
+/** Not before the sources are ready. */
 void ConversationAggregator::notifyObserversOfConversationsChanged()
 {
+    if (!sourcesReady_)
+    {
+        return;
+    }
     CONVERSATION_LOG(5, "notifyObserversOfConversationsChanged() IN");
     if (sortType_ == ALPHABETICALLY)
     {
@@ -161,10 +166,6 @@ void ConversationAggregator::conversationUpdated(Conversation* conversation)
     {
         updateSourcesWithContact(*conversation);
     }
-    if (rows_->takeDroppedItems())
-    {
-        round_.rebuild(true); // only the sources know where they belong now
-    }
 }
 
 void ConversationAggregator::removeActiveItemForCall(const std::string& callId, ConversationSourceIfc* source)
@@ -195,9 +196,9 @@ void ConversationAggregator::updateSourcesWithContact(Conversation& contact)
     {
         round_.rebuild(true); // calls keep rows apart that the sources have united by now
     }
-    else if (sourcesReady_ && !rows_->hasDroppedItems())
+    else
     {
-        notifyObserversOfConversationsChanged();
+        round_.tellListAtEnd();
     }
 }
 

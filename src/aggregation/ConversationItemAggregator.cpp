@@ -8,6 +8,7 @@
 #include "ConversationAPI/ConversationSourceObserverIfc.h"
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "Log.h"
+#include "Observers.h"
 #include "aggregation/ItemBatches.h"
 #include "aggregation/ItemPlacement.h"
 #include "aggregation/ItemSources.h"
@@ -139,14 +140,7 @@ template <typename Notification>
 void ConversationItemAggregator::notifyObservers(Notification notification)
 {
     const NotificationRound::Scope round(round_);
-    const std::set<ConversationSourceObserverIfc*> observers = observers_;
-    for (ConversationSourceObserverIfc* observer : observers)
-    {
-        if (observers_.count(observer) != 0)
-        {
-            notification(*observer);
-        }
-    }
+    tellEach(observers_, notification);
 }
 
 void ConversationItemAggregator::notifyObserversConversationUpdated(Conversation* conversation)

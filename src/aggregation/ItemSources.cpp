@@ -3,6 +3,8 @@
 #include "ConversationAPI/ConversationItem.h"
 #include "ConversationAPI/ConversationItemSourceIfc.h"
 
+#include <algorithm>
+
 namespace ConversationAPI
 {
 bool ItemSources::add(ConversationItemSourceIfc* source, ConversationItemSourceObserverIfc& observer)

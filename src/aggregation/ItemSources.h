@@ -6,7 +6,8 @@
  */
 #pragma once
 
-#include <algorithm>
+#include "Observers.h"
+
 #include <vector>
 
 namespace ConversationAPI
@@ -30,14 +31,7 @@ class ItemSources
     template <typename Request>
     void forEach(Request request)
     {
-        const std::vector<ConversationItemSourceIfc*> sources = sources_;
-        for (ConversationItemSourceIfc* source : sources)
-        {
-            if (std::find(sources_.begin(), sources_.end(), source) != sources_.end())
-            {
-                request(*source);
-            }
-        }
+        tellEach(sources_, request);
     }
 
   private:
