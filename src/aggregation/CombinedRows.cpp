@@ -184,7 +184,14 @@ void CombinedRows::mergeUpdate(Conversation& existing, Conversation& update)
 /** What is no update but another row has calls of its own, and gives its id up. */
 void CombinedRows::mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate)
 {
+    const std::string idBefore = existing.getConversationId();
     const std::vector<ConversationItem*> orphans = existing.foldIn(update, {isUpdate, true, true, isUpdate});
+    const bool isGivenAnotherId = isUpdate && existing.getConversationId() != idBefore;
+    if (isGivenAnotherId && update.getContactSource() == Conversation::NO_CONTACT &&
+        existing.getConversationItemsSize() > update.getConversationItemsSize())
+    {
+        round_.rebuild(true); // its other items stand in a conversation of the former id, which would not find the row
+    }
     CONVERSATION_LOG(3, "mergeIntoExistingConversation %d orphan item(s) found", static_cast<int>(orphans.size()));
     for (ConversationItem* orphan : orphans)
     {

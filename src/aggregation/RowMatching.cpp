@@ -85,6 +85,24 @@ class IsContactWithNumber : public ConversationUnaryCondition
   private:
     const std::string& number_;
 };
+/** Where several rows would do, as those of group calls to two numbers of a contact, the one with the id comes first. */
+ListedRow findRowOfItem(const ConversationList& list, const Conversation& conversation)
+{
+    ConversationItem* item = conversation.initialItem();
+    if (!item)
+    {
+        return {nullptr, 0};
+    }
+    const IsRowOfItem isRow(item);
+    const ListedRow found = list.findWithIndex(isRow);
+    const std::string& id = conversation.getConversationId();
+    if (found.first && !id.empty() && found.first->getConversationId() != id)
+    {
+        const ListedRow own = list.findWithIndex(ConversationIDCondition(id));
+        return own.first && isRow(own.first) ? own : found;
+    }
+    return found;
+}
 } // namespace
 
 ListedRow findRowOf(const ConversationList& list, const Conversation& conversation)
@@ -98,11 +116,7 @@ ListedRow findRowOf(const ConversationList& list, const Conversation& conversati
     {
         return ofCall;
     }
-    ListedRow found{nullptr, 0};
-    if (ConversationItem* item = conversation.initialItem())
-    {
-        found = list.findWithIndex(IsRowOfItem(item));
-    }
+    ListedRow found = findRowOfItem(list, conversation);
     const std::string& id = conversation.getConversationId();
     if (conversation.getContactSource() != Conversation::NO_CONTACT && !id.empty())
     {
