@@ -156,6 +156,16 @@ void MissedCallItem::MissedCallInfo::setGroupNumber(const std::string& number)
     groupNumber_ = number;
 }
 
+bool MissedCallItem::MissedCallInfo::getViewed() const
+{
+    return viewed_;
+}
+
+void MissedCallItem::MissedCallInfo::setViewed(bool viewed)
+{
+    viewed_ = viewed;
+}
+
 MissedCallItem::MissedCallItem() = default;
 
 const std::vector<MissedCallItem::MissedCallInfo>& MissedCallItem::getMissedCallInfoList() const

@@ -2,6 +2,7 @@
 
 #include "host/EventLoop.h"
 
+#include <array>
 #include <type_traits>
 
 namespace Host
@@ -17,5 +18,14 @@ std::time_t currentTime(std::time_t* time)
         *time = now;
     }
     return now;
+}
+
+std::string localIso8601(std::time_t time)
+{
+    std::tm local{};
+    localtime_r(&time, &local);
+    std::array<char, 64> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S%z", &local);
+    return std::string(text.data(), length).insert(length - 2, ":");
 }
 } // namespace Host

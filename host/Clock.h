@@ -7,9 +7,13 @@
 #pragma once
 
 #include <ctime>
+#include <string>
 
 namespace Host
 {
 /** Seconds since the epoch, UTC; stored in `*time` too unless that is null. */
 std::time_t currentTime(std::time_t* time);
+
+/** A moment in the zone of this machine, as the call journal writes it: "2026-03-05T09:07:00+01:00". */
+std::string localIso8601(std::time_t time);
 } // namespace Host

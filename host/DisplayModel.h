@@ -3,8 +3,7 @@
  *
  * Attach it to whatever tells whole lists and single rows (docs/observers.md): to an aggregator, or to a list
  * provider and to the aggregator behind it. It owns nothing; whoever attaches it takes it off before it is
- * destroyed. It stands in this header as a whole, so that the host's library does without the other. UI thread
- * only.
+ * destroyed. UI thread only.
  */
 #pragma once
 

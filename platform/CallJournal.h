@@ -97,14 +97,19 @@ class MissedCallItem : public CallItem
         const std::string& getGroupName() const;
         const std::string& getGroupNumber() const;
 
+        /** Whether the user has seen this call; a journal that knows it of whole entries only leaves it false. */
+        bool getViewed() const;
+
         void setAnswered(bool answered);
         void setGroupName(const std::string& name);
         void setGroupNumber(const std::string& number);
+        void setViewed(bool viewed);
 
       private:
         std::string groupName_;
         std::string groupNumber_;
         bool answered_ = false;
+        bool viewed_ = false;
     };
 
     MissedCallItem();
@@ -113,7 +118,7 @@ class MissedCallItem : public CallItem
     const std::vector<MissedCallInfo>& getMissedCallInfoList() const;
     void setMissedCallInfoList(const std::vector<MissedCallInfo>& calls);
 
-    /** Whether the user has seen the entry. */
+    /** Whether the user has seen the entry with all its calls. */
     bool getViewed() const;
     void setViewed(bool viewed);
 

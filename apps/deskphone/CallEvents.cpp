@@ -102,7 +102,7 @@ class CallEvent : public Event
         report_.dss = fields.flag("dss");
     }
 
-    void apply(Telephone& telephone) const override { telephone.liveCalls().activeCallEvent(report_.makeCall()); }
+    void apply(Telephone& telephone) const override { telephone.callControl().callReported(report_.makeCall()); }
 
     void write(FieldWriter& fields) const override
     {
@@ -125,12 +125,39 @@ class CallEvent : public Event
     CallReport report_;
 };
 
+class CallEnded : public Event
+{
+  public:
+    CallEnded(EventFields& fields, long) : callId_(fields.requiredText("callId"))
+    {
+        end_.answeredElsewhere = fields.flag("answeredElsewhere");
+        end_.forwardedTo = fields.party("forwardedTo");
+        end_.groupName = fields.text("groupName");
+        end_.groupNumber = fields.text("groupNumber");
+    }
+
+    void apply(Telephone& telephone) const override { telephone.callControl().callEnded(callId_, end_); }
+
+    void write(FieldWriter& fields) const override
+    {
+        fields.text("callId", callId_);
+        fields.flag("answeredElsewhere", end_.answeredElsewhere);
+        fields.party("forwardedTo", end_.forwardedTo);
+        fields.text("groupName", end_.groupName);
+        fields.text("groupNumber", end_.groupNumber);
+    }
+
+  private:
+    const std::string callId_;
+    Host::CallEnd end_;
+};
+
 class CallCleared : public Event
 {
   public:
     CallCleared(EventFields& fields, long) : callId_(fields.requiredText("callId")) {}
 
-    void apply(Telephone& telephone) const override { telephone.liveCalls().clearActiveCallEvent(callId_); }
+    void apply(Telephone& telephone) const override { telephone.callControl().callCleared(callId_); }
     void write(FieldWriter& fields) const override { fields.text("callId", callId_); }
 
   private:
@@ -142,5 +169,6 @@ void addCallEvents(EventCatalogue& catalogue)
 {
     catalogue.add<CallEvent>("call");
     catalogue.add<CallCleared>("call-cleared");
+    catalogue.add<CallEnded>("call-ended");
 }
 } // namespace Deskphone

@@ -1,94 +1,52 @@
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
+#include "HistoryCall.h"
 #include "Telephone.h"
 
 namespace Deskphone
 {
 namespace
 {
-constexpr long LONGEST_CALL = 100 * 3600 - 1; ///< seconds
-
-const EventFields::Choices<HistoryCall::Kind>& kinds()
-{
-    static const EventFields::Choices<HistoryCall::Kind> all = {
-        {"dialled", HistoryCall::DIALLED},
-        {"received", HistoryCall::RECEIVED},
-        {"missed", HistoryCall::MISSED},
-        {"forwarded", HistoryCall::FORWARDED},
-    };
-    return all;
-}
-
-/** What is asked of one kind only is an unknown field of the others. */
 class HistoryAdded : public Event
 {
   public:
-    HistoryAdded(EventFields& fields, long time)
-    {
-        call_.kind = fields.requiredChoice("kind", kinds());
-        call_.entryId = fields.requiredText("entryId");
-        call_.party = fields.party("party");
-        call_.time = fields.moment("callTime", time);
-        if (fields.has("forwardedParty"))
-        {
-            call_.forwardedParty = fields.party("forwardedParty");
-        }
-        if (call_.kind == HistoryCall::MISSED)
-        {
-            readMissed(fields);
-        }
-        else
-        {
-            call_.durationSeconds = fields.number("duration", 0, LONGEST_CALL, 0);
-        }
-    }
+    HistoryAdded(EventFields& fields, long time) : call_(readHistoryCall(fields, time)) {}
 
-    void apply(Telephone& telephone) const override { telephone.history().add(call_); }
-
-    void write(FieldWriter& fields) const override
-    {
-        fields.choice("kind", kinds(), call_.kind);
-        fields.text("entryId", call_.entryId);
-        fields.party("party", call_.party);
-        fields.moment("callTime", call_.time);
-        if (call_.forwardedParty)
-        {
-            fields.partyEvenIfUnknown("forwardedParty", *call_.forwardedParty);
-        }
-        fields.number("duration", call_.durationSeconds, 0);
-        fields.flag("seen", call_.seen);
-        fields.flag("answeredElsewhere", call_.answeredElsewhere);
-        fields.text("groupName", call_.groupName);
-        fields.text("groupNumber", call_.groupNumber);
-    }
+    void apply(Telephone& telephone) const override { telephone.journal().addCall(call_.forJournal()); }
+    void write(FieldWriter& fields) const override { writeHistoryCall(fields, call_); }
 
   private:
-    void readMissed(EventFields& fields)
-    {
-        call_.seen = fields.flag("seen");
-        call_.answeredElsewhere = fields.flag("answeredElsewhere");
-        call_.groupName = fields.text("groupName");
-        call_.groupNumber = fields.text("groupNumber");
-    }
-
-    HistoryCall call_;
+    const HistoryCall call_;
 };
 
+/** An entry is what the journal has of one kind with one party. */
 class HistoryRemoved : public Event
 {
   public:
-    HistoryRemoved(EventFields& fields, long) : entryId_(fields.requiredText("entryId")) {}
+    HistoryRemoved(EventFields& fields, long)
+    {
+        call_.kind = fields.requiredChoice("kind", historyKinds());
+        call_.party = fields.party("party");
+    }
 
-    void apply(Telephone& telephone) const override { telephone.history().remove(entryId_); }
-    void write(FieldWriter& fields) const override { fields.text("entryId", entryId_); }
+    void apply(Telephone& telephone) const override
+    {
+        telephone.journal().deleteEntries({Host::Journal::entryId(call_.forJournal())});
+    }
+
+    void write(FieldWriter& fields) const override
+    {
+        fields.choice("kind", historyKinds(), call_.kind);
+        fields.party("party", call_.party);
+    }
 
   private:
-    const std::string entryId_;
+    HistoryCall call_;
 };
 
 void reload(Telephone& telephone)
 {
-    telephone.history().reload();
+    telephone.reloadHistory();
 }
 } // namespace
 

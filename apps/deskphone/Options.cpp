@@ -1,11 +1,13 @@
 #include "Options.h"
 
 #include "EventCatalogue.h"
+#include "Moment.h"
 #include "TimeZone.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 namespace Deskphone
 {
@@ -22,14 +24,22 @@ Examples:
   zcat day.jsonl.gz | deskphone replay --json -
   deskphone replay --log 5 day.jsonl 2>day.log
   deskphone replay --timezone Asia/Tokyo --record tokyo.jsonl day.jsonl
-  deskphone explain --row 2 day.jsonl
+  deskphone replay --fresh fault.jsonl
+  deskphone explain --row 2 --fresh day.jsonl
+  deskphone history
+  deskphone history --json --data /var/lib/deskphone --at 2026-03-05T18:00:00+01:00
+  deskphone mark-read --row 1
+  deskphone delete --number "030 23125000"
+
+The history of calls is kept in the file call-journal.sqlite of the folder --data, by default
+$XDG_DATA_HOME/deskphone or ~/.local/share/deskphone, and is there again at the next start.
 
 Rows: live calls first, ● talking ○ ringing ‖ on hold · ending; then the history, newest first, ! with something new:
 missed calls that nobody has seen, messages in the mailbox. ← incoming, → outgoing, × missed, ↪ forwarded; the last
 column counts what the row holds and what of it is new.
 
 Exit codes: 0 all went well, 1 wrong usage, unreadable trace or unwritable record, 2 broken trace (nothing was
-applied), 3 an event asked for something that was not possible, or there is no row to explain.
+applied), 3 an event or a command asked for something that was not possible, or there is no such row.
 )";
 
 void check(CLI::Option* option, const std::string& what, bool (*isRight)(const std::string&))
@@ -90,6 +100,86 @@ void addSettings(CLI::App& command, Options& options)
         ->group(group);
 }
 
+void addHistoryFile(CLI::App& command, Options& options)
+{
+    CLI::Option* data = command.add_option("--data", options.data, "Folder of the stored history");
+    check(data->type_name("DIR"), "folder", isFile);
+}
+
+/** A trace may be somebody else's. */
+void addHistoryFileOrNone(CLI::App& command, Options& options)
+{
+    addHistoryFile(command, options);
+    command.add_flag("--fresh", options.fresh, "Begin without any history, and keep none")->excludes("--data");
+}
+
+void addRow(CLI::App& command, Options& options, CLI::App& choice)
+{
+    CLI::Option* row = choice.add_option("--row", options.row, "The row, counted from 1 as history shows them");
+    check(row->type_name("N"), "row; the first one is 1", isRow);
+    choice.add_option("--number", options.number, "The first row with this number, in any spelling");
+    addHistoryFile(command, options);
+}
+
+void addAppearance(CLI::App& command, Options& options)
+{
+    command.add_flag("--json", options.json, "Print one JSON object a row");
+    command.add_flag("--ids", options.withIds, "Show the end of each conversation's identifier");
+}
+
+void addMoment(CLI::App& command, Options& options)
+{
+    command
+        .add_option_function<std::string>(
+            "--at", [&options](const std::string& text) { options.at = parseMoment(text); },
+            "Show it as at this moment instead of now: ISO 8601 with zone, 2026-03-05T09:00:00+01:00")
+        ->type_name("TIME")
+        ->check([](const std::string& text)
+                { return parseMoment(text) ? std::string() : "'" + text + "' is no moment with a zone"; });
+}
+
+/** A command on the history that is stored, with no trace. */
+CLI::App& addHistoryCommand(CLI::App& app, Options& options, Options::Command command, const std::string& name,
+                            const std::string& description)
+{
+    CLI::App& added = *app.add_subcommand(name, description);
+    added.callback([&options, command] { options.command = command; });
+    addAppearance(added, options);
+    addMoment(added, options);
+    addSettings(added, options);
+    return added;
+}
+
+void addHistoryCommands(CLI::App& app, Options& options)
+{
+    addHistoryFile(addHistoryCommand(app, options, Options::HISTORY, "history",
+                                     "Print the conversation list of the stored history"),
+                   options);
+
+    CLI::App& mark = addHistoryCommand(app, options, Options::MARK_READ, "mark-read",
+                                       "Mark missed calls as seen, all of them unless a row is named");
+    addRow(mark, options, *mark.add_option_group("Row")->require_option(0, 1));
+
+    CLI::App& erase = addHistoryCommand(app, options, Options::DELETE, "delete", "Delete a row with all its calls");
+    CLI::App& choice = *erase.add_option_group("Row");
+    choice.require_option(1);
+    addRow(erase, options, choice);
+    choice.add_flag("--all", options.all, "All of the history");
+}
+
+/** "" when there is none. */
+std::filesystem::path userDataFolder()
+{
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data != nullptr && std::filesystem::path(data).is_absolute())
+    {
+        return data;
+    }
+    const char* home = std::getenv("HOME");
+    const bool hasHome = home != nullptr && std::filesystem::path(home).is_absolute();
+    return hasHome ? std::filesystem::path(home) / ".local" / "share" : std::filesystem::path();
+}
+
 void addReplay(CLI::App& app, Options& options)
 {
     CLI::App& replay = *app.add_subcommand("replay", "Apply a trace and print the conversation list as the screen "
@@ -97,12 +187,12 @@ void addReplay(CLI::App& app, Options& options)
     replay.callback([&options] { options.command = Options::REPLAY; });
     addTrace(replay, options);
     replay.add_flag("--each", options.afterEachEvent, "Print the list after every event, not only at the end");
-    replay.add_flag("--json", options.json, "Print one JSON object a row");
-    replay.add_flag("--ids", options.withIds, "Show the end of each conversation's identifier");
+    addAppearance(replay, options);
     CLI::Option* record = replay.add_option("--record", options.record,
                                             "Write everything that happens into this file, settings and all: a "
                                             "trace that shows the same rows anywhere");
     check(record->type_name("FILE"), "file (the list goes to standard output)", isFile);
+    addHistoryFileOrNone(replay, options);
     addSettings(replay, options);
     replay.footer("Events: settings, " + EventCatalogue::all().names() + "\n(docs/trace.md describes them)");
 }
@@ -114,6 +204,7 @@ void addExplain(CLI::App& app, Options& options)
     addTrace(explain, options);
     CLI::Option* row = explain.add_option("--row", options.row, "The row, counted from 1 as replay shows them");
     check(row->type_name("N")->required(), "row; the first one is 1", isRow);
+    addHistoryFileOrNone(explain, options);
     addSettings(explain, options);
 }
 
@@ -136,6 +227,20 @@ TelephoneSettings Options::over(TelephoneSettings settings) const
     return settings;
 }
 
+std::filesystem::path Options::journalFile() const
+{
+    if (fresh)
+    {
+        return {};
+    }
+    const std::filesystem::path folder = data ? std::filesystem::path(*data) : userDataFolder() / "deskphone";
+    if (!data && folder.is_relative())
+    {
+        throw std::runtime_error("there is no folder for the history: give one with --data, or set HOME");
+    }
+    return folder / "call-journal.sqlite";
+}
+
 std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
 {
     Options options;
@@ -151,6 +256,7 @@ std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
     app.footer(EXAMPLES);
     addReplay(app, options);
     addExplain(app, options);
+    addHistoryCommands(app, options);
     try
     {
         app.parse(argc, argv);

@@ -3,6 +3,7 @@
 
 #include "TelephoneSettings.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -13,7 +14,10 @@ struct Options
     enum Command
     {
         REPLAY,
-        EXPLAIN
+        EXPLAIN,
+        HISTORY,
+        MARK_READ,
+        DELETE
     };
 
     Command command = REPLAY;
@@ -25,7 +29,16 @@ struct Options
     bool withIds = false;
     std::optional<std::string> record; ///< a file
 
-    long row = 0; ///< what to explain: its place from 1
+    /** What to explain, to mark or to delete: its place from 1, 0 for none, or a number that it has, "" for none. */
+    long row = 0;
+    std::string number;
+    bool all = false;
+
+    std::optional<long> at; ///< when the stored history is shown: seconds since the epoch, UTC; nothing for now
+
+    // Where the history is kept: a folder, else the user's; fresh: nowhere, and there is none at first.
+    std::optional<std::string> data;
+    bool fresh = false;
 
     // These go before what the trace says.
     std::optional<std::string> timeZone;
@@ -41,6 +54,9 @@ struct Options
 
     /** The settings of a trace with those of the command line in their place. */
     TelephoneSettings over(TelephoneSettings settings) const;
+
+    /** "" when nothing is to be kept. Throws std::runtime_error when there is no place for it. */
+    std::filesystem::path journalFile() const;
 };
 
 /** Nothing when the program is to end at once, with the given exit code: help was asked for, or the options are

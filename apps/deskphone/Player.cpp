@@ -1,5 +1,7 @@
 #include "Player.h"
 
+#include "HistoryCall.h"
+#include "JournalProblem.h"
 #include "Telephone.h"
 #include "TimeZone.h"
 #include "TraceRecorder.h"
@@ -32,6 +34,15 @@ void startRecord(std::optional<TraceRecorder>& recorder, const Trace& trace, con
     }
 }
 
+/** What was in the history before is part of what the rows come from. */
+void recordHistory(TraceRecorder& recorder, Host::Journal& journal, long start)
+{
+    for (const Host::JournalCall& call : journal.calls())
+    {
+        recorder.recordHistory(start, HistoryCall(call));
+    }
+}
+
 /** Whether the event was possible. */
 bool apply(const TraceEvent& event, Telephone& telephone, const std::string& file, std::ostream& errors)
 {
@@ -59,7 +70,13 @@ bool play(const Trace& trace, const Options& options, const Watcher& watcher, st
     startRecord(recorder, trace, options, settings);
     Host::SimulatedEventLoop loop(trace.start);
     const Host::EventLoop::Scope scope(loop);
-    Telephone telephone(settings);
+    Telephone telephone(settings, options.journalFile());
+    JournalProblem problem(telephone.journal(), errors);
+    if (recorder)
+    {
+        recordHistory(*recorder, telephone.journal(), trace.start);
+    }
+    loop.runUntilIdle();
     bool wasAllPossible = true;
     for (const TraceEvent& event : trace.events)
     {
@@ -70,6 +87,7 @@ bool play(const Trace& trace, const Options& options, const Watcher& watcher, st
         }
         wasAllPossible = apply(event, telephone, trace.file, errors) && wasAllPossible;
         loop.runUntilIdle();
+        problem.tellWhenNew();
         if (watcher.afterEvent)
         {
             watcher.afterEvent(telephone, event);

@@ -157,8 +157,9 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
 {
     for (const ScreenRow& row : rows)
     {
-        nlohmann::ordered_json object = {
-            {"line", line},
+        nlohmann::ordered_json object =
+            line == 0 ? nlohmann::ordered_json::object() : nlohmann::ordered_json{{"line", line}};
+        object.update({
             {"name", row.name},
             {"number", row.number},
             {"state", row.state},
@@ -168,7 +169,7 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
             {"time", row.items == 0 ? "" : formatMoment(row.time)},
             {"when", row.when},
             {"items", row.items},
-        };
+        });
         if (row.newVoicemails)
         {
             object["newVoicemails"] = *row.newVoicemails;

@@ -12,6 +12,6 @@ namespace Deskphone
 /** `clock` is what stands at the head of the screen. */
 void printScreen(std::ostream& stream, const std::string& clock, const std::vector<ScreenRow>& rows, bool withIds);
 
-/** `line` is that of the trace after which the screen looks so. */
+/** `line` is that of the trace after which the screen looks so, 0 without a trace. */
 void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds);
 } // namespace Deskphone

@@ -9,6 +9,7 @@ namespace Deskphone
 namespace
 {
 constexpr long LONGEST_EXTENSION = 15;
+constexpr long MOST_KEPT = 100'000;
 
 void readDigits(EventFields& fields, const std::string& name, std::string& setting)
 {
@@ -20,6 +21,12 @@ void readDigits(EventFields& fields, const std::string& name, std::string& setti
             throw TraceError("field " + inQuotes(name) + " must consist of digits");
         }
     }
+}
+
+/** How many of something the history keeps. */
+void readLimit(EventFields& fields, const std::string& name, std::size_t& limit)
+{
+    limit = static_cast<std::size_t>(fields.number(name, 1, MOST_KEPT, static_cast<long>(limit)));
 }
 } // namespace
 
@@ -47,6 +54,8 @@ TelephoneSettings readSettings(EventFields& fields)
     const EventFields::Choices<std::string> dateFormats = {{"DD.MM.YYYY", "DD.MM.YYYY"}, {"MM/DD/YYYY", "MM/DD/YYYY"}};
     settings.timeFormat = fields.choice("timeFormat", timeFormats, settings.timeFormat);
     settings.dateFormat = fields.choice("dateFormat", dateFormats, settings.dateFormat);
+    readLimit(fields, "callsPerEntry", settings.history.callsPerEntry);
+    readLimit(fields, "entriesPerKind", settings.history.entriesPerKind);
     return settings;
 }
 
@@ -60,5 +69,7 @@ void writeSettings(FieldWriter& fields, const TelephoneSettings& settings)
     fields.text("language", settings.language);
     fields.text("timeFormat", settings.timeFormat);
     fields.text("dateFormat", settings.dateFormat);
+    fields.number("callsPerEntry", static_cast<long>(settings.history.callsPerEntry), -1);
+    fields.number("entriesPerKind", static_cast<long>(settings.history.entriesPerKind), -1);
 }
 } // namespace Deskphone

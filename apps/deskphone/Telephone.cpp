@@ -1,16 +1,27 @@
 #include "Telephone.h"
 
+#include "ConversationAPI/Conversation.h"
 #include "host/Clock.h"
 
 #include <vector>
 
 namespace Deskphone
 {
-Telephone::Telephone(const TelephoneSettings& settings)
-    : digitAnalysis_(settings.numbers), translator_(settings.language), participantFactory_(&digitAnalysis_),
-      itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_), history_(itemFactory_),
-      itemAggregator_(&conversationFactory_), contacts_(conversationFactory_), local_(itemFactory_),
-      provider_(&itemFactory_), times_(&Host::currentTime)
+namespace
+{
+Host::Journal openJournal(const std::filesystem::path& file, const Host::JournalLimits& limits)
+{
+    return file.empty() ? Host::Journal(limits) : Host::Journal(file, limits);
+}
+} // namespace
+
+Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::path& journalFile)
+    : digitAnalysis_(settings.numbers), translator_(settings.language),
+      journal_(openJournal(journalFile, settings.history)), participantFactory_(&digitAnalysis_),
+      itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_),
+      history_(&journal_, &itemFactory_, &digitAnalysis_, &Host::currentTime), journalUpdates_(history_, journal_),
+      callControl_(liveCalls_, journal_), itemAggregator_(&conversationFactory_), contacts_(conversationFactory_),
+      local_(itemFactory_), provider_(&itemFactory_), times_(&Host::currentTime)
 {
     wireFactories();
     wireLists();
@@ -21,6 +32,7 @@ Telephone::Telephone(const TelephoneSettings& settings)
 /** Nobody reports any more, and nothing points to what goes before it. The lists take themselves off their sources. */
 Telephone::~Telephone()
 {
+    journal_.removeObserver(&journalUpdates_);
     liveCalls_.clearObserver();
     history_.clearObserver();
     provider_.setSource(nullptr, false);
@@ -58,12 +70,14 @@ void Telephone::wireDisplay(const TelephoneSettings& settings)
     times_.dateFormatChanged(settings.dateFormat);
 }
 
-/** A source that subscribes to a service reports sourceSubscribed() itself; the stand-in for the journal is ready. */
+/** The history is there as soon as the journal service has accepted the subscription; this one does so at once. */
 void Telephone::startSources()
 {
     std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &liveCalls_};
     itemAggregator_.addItemSources(sources);
-    itemAggregator_.sourceSubscribed();
+    journal_.addObserver(&journalUpdates_);
+    history_.setJournalServiceSubscribed(true);
+    history_.notifyObserversForSubscription();
     local_.aggregator.start();
 }
 
@@ -73,7 +87,19 @@ void Telephone::setVoiceMailNumber(const std::string& number)
     const std::string before = itemFactory_.getVoiceMailNumber();
     itemFactory_.setVoiceMailNumber(number);
     local_.aggregator.voiceMailChanged(before, itemFactory_.getVoiceMailNumber());
-    history_.reload();
+    reloadHistory();
+}
+
+void Telephone::reloadHistory()
+{
+    history_.notifyObserver();
+}
+
+/** Also the entries whose calls the row is too short to show. What the journal reports then brings the row up to date.
+ */
+void Telephone::markMissedRead(const ConversationAPI::Conversation& row)
+{
+    history_.ageAllMissedCalls(row.getJournalServiceEntries());
 }
 
 void Telephone::sortRows(RowOrder order)

@@ -8,17 +8,17 @@
  *
  * Who tells whom:
  *
- *     call control ──▶ liveCalls() ─┐ items                 conversations         rows
- *     call journal ──▶ history() ───┴──────▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
- *     mailbox ───────▶ history()                                 │            └──▶ provider_ ──▶ display_
- *     phonebook ─────▶ contacts() ───────────────────────────────┘
+ *     calls ─────────▶ callControl() ──▶ liveCalls_ ─┐ items              conversations         rows
+ *                      callControl() ──▶ journal()   │
+ *     journal() ─────▶ journalUpdates_ ─▶ history_ ──┴──▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
+ *     mailbox ───────▶ mailbox() (history_)                                   │            └──▶ provider_ ──▶ display_
+ *     phonebook ─────▶ contacts() ────────────────────────────────────────────┘
  *     configuration ─▶ setVoiceMailNumber()
- *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history(); contacts()
- *     contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
+ *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal();
+ * contacts() contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  */
 #pragma once
 
-#include "CallHistory.h"
 #include "CombinedList.h"
 #include "ContactBook.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
@@ -28,13 +28,18 @@
 #include "ConversationAPI/ConversationItemFactory.h"
 #include "ConversationAPI/ConversationListProvider.h"
 #include "ConversationAPI/ConversationParticipantFactory.h"
+#include "ConversationAPI/JournalServiceConversationItemSource.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "ConversationAPI/RelativeTimeFormatter.h"
+#include "JournalUpdates.h"
 #include "TelephoneSettings.h"
+#include "host/CallControl.h"
 #include "host/DigitAnalysis.h"
 #include "host/DisplayModel.h"
+#include "host/Journal.h"
 #include "host/Translator.h"
 
+#include <filesystem>
 #include <string>
 
 namespace Deskphone
@@ -48,7 +53,8 @@ class Telephone
         BY_NAME = 1
     };
 
-    explicit Telephone(const TelephoneSettings& settings);
+    /** The history is kept in the file; "" for a history that nobody keeps. */
+    explicit Telephone(const TelephoneSettings& settings, const std::filesystem::path& journalFile = {});
     ~Telephone();
 
     Telephone(const Telephone&) = delete;
@@ -56,11 +62,14 @@ class Telephone
 
     // What the telephone's services report to.
 
-    /** Call control: activeCallEvent(), clearActiveCallEvent(). */
-    ConversationAPI::ActiveCallConversationItemSource& liveCalls() { return liveCalls_; }
+    /** The calls that go on, until they end in the journal. */
+    Host::CallControl& callControl() { return callControl_; }
 
-    /** The call journal, and the mailbox's message-waiting indication. */
-    CallHistory& history() { return history_; }
+    /** The calls that ended. */
+    Host::Journal& journal() { return journal_; }
+
+    /** The message-waiting indication: setVoiceMailMessagesCount(), setNoVoiceMailMessageWaiting(). */
+    ConversationAPI::JournalServiceConversationItemSource& mailbox() { return history_; }
 
     /** The phonebook. */
     ContactBook& contacts() { return contacts_; }
@@ -72,6 +81,12 @@ class Telephone
 
     /** Look-ups, deletion, marking as read. */
     ConversationAPI::AggregatorSwitchIfc& conversations() { return switch_; }
+
+    /** The user has looked at the missed calls of a row. */
+    void markMissedRead(const ConversationAPI::Conversation& row);
+
+    /** Has the rows of the history made anew from the journal. */
+    void reloadHistory();
     void sortRows(RowOrder order);
 
     /** What the screen shows, from top to bottom; valid until the next event. */
@@ -94,6 +109,7 @@ class Telephone
     // What the library builds on.
     Host::DigitAnalysis digitAnalysis_;
     Host::Translator translator_;
+    Host::Journal journal_;
 
     // Factories; the generator remembers which conversation had which id.
     ConversationAPI::ConversationParticipantFactory participantFactory_;
@@ -106,7 +122,11 @@ class Telephone
 
     // Sources of items.
     ConversationAPI::ActiveCallConversationItemSource liveCalls_;
-    CallHistory history_;
+    ConversationAPI::JournalServiceConversationItemSource history_;
+
+    // What reports to them.
+    JournalUpdates journalUpdates_;
+    Host::CallControl callControl_;
 
     // Sources of conversations.
     ConversationAPI::ConversationItemAggregator itemAggregator_;

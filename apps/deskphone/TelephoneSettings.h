@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/DigitAnalysis.h"
+#include "host/JournalCall.h"
 
 #include <string>
 
@@ -23,6 +24,9 @@ struct TelephoneSettings
 
     /** "DD.MM.YYYY" or "MM/DD/YYYY". */
     std::string dateFormat = "DD.MM.YYYY";
+
+    /** How much of the history is kept. */
+    Host::JournalLimits history;
 };
 
 /** Whether a text, "" too, is one that can be dialled as it stands: area codes and prefixes are. */

@@ -34,6 +34,13 @@ void TraceRecorder::record(long time, const std::string& name, const Event& even
     write(fields);
 }
 
+void TraceRecorder::recordHistory(long start, const HistoryCall& call)
+{
+    FieldWriter fields(start, "history");
+    writeHistoryCall(fields, call);
+    write(fields);
+}
+
 void TraceRecorder::write(const FieldWriter& fields)
 {
     stream_ << fields.line() << '\n' << std::flush;

@@ -5,6 +5,7 @@
  */
 #pragma once
 
+#include "HistoryCall.h"
 #include "TelephoneSettings.h"
 #include "Trace.h"
 
@@ -32,6 +33,9 @@ class TraceRecorder
 
     /** An event that is about to be applied; `time` in seconds since the epoch, UTC. */
     void record(long time, const std::string& name, const Event& event);
+
+    /** A call that the history has when the telephone is switched on. */
+    void recordHistory(long start, const HistoryCall& call);
 
     /** The record is complete. Throws UnwritableRecord when any of it could not be written. */
     void finish();

@@ -1,10 +1,8 @@
 #include "ConversationAPI/AggregatorSwitchIfc.h"
-#include "ConversationAPI/Conversation.h"
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
 #include "Telephone.h"
-
-#include <algorithm>
+#include "UserActions.h"
 
 namespace Deskphone
 {
@@ -24,10 +22,10 @@ const EventFields::Choices<Telephone::RowOrder>& orders()
 }
 
 /** The user means a row by its place on the screen, or by a number that it has. */
-class DeleteRow : public Event
+class RowEvent : public Event
 {
   public:
-    DeleteRow(EventFields& fields, long)
+    explicit RowEvent(EventFields& fields)
     {
         if (fields.has("row") == fields.has("number"))
         {
@@ -37,49 +35,37 @@ class DeleteRow : public Event
         number_ = fields.has("number") ? fields.requiredText("number") : "";
     }
 
-    void apply(Telephone& telephone) const override
-    {
-        const Conversation& conversation = row_ != 0 ? rowAtPlace(telephone) : rowWithNumber(telephone);
-        if (!conversation.isDeletable() || conversation.isActiveOrProgressingOrClearing())
-        {
-            throw NotPossible("the telephone does not offer to delete this row");
-        }
-        telephone.conversations().deleteConversation(conversation.getConversationId());
-    }
-
     void write(FieldWriter& fields) const override
     {
         fields.number("row", row_, 0);
         fields.text("number", number_);
     }
 
+  protected:
+    const Conversation& rowOf(Telephone& telephone) const
+    {
+        return row_ != 0 ? rowAtPlace(telephone, row_) : rowWithNumber(telephone, number_);
+    }
+
   private:
-    const Conversation& rowAtPlace(const Telephone& telephone) const
-    {
-        const Conversation* conversation = telephone.row(row_);
-        if (conversation == nullptr)
-        {
-            throw NotPossible("there is no row " + std::to_string(row_));
-        }
-        return *conversation;
-    }
-
-    const Conversation& rowWithNumber(Telephone& telephone) const
-    {
-        const auto& rows = telephone.rows();
-        const std::string comparable = telephone.comparable(number_);
-        const auto found = std::find_if(rows.begin(), rows.end(),
-                                        [&comparable](const Conversation* conversation)
-                                        { return conversation->hasAnyNumberMatching(comparable); });
-        if (found == rows.end())
-        {
-            throw NotPossible("there is no row with the number " + inQuotes(number_));
-        }
-        return **found;
-    }
-
     long row_ = 0; ///< from 1; 0 when the number says which row is meant
     std::string number_;
+};
+
+class DeleteRow : public RowEvent
+{
+  public:
+    DeleteRow(EventFields& fields, long) : RowEvent(fields) {}
+
+    void apply(Telephone& telephone) const override { deleteRow(telephone, rowOf(telephone)); }
+};
+
+class MarkRowRead : public RowEvent
+{
+  public:
+    MarkRowRead(EventFields& fields, long) : RowEvent(fields) {}
+
+    void apply(Telephone& telephone) const override { telephone.markMissedRead(rowOf(telephone)); }
 };
 
 class SortRows : public Event
@@ -108,6 +94,7 @@ void markMissedRead(Telephone& telephone)
 void addUserEvents(EventCatalogue& catalogue)
 {
     catalogue.add<DeleteRow>("user-delete");
+    catalogue.add<MarkRowRead>("user-mark-read");
     catalogue.add("user-delete-all", deleteAll);
     catalogue.add("user-mark-missed-read", markMissedRead);
     catalogue.add<SortRows>("user-sort");

@@ -16,7 +16,7 @@ class MessagesWaiting : public Event
 
     void apply(Telephone& telephone) const override
     {
-        telephone.history().setVoiceMailMessagesCount(static_cast<int>(count_));
+        telephone.mailbox().setVoiceMailMessagesCount(static_cast<int>(count_));
     }
 
     void write(FieldWriter& fields) const override { fields.number("count", count_, 0); }
@@ -39,7 +39,7 @@ class NumberConfigured : public Event
 
 void noMessageWaiting(Telephone& telephone)
 {
-    telephone.history().setNoVoiceMailMessageWaiting();
+    telephone.mailbox().setNoVoiceMailMessageWaiting();
 }
 } // namespace
 

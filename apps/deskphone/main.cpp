@@ -1,6 +1,7 @@
 #include "Explain.h"
 #include "Options.h"
 #include "Replay.h"
+#include "StoredHistory.h"
 #include "TextColumn.h"
 #include "TraceReader.h"
 #include "host/LogSink.h"
@@ -24,12 +25,22 @@ void setUpLog(const Deskphone::Options& options)
     sink.setPlainText(options.logPlain);
 }
 
+bool carryOut(const Deskphone::Options& options)
+{
+    switch (options.command)
+    {
+    case Deskphone::Options::REPLAY:
+        return Deskphone::replay(Deskphone::readTrace(options.trace), options, std::cout, std::cerr);
+    case Deskphone::Options::EXPLAIN:
+        return Deskphone::explain(Deskphone::readTrace(options.trace), options, std::cout, std::cerr);
+    default:
+        return Deskphone::showHistory(options, std::cout, std::cerr);
+    }
+}
+
 int run(const Deskphone::Options& options)
 {
-    const Deskphone::Trace trace = Deskphone::readTrace(options.trace);
-    const bool isReplay = options.command == Deskphone::Options::REPLAY;
-    const bool wasAllPossible = isReplay ? Deskphone::replay(trace, options, std::cout, std::cerr)
-                                         : Deskphone::explain(trace, options, std::cout, std::cerr);
+    const bool wasAllPossible = carryOut(options);
     std::cout.flush();
     if (!std::cout)
     {

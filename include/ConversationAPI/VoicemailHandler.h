@@ -1,9 +1,9 @@
 /**
  * Turns the message-waiting indication of the voice mailbox into an item.
  *
- * It owns the item that it made last and gives copies away. Item factory and observer are not owned. All its
- * items carry one conversation item id, so that a new one takes the place of the one before in its row. UI
- * thread only.
+ * It owns the item that it made last and gives copies away. Item factory and observer are not owned. The items of
+ * all counts carry one conversation item id, so that a new one takes the place of the one before in its row; those of
+ * the mailbox's calls have none and stand there by their times. UI thread only.
  */
 #pragma once
 
@@ -51,12 +51,18 @@ class VoicemailHandler
      */
     ConversationItem* cachedVoiceMailConversationItem(const std::vector<ConversationItem*>& items);
 
-    /** A new item of this time (ISO 8601), in the place of the one before; the caller owns the copy it gets. */
+    /**
+     * An item for a call of the mailbox at this time (ISO 8601), kept in the place of the one before; the caller owns
+     * the copy it gets.
+     */
     ConversationItem* createVoiceMailConversationItem(const std::string& timeAndDate);
 
   private:
     void setTimeStamp();
     void publish();
+
+    /** A new item that tells the count. */
+    void keepCountAt(long time);
 
     /** In the place of the item before, with the count and the flag of now. */
     void keep(ConversationItem* item);

@@ -11,7 +11,11 @@ namespace ConversationAPI
 {
 namespace
 {
-/** Of all items that stand for the mailbox. Items of one such id replace each other in their conversation. */
+/**
+ * Of the items that tell the mailbox's count. Items of one such id replace each other in their conversation, so that
+ * counts do not pile up there. Items of the mailbox's calls have none: each stands at its time, whatever the order
+ * in which they come.
+ */
 constexpr const char* ITEM_ID = "voicemail";
 
 constexpr std::int32_t UNKNOWN_COUNT = -1;
@@ -66,7 +70,7 @@ ConversationItem* VoicemailHandler::cachedVoiceMailConversationItem(const std::v
     if (hasMailbox() && isOutdated())
     {
         const long timeBefore = cachedItem_ ? cachedItem_->timeStampUTC() : 0;
-        keep(itemFactory_->getVoicemailConversationItem(std::max<long>(timeStamp_, timeBefore)));
+        keepCountAt(std::max<long>(timeStamp_, timeBefore));
     }
     return cachedVoiceMailConversationItem();
 }
@@ -94,17 +98,22 @@ void VoicemailHandler::publish()
     {
         return;
     }
-    keep(itemFactory_->getVoicemailConversationItem(static_cast<long>(timeStamp_)));
+    keepCountAt(timeStamp_);
     if (ConversationItem* copy = cachedVoiceMailConversationItem())
     {
         observer_->newConversationItem(copy);
     }
 }
 
+void VoicemailHandler::keepCountAt(long time)
+{
+    keep(itemFactory_->getVoicemailConversationItem(time));
+    cachedItem_->setConversationItemId(ITEM_ID);
+}
+
 void VoicemailHandler::keep(ConversationItem* item)
 {
     cachedItem_.reset(item);
-    item->setConversationItemId(ITEM_ID);
     auto* voicemail = static_cast<VoicemailConversationItem*>(item);
     voicemail->setNumberOfVoiceMessages(messageCount_);
     voicemail->setVoiceMailMessageWaiting(isMessageWaiting_);

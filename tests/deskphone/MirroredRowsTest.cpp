@@ -12,7 +12,7 @@ namespace
 {
 using ConversationAPI::ActiveCall;
 using ConversationAPI::Conversation;
-using Deskphone::HistoryCall;
+using Host::JournalCall;
 
 constexpr long MORNING = 1772700000;
 constexpr int EVENTS = 80;
@@ -39,13 +39,16 @@ class RandomDay
         EXPECT_EQ(Host::DisplayModel::Rows(list.begin(), list.end()), telephone_.rows());
         std::set<std::string> ids;
         std::map<std::string, int> places;
+        std::set<std::string> liveCalls;
         for (const Conversation* row : telephone_.rows())
         {
             EXPECT_TRUE(ids.insert(row->getConversationId()).second) << "two rows have one id";
             EXPECT_TRUE(row->getConversationItemsSize() > 0 || row->getContactSource() != Conversation::NO_CONTACT);
             for (const auto& item : row->items())
             {
-                ++places[item->isVoiceMail() ? "mailbox" : "entry " + item->getItemId() + " call " + item->getCallId()];
+                ++places[item->getItemId() + " of " + std::to_string(item->timeStampUTC()) + " call " +
+                         item->getCallId()];
+                liveCalls.insert(item->getCallId());
             }
         }
         for (const auto& place : places)
@@ -54,7 +57,7 @@ class RandomDay
         }
         for (const auto& live : parties_)
         {
-            EXPECT_EQ(places.count("entry  call " + live.first), 1U) << live.first << " is in no row";
+            EXPECT_EQ(liveCalls.count(live.first), 1U) << live.first << " is in no row";
         }
     }
 
@@ -92,7 +95,7 @@ class RandomDay
         }
         ActiveCall report(&Host::currentTime, id, parties_[id], ActiveCall::NO_CONFERENCE);
         report.setState(isPickup ? ActiveCall::GROUP_PICKUP_INCOMING : states[below(10)]);
-        telephone_.liveCalls().activeCallEvent(report);
+        telephone_.callControl().callReported(report);
     }
 
     void clearCall()
@@ -101,29 +104,32 @@ class RandomDay
         {
             const std::string id = std::next(parties_.begin(), below(static_cast<unsigned>(parties_.size())))->first;
             parties_.erase(id);
-            telephone_.liveCalls().clearActiveCallEvent(id);
+            below(2) == 0 ? telephone_.callControl().callEnded(id) : telephone_.callControl().callCleared(id);
         }
     }
 
+    /** Of the calls that are there, none began in the same second. */
     void addHistory()
     {
-        HistoryCall call;
-        call.kind = HistoryCall::Kind(below(4));
-        call.entryId = std::to_string(entries_++);
-        call.party = party();
-        call.time = loop_.now() - below(3) * below(100000);
-        call.groupNumber = call.kind == HistoryCall::MISSED && below(4) == 0 ? "600" : "";
-        telephone_.history().add(call);
+        const CallPartyIdentifier of = party();
+        JournalCall call;
+        call.kind = JournalCall::Kind(below(4));
+        call.surname = of.getSurname();
+        call.info.setRemoteNumber(of.getNumber());
+        call.info.setNumberType(NumberType::NT(of.getPhoneNumberType()));
+        call.info.setCallTime(Host::localIso8601(loop_.now() - below(3) * below(100000)));
+        call.info.setGroupNumber(call.kind == JournalCall::MISSED && below(4) == 0 ? "600" : "");
+        entries_.push_back(telephone_.journal().addCall(call));
     }
 
     void somethingElse()
     {
         static const std::vector<std::string> mailboxes{"030 23125000", "4711", "030 23125999", ""};
         const std::vector<std::function<void()>> all{
-            [this] { telephone_.history().remove(std::to_string(below(entries_ + 1))); },
-            [this] { telephone_.history().reload(); },
-            [this] { telephone_.history().setVoiceMailMessagesCount(static_cast<int>(below(4))); },
-            [this] { telephone_.history().setNoVoiceMailMessageWaiting(); },
+            [this] { removeEntry(); },
+            [this] { telephone_.reloadHistory(); },
+            [this] { telephone_.mailbox().setVoiceMailMessagesCount(static_cast<int>(below(4))); },
+            [this] { telephone_.mailbox().setNoVoiceMailMessageWaiting(); },
             [this] { telephone_.setVoiceMailNumber(mailboxes[below(4)]); },
             [this] { deleteRow(); },
             [this] { telephone_.conversations().markAllMissedCallsRead(); },
@@ -131,6 +137,14 @@ class RandomDay
             [this] { changeContact(); },
         };
         all[below(static_cast<unsigned>(all.size()))]();
+    }
+
+    void removeEntry()
+    {
+        if (!entries_.empty())
+        {
+            telephone_.journal().deleteEntries({entries_[below(static_cast<unsigned>(entries_.size()))]});
+        }
     }
 
     /** No number belongs to both: contacts that share one are not told apart. A call stays with its contact. */
@@ -162,7 +176,7 @@ class RandomDay
     const Host::EventLoop::Scope scope_;
     Deskphone::Telephone telephone_;
     std::map<std::string, CallPartyIdentifier> parties_; ///< of the calls that go on
-    unsigned entries_ = 0;
+    std::vector<std::string> entries_;                   ///< of the journal, gone ones among them
 };
 
 class MirroredRows : public testing::TestWithParam<unsigned>

@@ -1,0 +1,35 @@
+/** Tells the user what is wrong with the stored history, once for each problem. Journal and stream are not owned. */
+#pragma once
+
+#include "host/Journal.h"
+
+#include <ostream>
+#include <string>
+
+namespace Deskphone
+{
+class JournalProblem
+{
+  public:
+    /** Tells at once what is wrong by now. */
+    JournalProblem(const Host::Journal& journal, std::ostream& errors) : journal_(journal), errors_(errors)
+    {
+        tellWhenNew();
+    }
+
+    void tellWhenNew()
+    {
+        const std::string problem = journal_.problem();
+        if (problem != told_ && !problem.empty())
+        {
+            errors_ << "deskphone: " << problem << '\n';
+        }
+        told_ = problem;
+    }
+
+  private:
+    const Host::Journal& journal_;
+    std::ostream& errors_;
+    std::string told_;
+};
+} // namespace Deskphone

@@ -1,0 +1,23 @@
+/** What the user does to a row, asked for by a trace or on the command line. */
+#pragma once
+
+#include <string>
+
+namespace ConversationAPI
+{
+class Conversation;
+}
+
+namespace Deskphone
+{
+class Telephone;
+
+/** The row at a place, counted from 1. Throws NotPossible when there is none. */
+const ConversationAPI::Conversation& rowAtPlace(const Telephone& telephone, long place);
+
+/** The first row with the number, in any spelling. Throws NotPossible when there is none. */
+const ConversationAPI::Conversation& rowWithNumber(Telephone& telephone, const std::string& number);
+
+/** With all calls that the journal has of it. Throws NotPossible for the mailbox's row and that of a live call. */
+void deleteRow(Telephone& telephone, const ConversationAPI::Conversation& row);
+} // namespace Deskphone

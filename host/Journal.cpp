@@ -1,0 +1,395 @@
+#include "host/Journal.h"
+
+#include "host/internal/JournalEntries.h"
+#include "host/internal/JournalFile.h"
+#include "platform/Logging.h"
+#include "src/Observers.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <utility>
+
+namespace Host
+{
+namespace
+{
+using Info = MissedCallItem::MissedCallInfo;
+using Observer = JournalServiceObserverIfc;
+
+constexpr const char* LOG_FILE = "./host/Journal";
+constexpr std::int64_t RETRY_MS = 30'000;
+constexpr std::size_t LONGEST_TEXT = 1000;
+
+bool isContinuationByte(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/** Cuts at the beginning of a character of UTF-8, if there is any. */
+std::string bounded(const std::string& text)
+{
+    if (text.size() <= LONGEST_TEXT)
+    {
+        return text;
+    }
+    logAppOrv("Host", LOG_FILE, 3, __LINE__, "A text of %zu bytes is cut for the journal", text.size());
+    std::size_t end = LONGEST_TEXT;
+    while (end > 0 && isContinuationByte(text[end]))
+    {
+        --end;
+    }
+    return text.substr(0, end > 0 ? end : LONGEST_TEXT);
+}
+
+JournalCall bounded(const JournalCall& call)
+{
+    JournalCall result = call;
+    result.firstName = bounded(call.firstName);
+    result.surname = bounded(call.surname);
+    result.info.setRemoteNumber(bounded(call.info.getRemoteNumber()));
+    result.info.setCallTime(bounded(call.info.getCallTime()));
+    result.info.setDuration(bounded(call.info.getDuration()));
+    result.info.setRedirectingNumber(bounded(call.info.getRedirectingNumber()));
+    result.info.setRedirectingFirstName(bounded(call.info.getRedirectingFirstName()));
+    result.info.setRedirectingLastName(bounded(call.info.getRedirectingLastName()));
+    result.info.setGroupName(bounded(call.info.getGroupName()));
+    result.info.setGroupNumber(bounded(call.info.getGroupNumber()));
+    return result;
+}
+
+template <typename Record>
+constexpr JournalCall::Kind KIND_OF = JournalCall::MISSED;
+template <>
+constexpr JournalCall::Kind KIND_OF<DialledCallItem> = JournalCall::DIALLED;
+template <>
+constexpr JournalCall::Kind KIND_OF<ReceivedCallItem> = JournalCall::RECEIVED;
+template <>
+constexpr JournalCall::Kind KIND_OF<ForwardedCallItem> = JournalCall::FORWARDED;
+
+template <typename CallRecord>
+std::vector<CallRecord> newestFirst(const JournalEntry& entry)
+{
+    std::vector<CallRecord> calls;
+    calls.reserve(entry.calls.size());
+    std::transform(entry.calls.rbegin(), entry.calls.rend(), std::back_inserter(calls),
+                   [](const JournalEntry::Call& each) { return each.call.info; });
+    return calls;
+}
+
+void fill(const JournalEntry& entry, MissedCallItem& record)
+{
+    record.setMissedCallInfoList(newestFirst<Info>(entry));
+    record.setViewed(entry.isViewed());
+}
+
+void fill(const JournalEntry& entry, ReceivedCallItem& record)
+{
+    record.setReceivedCallInfoList(newestFirst<CallInfo>(entry));
+}
+
+void fill(const JournalEntry& entry, DialledCallItem& record)
+{
+    record.setDialledCallInfoList(newestFirst<CallInfo>(entry));
+}
+
+void fill(const JournalEntry& entry, ForwardedCallItem& record)
+{
+    record.setForwardedCallInfoList(newestFirst<CallInfo>(entry));
+}
+
+template <typename Record>
+Record recordOf(const JournalEntry& entry)
+{
+    Record record;
+    record.setEntryId(entry.id);
+    record.setFirstname(entry.named().firstName);
+    record.setSurname(entry.named().surname);
+    fill(entry, record);
+    return record;
+}
+
+void append(JournalEntries::Changes& changes, JournalEntries::Changes more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(changes));
+}
+} // namespace
+
+Journal::Journal(const JournalLimits& limits) : limits_(limits), entries_(std::make_unique<JournalEntries>(limits)) {}
+
+Journal::Journal(const std::filesystem::path& file, const JournalLimits& limits) : Journal(limits)
+{
+    file_ = std::make_unique<JournalFile>(file, limits.fileSize);
+    settle({});
+}
+
+Journal::~Journal()
+{
+    write();
+}
+
+void Journal::addObserver(JournalServiceObserverIfc* observer)
+{
+    ConversationAPI::addOnce(observers_, observer);
+}
+
+void Journal::removeObserver(JournalServiceObserverIfc* observer)
+{
+    ConversationAPI::removeOne(observers_, observer);
+}
+
+std::string Journal::addCall(const JournalCall& call)
+{
+    const JournalCall kept = bounded(call);
+    settle(entries_->add(kept));
+    return JournalEntries::entryId(kept);
+}
+
+std::string Journal::entryId(const JournalCall& call)
+{
+    return JournalEntries::entryId(call);
+}
+
+bool Journal::isStored() const
+{
+    return unsaved_.empty() && !fileIsVoid_;
+}
+
+bool Journal::store()
+{
+    settle({});
+    return isStored();
+}
+
+std::string Journal::problem() const
+{
+    return file_ ? file_->problem() : std::string();
+}
+
+std::vector<JournalCall> Journal::calls() const
+{
+    return entries_->calls();
+}
+
+template <typename Record>
+void Journal::appendRecords(std::deque<Record>& records) const
+{
+    for (const JournalEntry* entry : entries_->entriesOf(KIND_OF<Record>))
+    {
+        records.push_back(recordOf<Record>(*entry));
+    }
+}
+
+template <typename Record>
+bool Journal::findRecord(const std::string& entryId, Record& record) const
+{
+    const JournalEntry* entry = entries_->find(entryId);
+    if (entry == nullptr || entry->kind != KIND_OF<Record>)
+    {
+        return false;
+    }
+    record = recordOf<Record>(*entry);
+    return true;
+}
+
+void Journal::getCalls(std::deque<MissedCallItem>& entries)
+{
+    appendRecords(entries);
+}
+
+void Journal::getCalls(std::deque<ReceivedCallItem>& entries)
+{
+    appendRecords(entries);
+}
+
+void Journal::getCalls(std::deque<DialledCallItem>& entries)
+{
+    appendRecords(entries);
+}
+
+void Journal::getCalls(std::deque<ForwardedCallItem>& entries)
+{
+    appendRecords(entries);
+}
+
+bool Journal::getCall(const std::string& entryId, MissedCallItem& record)
+{
+    return findRecord(entryId, record);
+}
+
+bool Journal::getCall(const std::string& entryId, ReceivedCallItem& record)
+{
+    return findRecord(entryId, record);
+}
+
+bool Journal::getCall(const std::string& entryId, DialledCallItem& record)
+{
+    return findRecord(entryId, record);
+}
+
+bool Journal::getCall(const std::string& entryId, ForwardedCallItem& record)
+{
+    return findRecord(entryId, record);
+}
+
+void Journal::deleteAllEntries()
+{
+    fileIsVoid_ = file_ && !file_->isOpen(); // it may hold more than is known here
+    settle(entries_->removeAll());
+}
+
+void Journal::deleteEntries(const std::set<std::string>& entryIds)
+{
+    settle(entries_->remove(entryIds));
+}
+
+bool Journal::ageMissedCalls(const std::set<std::string>& entryIds)
+{
+    settle(entries_->markViewed(entryIds));
+    return true;
+}
+
+void Journal::ageMissedCall(const std::string& entryId)
+{
+    ageMissedCalls({entryId});
+}
+
+/** What follows every change: to be written, then told. */
+void Journal::settle(Changes changes)
+{
+    if (file_)
+    {
+        for (const JournalChange& change : changes)
+        {
+            unsaved_.insert(change.entry.id);
+        }
+        append(changes, write());
+        startTimer();
+    }
+    report(std::move(changes));
+}
+
+bool Journal::isWaiting() const
+{
+    return file_ && (!file_->isOpen() || !unsaved_.empty());
+}
+
+/** Twice, because a file that turns out to be damaged or gone is followed by a new one. Gives what changed because a
+ *  file was opened. */
+Journal::Changes Journal::write()
+{
+    Changes changes;
+    for (int attempts = 2; attempts > 0 && isWaiting(); --attempts)
+    {
+        std::vector<JournalEntry> stored;
+        if (!file_->isOpen() && file_->open(knowsFile_, stored))
+        {
+            append(changes, adopt(std::move(stored)));
+        }
+        const bool wasOpen = file_->isOpen();
+        if (wasOpen && !unsaved_.empty() && file_->write(unsaved_, *entries_))
+        {
+            unsaved_.clear();
+        }
+        if (!wasOpen || file_->isOpen())
+        {
+            break; // at once, it would go no better
+        }
+    }
+    return changes;
+}
+
+/**
+ * Puts what is known here on top of what the file holds. An entry that was changed here since the file was read, or
+ * deleted at any time, counts as it is here.
+ */
+Journal::Changes Journal::adopt(std::vector<JournalEntry> stored)
+{
+    const auto isOutdated = [this](const JournalEntry& entry)
+    {
+        const bool isChanged = unsaved_.count(entry.id) != 0;
+        return fileIsVoid_ || (isChanged && (knowsFile_ || entries_->find(entry.id) == nullptr));
+    };
+    const auto outdated = std::stable_partition(stored.begin(), stored.end(), std::not_fn(isOutdated));
+    std::for_each(outdated, stored.end(), [this](const JournalEntry& entry) { unsaved_.insert(entry.id); });
+    stored.erase(outdated, stored.end());
+
+    auto merged = std::make_unique<JournalEntries>(limits_);
+    unsaved_.merge(merged->load(std::move(stored)));
+    for (const JournalCall& call : entries_->calls())
+    {
+        for (const JournalChange& change : merged->add(call))
+        {
+            unsaved_.insert(change.entry.id);
+        }
+    }
+    std::swap(entries_, merged);
+    if (file_->isOpen())
+    {
+        fileIsVoid_ = false;
+    }
+    knowsFile_ = true;
+    return observers_.empty() ? Changes() : entries_->changesSince(*merged);
+}
+
+/** A thread without a loop has no better moment for a checkpoint than this one. */
+void Journal::startTimer()
+{
+    if (timerRuns_ || (!isWaiting() && !file_->needsCheckpoint()))
+    {
+        return;
+    }
+    if (EventLoop* loop = EventLoop::current())
+    {
+        timer_ = loop->startTimer(RETRY_MS, [this] { timerFired(); });
+        timerRuns_ = true;
+    }
+    else
+    {
+        file_->checkpoint();
+    }
+}
+
+void Journal::timerFired()
+{
+    timerRuns_ = false;
+    file_->checkpoint();
+    settle({});
+}
+
+/** What an observer changes while it is told is told after that, so that all are told in one order. */
+void Journal::report(Changes changes)
+{
+    std::move(changes.begin(), changes.end(), std::back_inserter(reports_));
+    if (std::exchange(isTelling_, true))
+    {
+        return;
+    }
+    while (!reports_.empty())
+    {
+        const JournalChange change = std::move(reports_.front());
+        reports_.pop_front();
+        tell(change);
+    }
+    isTelling_ = false;
+}
+
+void Journal::tell(const JournalChange& change)
+{
+    const auto told = [&entry = change.entry, action = change.action](Observer& observer)
+    {
+        switch (entry.kind)
+        {
+        case JournalCall::DIALLED:
+            return observer.dialledCallsUpdate(recordOf<DialledCallItem>(entry), entry.id, action);
+        case JournalCall::RECEIVED:
+            return observer.receivedCallsUpdate(recordOf<ReceivedCallItem>(entry), entry.id, action);
+        case JournalCall::MISSED:
+            return observer.missedCallsUpdate(recordOf<MissedCallItem>(entry), entry.id, action);
+        case JournalCall::FORWARDED:
+            return observer.forwardedCallsUpdate(recordOf<ForwardedCallItem>(entry), entry.id, action);
+        }
+    };
+    ConversationAPI::tellEach(observers_, told);
+}
+} // namespace Host
