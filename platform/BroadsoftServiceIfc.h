@@ -12,6 +12,6 @@ class BroadsoftServiceIfc
     /** Every call-log and directory entry, one text line each. */
     virtual std::vector<std::string> entries() = 0;
 
-    /** `path` is "/Placed/", "/Missed/" or "/Received/" followed by the call log id. */
+    /** `path` is "/Placed/", "/Missed/" or "/Received/" followed by the call log id; any other text is no entry's. */
     virtual void deleteCallLogEntry(const std::string& path) = 0;
 };

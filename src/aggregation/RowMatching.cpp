@@ -118,7 +118,8 @@ ListedRow findRowOf(const ConversationList& list, const Conversation& conversati
     }
     ListedRow found = findRowOfItem(list, conversation);
     const std::string& id = conversation.getConversationId();
-    if (conversation.getContactSource() != Conversation::NO_CONTACT && !id.empty())
+    const bool isKnownByIdAlone = conversation.items().empty(); // a conversation of the cloud without any message
+    if ((conversation.getContactSource() != Conversation::NO_CONTACT || isKnownByIdAlone) && !id.empty())
     {
         const ListedRow own = list.findWithIndex(ConversationIDCondition(id));
         // A live row that has the contact's id keeps it: the other one would get it as well. And two contacts may

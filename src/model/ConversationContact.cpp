@@ -368,6 +368,11 @@ void ConversationContact::takeContactDetails(const ConversationContact& other)
         profile_.write().secondParty = before.secondParty;
         profile_.write().searchId = before.searchId;
     }
+    if (other.group_.isSet())
+    {
+        group_.write().bridgeNumbers = other.group_->bridgeNumbers;
+        group_.write().pin = other.group_->pin;
+    }
     type_ = other.type_;
     presence_ = other.presence_;
     exchangeContactId_ = other.exchangeContactId_;

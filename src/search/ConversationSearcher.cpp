@@ -1,0 +1,184 @@
+#include "ConversationAPI/ConversationSearcher.h"
+
+#include "ConversationAPI/SearchResultsReceiver.h"
+#include "ConversationAPI/SearchableConversationSourceIfc.h"
+#include "Log.h"
+#include "Observers.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ConversationAPI
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./src/ConversationSearcher";
+constexpr unsigned LOCAL_PRIORITY = 0;
+constexpr unsigned NETWORK_DIRECTORY_PRIORITY = 1;
+} // namespace
+
+bool compareSourcePriorities(const SearchableConversationSourceIfc* a, const SearchableConversationSourceIfc* b)
+{
+    return a->getSourceTypeWithPriority() < b->getSourceTypeWithPriority();
+}
+
+ConversationSearcher::ConversationSearcher() = default;
+
+ConversationSearcher::~ConversationSearcher() = default;
+
+void ConversationSearcher::startSearch(const std::string& searchId, const std::string& searchString,
+                                       SearchResultsReceiver* receiver)
+{
+    CONVERSATION_LOG(5, "startSearch called searchId = %s, searchString = %s", searchId.c_str(), searchString.c_str());
+    const unsigned long search = ++searchCount_;
+    receiver_ = receiver;
+    searchId_ = searchId;
+    searchString_ = searchString;
+    isSearching_ = true;
+    const SearchableConversationSourceIfc* first = sources_.empty() ? nullptr : *sources_.begin();
+    const std::vector<std::string> ids = searchAtOnce(searchString_);
+    if (receiver_)
+    {
+        receiver_->receiveSearchResults(ids, LOCAL_RESULTS);
+    }
+    if (search != searchCount_)
+    {
+        return; // the receiver has started another search, or cancelled this one
+    }
+    if (!sources_.empty() && !networkDirectoryOnly_)
+    {
+        startInSourcesAfter(first);
+    }
+    else
+    {
+        endSearch();
+    }
+}
+
+std::vector<std::string> ConversationSearcher::searchAtOnce(const std::string& searchString) const
+{
+    return sources_.empty() ? std::vector<std::string>()
+                            : sourceThatAnswersAtOnce()->getMatchingConversationIds(searchString);
+}
+
+SearchableConversationSourceIfc* ConversationSearcher::sourceThatAnswersAtOnce() const
+{
+    const unsigned priority = networkDirectoryOnly_ ? NETWORK_DIRECTORY_PRIORITY : LOCAL_PRIORITY;
+    const auto found =
+        std::find_if(sources_.begin(), sources_.end(),
+                     [priority](const auto* source) { return source->getSourceTypeWithPriority() == priority; });
+    return found == sources_.end() ? *sources_.begin() : *found;
+}
+
+/** The texts are copies: a source may answer at once, and its answer make the receiver start another search. */
+void ConversationSearcher::startInSourcesAfter(const SearchableConversationSourceIfc* first)
+{
+    const unsigned long search = searchCount_;
+    const std::string searchString = searchString_;
+    const std::string searchId = searchId_;
+    tellEach(sources_,
+             [&](SearchableConversationSourceIfc& source)
+             {
+                 if (&source != first && search == searchCount_)
+                 {
+                     source.getMatchingConversationIds(searchString, searchId, this);
+                 }
+             });
+}
+
+void ConversationSearcher::endSearch()
+{
+    isSearching_ = false;
+    if (receiver_)
+    {
+        receiver_->receiveSearchEnded();
+    }
+}
+
+void ConversationSearcher::startLocalSearch(const std::string& searchString, SearchResultsReceiver* receiver)
+{
+    CONVERSATION_LOG(5, "startSearch called, searchString = %s", searchString.c_str());
+    std::vector<std::string> ids;
+    if (!sources_.empty())
+    {
+        ids = (*sources_.begin())->getMatchingConversationIds(searchString);
+    }
+    if (receiver)
+    {
+        receiver->receiveSearchResults(ids, LOCAL_RESULTS);
+        receiver->receiveSearchEnded();
+    }
+}
+
+/** Forgets the search before anybody is told, so that nothing of it is passed on any more. */
+void ConversationSearcher::cancelSearch()
+{
+    CONVERSATION_LOG(5, "cancelSearch called");
+    ++searchCount_;
+    const bool wasSearching = std::exchange(isSearching_, false);
+    SearchResultsReceiver* const receiver = std::exchange(receiver_, nullptr);
+    const std::string searchId = std::exchange(searchId_, std::string());
+    searchString_.clear();
+    tellEach(sources_, [&searchId](SearchableConversationSourceIfc& source) { source.cancelSearch(searchId); });
+    if (wasSearching && receiver)
+    {
+        receiver->receiveSearchEnded();
+    }
+}
+
+void ConversationSearcher::addSearchableConversationSource(SearchableConversationSourceIfc* source)
+{
+    if (!source)
+    {
+        CONVERSATION_LOG(2, "addSearchableConversationSource called without a source");
+    }
+    else if (!sources_.insert(source).second)
+    {
+        CONVERSATION_LOG(3, "addSearchableConversationSource there is a source of priority %u already",
+                         source->getSourceTypeWithPriority());
+    }
+}
+
+/** By the pointer: another source of the same priority, which was not added, takes none away. */
+void ConversationSearcher::removeSearchableConversationSource(SearchableConversationSourceIfc* source)
+{
+    const auto found = std::find(sources_.begin(), sources_.end(), source);
+    if (found != sources_.end())
+    {
+        sources_.erase(found);
+    }
+}
+
+void ConversationSearcher::setBroadsoftDirectorySearch(bool networkDirectoryOnly)
+{
+    networkDirectoryOnly_ = networkDirectoryOnly;
+}
+
+void ConversationSearcher::searchResults(const std::string& searchId, const std::vector<std::string>& conversationIds,
+                                         SearchResultsType type)
+{
+    CONVERSATION_LOG(5, "Search results received for searchId = %s, currentSearchId = %s", searchId.c_str(),
+                     searchId_.c_str());
+    if (searchId == searchId_ && receiver_)
+    {
+        CONVERSATION_LOG(5, " Sending search results to resultsReceiver");
+        receiver_->receiveSearchResults(conversationIds, type);
+    }
+}
+
+/** The first source to report the end ends the search; what the others report then changes nothing. */
+void ConversationSearcher::searchEnded(const std::string& searchId)
+{
+    CONVERSATION_LOG(5, "Search searchEnded received for searchId = %s, currentSearchId = %s", searchId.c_str(),
+                     searchId_.c_str());
+    if (searchId != searchId_ || !isSearching_)
+    {
+        return;
+    }
+    if (receiver_)
+    {
+        CONVERSATION_LOG(5, " Sending search ended to resultsReceiver");
+    }
+    endSearch();
+}
+} // namespace ConversationAPI

@@ -1,0 +1,7 @@
+/** The name under which everything that the directory source consists of writes its log lines. */
+#pragma once
+
+namespace ConversationAPI
+{
+inline constexpr const char* LOG_FILE = "./src/DirectoryServiceConversationSource";
+} // namespace ConversationAPI

@@ -1,0 +1,241 @@
+#include "sources/StoredContacts.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationIDCondition.h"
+#include "ConversationAPI/NotificationRound.h"
+#include "ConversationAPI/StaticConversationIDGenerator.h"
+#include "Log.h"
+#include "sources/ContactConversations.h"
+#include "sources/ContactPictures.h"
+#include "sources/DirectoryServiceConversationSourceLog.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ConversationAPI
+{
+using namespace ConversationListConditions;
+
+namespace
+{
+void makePermanent(Conversation& contact)
+{
+    contact.setTemporary(false);
+    contact.setDeletable(true);
+}
+} // namespace
+
+StoredContacts::StoredContacts(ContactConversations& maker, const ContactPictures& pictures,
+                               DirectoryServiceIfc* directoryService, NotificationRound& round)
+    : maker_(maker), pictures_(pictures), directoryService_(directoryService), round_(round)
+{
+    list_.setName("DirectoryServiceConversationSourceList");
+}
+
+Conversation* StoredContacts::find(const std::string& conversationId) const
+{
+    return conversationId.empty() ? nullptr : list_.find(ConversationIDCondition(conversationId));
+}
+
+std::string StoredContacts::conversationIdOf(const std::string& contactId) const
+{
+    const std::string conversationId = ids_.conversationOf(contactId);
+    return conversationId.empty() ? contactId : conversationId;
+}
+
+std::unique_ptr<Conversation> StoredContacts::createConversationFromXml(const std::string& xml,
+                                                                        ConversationIDGenerator* generator)
+{
+    return createConversation(readEntry(xml), generator);
+}
+
+PhonebookEntry StoredContacts::readEntry(const std::string& xml) const
+{
+    CONVERSATION_LOG(6, "createConversationFromXml xml=%s", xml.c_str());
+    PhonebookEntry entry = readPhonebookEntry(xml);
+    DirectoryContact& contact = entry.contact;
+    CONVERSATION_LOG(6, "Conversation numbers: W1:'%s' - W2:'%s' - M:'%s' - P:'%s' - Default Number:'%s' ",
+                     contact.workNumber1.c_str(), contact.workNumber2.c_str(), contact.mobileNumber.c_str(),
+                     contact.homeNumber.c_str(), entry.defaultNumber.c_str());
+    contact.picturePath = pictures_.pathOfNamedPicture(contact.picturePath);
+    return entry;
+}
+
+std::unique_ptr<Conversation> StoredContacts::createConversation(const PhonebookEntry& entry,
+                                                                 ConversationIDGenerator* generator)
+{
+    std::unique_ptr<Conversation> made = maker_.createConversationFromEntry(entry, generator);
+    if (made)
+    {
+        CONVERSATION_LOG(5, "createConversationFromXml[id=%s]", made->getConversationId().c_str());
+    }
+    return made;
+}
+
+void StoredContacts::retrieveDataAndCreateConversations()
+{
+    const std::vector<Conversation*> before(list_.begin(), list_.end());
+    list_.clear();
+    for (Conversation* contact : before)
+    {
+        round_.retire(contact);
+    }
+    ids_.clear();
+    for (const std::string& contactId : phonebook())
+    {
+        readContact(contactId);
+    }
+}
+
+std::vector<Conversation*> StoredContacts::readUnknownContacts()
+{
+    std::vector<std::string> unknown;
+    for (const std::string& contactId : phonebook())
+    {
+        if (ids_.conversationOf(contactId).empty())
+        {
+            unknown.push_back(contactId);
+        }
+    }
+    return readAgain(unknown);
+}
+
+std::vector<std::string> StoredContacts::phonebook() const
+{
+    return directoryService_ ? directoryService_->contactIds() : std::vector<std::string>();
+}
+
+/** Null when the phonebook does not have it. */
+Conversation* StoredContacts::readContact(const std::string& contactId)
+{
+    const std::string xml = directoryService_ ? directoryService_->read(readRequest(contactId)) : std::string();
+    if (xml.empty())
+    {
+        CONVERSATION_LOG(2, "readContact the phonebook has no contact %s", contactId.c_str());
+        return nullptr;
+    }
+    PhonebookEntry entry = readEntry(xml);
+    entry.uniqueId = contactId;
+    return add(entry);
+}
+
+/** As if they had not been known before: one that was not shown because of another's number may be shown now. */
+std::vector<Conversation*> StoredContacts::readAgain(const std::vector<std::string>& contactIds)
+{
+    for (const std::string& contactId : contactIds)
+    {
+        ids_.removeContact(contactId);
+    }
+    std::vector<Conversation*> found;
+    for (const std::string& contactId : contactIds)
+    {
+        if (Conversation* contact = readContact(contactId))
+        {
+            found.push_back(contact);
+        }
+    }
+    return found;
+}
+
+Conversation* StoredContacts::addConversationFromContact(const std::string& xml)
+{
+    return add(readEntry(xml));
+}
+
+/** A contact that is shown already is not looked for by its number, which may be another one now. */
+Conversation* StoredContacts::add(const PhonebookEntry& entry)
+{
+    if (namesNobody(entry.contact))
+    {
+        CONVERSATION_LOG(2, "addConversationFromContact ignores contact '%s', of which nothing is told",
+                         entry.uniqueId.c_str());
+        return nullptr;
+    }
+    Conversation* known = find(ids_.conversationOf(entry.uniqueId));
+    if (known && !ids_.isHiddenByOther(entry.uniqueId))
+    {
+        update(*known, entry);
+        return known;
+    }
+    std::unique_ptr<Conversation> made = createConversation(entry, nullptr);
+    if (!made)
+    {
+        return nullptr;
+    }
+    ids_.removeContact(entry.uniqueId);
+    Conversation* contact = join(std::move(made), entry);
+    ids_.add(entry.uniqueId, contact->getConversationId());
+    return contact;
+}
+
+/** A contact that has just been saved gets what the phonebook made of it; one of the phonebook's stays as it is. */
+Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const PhonebookEntry& entry)
+{
+    Conversation* known = findConversationOf(list_, *contact);
+    if (!known)
+    {
+        CONVERSATION_LOG(6, "add conversation from contact");
+        list_.push_back(contact.get());
+        return contact.release();
+    }
+    CONVERSATION_LOG(6, "duplicate conversation found");
+    if (contactIdOf(known->getConversationId()).empty())
+    {
+        update(*known, entry);
+        return known;
+    }
+    mergeContact(*known, *contact);
+    makePermanent(*known);
+    return known;
+}
+
+/** Made with the id that the contact has, the news is that of the same contact. */
+void StoredContacts::update(Conversation& known, const PhonebookEntry& entry)
+{
+    StaticConversationIDGenerator sameId(known.getConversationId());
+    const std::unique_ptr<Conversation> news = createConversation(entry, &sameId);
+    takeNews(known, *news);
+    makePermanent(known);
+}
+
+std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
+{
+    const PhonebookEntry entry = readEntry(xml);
+    const std::string conversationId = conversationIdOf(entry.uniqueId);
+    Conversation* known = find(conversationId);
+    if (!known || namesNobody(entry.contact))
+    {
+        CONVERSATION_LOG(3, "contactUpdated ignores contact '%s', which is not known or of which nothing is told",
+                         entry.uniqueId.c_str());
+        return {};
+    }
+    if (ids_.isHiddenByOther(entry.uniqueId))
+    {
+        Conversation* shown = add(entry);
+        return shown ? std::vector<Conversation*>{shown} : std::vector<Conversation*>();
+    }
+    update(*known, entry);
+    std::vector<std::string> hidden = ids_.contactsOf(conversationId);
+    hidden.erase(hidden.begin(), hidden.begin() + (hidden.empty() ? 0 : 1));
+    std::vector<Conversation*> changed = readAgain(hidden);
+    changed.erase(std::remove(changed.begin(), changed.end(), known), changed.end());
+    changed.push_back(known);
+    return changed;
+}
+
+bool StoredContacts::removeContact(const std::string& contactId)
+{
+    const std::string deletedId = contactId;
+    const std::string conversationId = conversationIdOf(deletedId);
+    const bool isHidden = ids_.isHiddenByOther(deletedId);
+    ids_.removeContact(deletedId);
+    Conversation* contact = isHidden ? nullptr : find(conversationId);
+    if (contact)
+    {
+        list_.pop(contact);
+        round_.retire(contact);
+        readAgain(ids_.contactsOf(conversationId));
+    }
+    return contact != nullptr;
+}
+} // namespace ConversationAPI
