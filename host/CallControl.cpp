@@ -3,6 +3,7 @@
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
 #include "host/Clock.h"
 #include "host/Journal.h"
+#include "platform/Logging.h"
 
 #include <utility>
 
@@ -12,6 +13,8 @@ using ConversationAPI::ActiveCall;
 
 namespace
 {
+constexpr const char* LOG_FILE = "./host/CallControl";
+
 bool isSpoken(ActiveCall::activeCallState state)
 {
     switch (state)
@@ -51,6 +54,11 @@ CallControl::CallControl(ConversationAPI::ActiveCallConversationItemSource& live
 
 void CallControl::callReported(const ActiveCall& call)
 {
+    if (call.getCallId().empty())
+    {
+        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A call without an id was reported");
+        return;
+    }
     const auto added = calls_.emplace(call.getCallId(), Call{call, call.getState(), false, currentTime(nullptr), 0});
     Call& known = added.first->second;
     if (!added.second)
@@ -101,6 +109,7 @@ bool CallControl::isReceived(const Call& call)
     return !isOutgoing(call) && call.answeredAt != 0;
 }
 
+/** Who came to a conference has an entry of the call with which he came. */
 JournalCall CallControl::entryOf(const Call& call, const CallEnd& end)
 {
     JournalCall entry;

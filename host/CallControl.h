@@ -2,8 +2,9 @@
  * The part of call control that remembers a live call until it ends, and then enters it in the call journal.
  *
  * It stands between the telephone's calls and the source of live calls, which gets every event unchanged. Of each
- * call it keeps who it is with, when it began and when somebody spoke. Source and journal are not owned and outlive
- * it. UI thread only.
+ * call it keeps who it is with, when it began and when somebody spoke. The journal is told the moment in local time
+ * with its offset: of a received call when it was answered, of any other when it began. Source and journal are not
+ * owned and outlive it. UI thread only.
  */
 #pragma once
 

@@ -103,8 +103,8 @@ Record recordOf(const JournalEntry& entry)
 {
     Record record;
     record.setEntryId(entry.id);
-    record.setFirstname(entry.named().firstName);
-    record.setSurname(entry.named().surname);
+    record.setFirstname(entry.callWithName().firstName);
+    record.setSurname(entry.callWithName().surname);
     fill(entry, record);
     return record;
 }
@@ -152,7 +152,7 @@ std::string Journal::entryId(const JournalCall& call)
 
 bool Journal::isStored() const
 {
-    return unsaved_.empty() && !fileIsVoid_;
+    return unsaved_.empty() && !deletedWhileClosed_ && (hasReadFile_ || !file_);
 }
 
 bool Journal::store()
@@ -234,7 +234,7 @@ bool Journal::getCall(const std::string& entryId, ForwardedCallItem& record)
 
 void Journal::deleteAllEntries()
 {
-    fileIsVoid_ = file_ && !file_->isOpen(); // it may hold more than is known here
+    deletedWhileClosed_ = file_ && !file_->isOpen(); // it may hold more than is known here
     settle(entries_->removeAll());
 }
 
@@ -282,7 +282,7 @@ Journal::Changes Journal::write()
     for (int attempts = 2; attempts > 0 && isWaiting(); --attempts)
     {
         std::vector<JournalEntry> stored;
-        if (!file_->isOpen() && file_->open(knowsFile_, stored))
+        if (!file_->isOpen() && file_->open(hasReadFile_, stored))
         {
             append(changes, adopt(std::move(stored)));
         }
@@ -305,17 +305,18 @@ Journal::Changes Journal::write()
  */
 Journal::Changes Journal::adopt(std::vector<JournalEntry> stored)
 {
+    // Before the file was first read, an entry of it that is known here, too, is not outdated: both have calls of it.
     const auto isOutdated = [this](const JournalEntry& entry)
     {
         const bool isChanged = unsaved_.count(entry.id) != 0;
-        return fileIsVoid_ || (isChanged && (knowsFile_ || entries_->find(entry.id) == nullptr));
+        return deletedWhileClosed_ || (isChanged && (hasReadFile_ || entries_->find(entry.id) == nullptr));
     };
     const auto outdated = std::stable_partition(stored.begin(), stored.end(), std::not_fn(isOutdated));
     std::for_each(outdated, stored.end(), [this](const JournalEntry& entry) { unsaved_.insert(entry.id); });
     stored.erase(outdated, stored.end());
 
     auto merged = std::make_unique<JournalEntries>(limits_);
-    unsaved_.merge(merged->load(std::move(stored)));
+    merged->load(std::move(stored));
     for (const JournalCall& call : entries_->calls())
     {
         for (const JournalChange& change : merged->add(call))
@@ -326,9 +327,9 @@ Journal::Changes Journal::adopt(std::vector<JournalEntry> stored)
     std::swap(entries_, merged);
     if (file_->isOpen())
     {
-        fileIsVoid_ = false;
+        deletedWhileClosed_ = false;
     }
-    knowsFile_ = true;
+    hasReadFile_ = true;
     return observers_.empty() ? Changes() : entries_->changesSince(*merged);
 }
 

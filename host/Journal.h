@@ -66,7 +66,10 @@ class Journal final : public JournalServiceIfc
     /** The id of the entry that a call is in, or would be. */
     static std::string entryId(const JournalCall& call);
 
-    /** Whether the file has all changes, on the disk. False while changes wait; true for a journal without a file. */
+    /**
+     * Whether the file has been read, and has all changes, on the disk. False while changes wait; true for a journal
+     * without a file.
+     */
     bool isStored() const;
 
     /** Tries to write what waits; whether nothing waits any more. */
@@ -112,8 +115,8 @@ class Journal final : public JournalServiceIfc
     std::unique_ptr<JournalEntries> entries_;
     std::unique_ptr<JournalFile> file_; ///< null when there is none
     std::set<std::string> unsaved_;     ///< ids of entries whose state, existing or not, the file does not have
-    bool knowsFile_ = false;            ///< whether the entries hold what the file held at first
-    bool fileIsVoid_ = false;           ///< whether all entries were deleted since the file was last in reach
+    bool hasReadFile_ = false;          ///< whether the entries hold what the file held at first
+    bool deletedWhileClosed_ = false;   ///< whether all entries were deleted since the file was last in reach
     std::vector<JournalServiceObserverIfc*> observers_;
     std::list<JournalChange> reports_; ///< what observers are still to be told
     bool isTelling_ = false;

@@ -236,14 +236,18 @@ JournalDatabase::JournalDatabase(const fs::path& file, std::uint64_t maxSize)
 }
 
 /** The plain way knows the write-ahead log, but needs the files beside that only a writer can make. */
-std::vector<JournalEntry> JournalDatabase::readUnwritable(const fs::path& file)
+std::vector<JournalEntry> JournalDatabase::readUnwritable(const fs::path& file, bool& lacksLog)
 {
     try
     {
+        lacksLog = false;
         return openAndRead(file.string(), SQLite::OPEN_READONLY);
     }
     catch (const SQLite::Exception&)
     {
+        std::error_code error;
+        const auto size = fs::file_size(file.string() + "-wal", error);
+        lacksLog = !error && size > 0;
         return openAndRead(unchangingUri(file), SQLite::OPEN_READONLY | SQLite::OPEN_URI);
     }
 }

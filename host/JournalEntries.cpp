@@ -91,7 +91,7 @@ bool isNewer(const JournalEntry* one, const JournalEntry* other)
 
 JournalEntry::Call::Call(JournalCall told) : call(std::move(told)), instant(instantOf(call.info.getCallTime())) {}
 
-const JournalCall& JournalEntry::named() const
+const JournalCall& JournalEntry::callWithName() const
 {
     const auto found =
         std::find_if(calls.rbegin(), calls.rend(),
@@ -123,29 +123,14 @@ std::string JournalEntries::entryId(const JournalCall& call)
     return kind + ":" + call.firstName + (hasBoth ? " " : "") + call.surname;
 }
 
-std::set<std::string> JournalEntries::load(std::vector<JournalEntry> entries)
+void JournalEntries::load(std::vector<JournalEntry> entries)
 {
-    std::set<std::string> cut;
     for (JournalEntry& entry : entries)
     {
-        auto& calls = entry.calls;
-        std::stable_sort(calls.begin(), calls.end(), isOlder);
-        if (calls.size() > limits_.callsPerEntry)
-        {
-            calls.erase(calls.begin(), calls.end() - static_cast<std::ptrdiff_t>(limits_.callsPerEntry));
-            cut.insert(entry.id);
-        }
+        std::stable_sort(entry.calls.begin(), entry.calls.end(), isOlder);
         std::string id = entry.id;
         entries_.insert_or_assign(std::move(id), std::move(entry));
     }
-    for (const auto kind : {JournalCall::DIALLED, JournalCall::RECEIVED, JournalCall::MISSED, JournalCall::FORWARDED})
-    {
-        for (const JournalEntry& dropped : dropSurplus(kind))
-        {
-            cut.insert(dropped.id);
-        }
-    }
-    return cut;
 }
 
 JournalEntries::Changes JournalEntries::add(const JournalCall& call)

@@ -1,15 +1,18 @@
 #include "host/internal/JournalFile.h"
 
-#include "host/Clock.h"
 #include "host/internal/JournalDatabase.h"
 #include "platform/Logging.h"
 
 #include <SQLiteCpp/Exception.h>
 #include <array>
+#include <boost/algorithm/string/replace.hpp>
 #include <ctime>
 #include <exception>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace Host
 {
@@ -32,10 +35,26 @@ void makeFolder(const fs::path& folder)
     }
 }
 
+/** One that exists keeps the rights it has; SQLite gives those of the file to its log. */
+void makeFileOfUserAlone(const fs::path& file)
+{
+    const int descriptor = ::open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor != -1)
+    {
+        ::close(descriptor);
+    }
+}
+
+std::string forFormat(std::string text)
+{
+    boost::algorithm::replace_all(text, "%", "%%");
+    return text;
+}
+
 /** A name beside the file that nothing has. */
 fs::path nameToSetAside(const fs::path& file)
 {
-    const std::time_t now = currentTime(nullptr);
+    const std::time_t now = std::time(nullptr); // not a simulated one: somebody will look for it
     std::tm utc{};
     gmtime_r(&now, &utc);
     std::array<char, 64> time{};
@@ -62,20 +81,20 @@ bool JournalFile::attempt(Action action)
     try
     {
         action();
-        note(Fault::NONE, SQLITE_OK);
+        note(Fault::NONE);
         return true;
     }
     catch (const NewerJournalSchema&)
     {
-        note(Fault::NEWER, SQLITE_OK);
+        note(Fault::NEWER);
     }
     catch (const SQLite::Exception& problem)
     {
-        note(faultOf(problem.getErrorCode()), problem.getErrorCode());
+        note(faultOf(problem.getErrorCode()), problem.what());
     }
-    catch (const std::exception&)
+    catch (const std::exception& problem)
     {
-        note(Fault::OTHER, SQLITE_OK);
+        note(Fault::OTHER, problem.what());
     }
     return false;
 }
@@ -96,6 +115,7 @@ bool JournalFile::openForWriting(std::vector<JournalEntry>& entries)
     const bool isOpened = attempt(
         [this, &entries]
         {
+            makeFileOfUserAlone(file_);
             auto database = std::make_unique<JournalDatabase>(file_, maxSize_);
             entries = database->read();
             database_ = std::move(database);
@@ -110,8 +130,16 @@ bool JournalFile::readUnwritable(std::vector<JournalEntry>& entries)
 {
     try
     {
-        entries = JournalDatabase::readUnwritable(file_);
+        entries = JournalDatabase::readUnwritable(file_, lacksLog_);
         return true;
+    }
+    catch (const SQLite::Exception& problem)
+    {
+        if (faultOf(problem.getErrorCode()) == Fault::DAMAGED)
+        {
+            note(Fault::DAMAGED, problem.what());
+        }
+        return false;
     }
     catch (const std::exception&)
     {
@@ -128,15 +156,18 @@ bool JournalFile::write(const std::set<std::string>& entryIds, const JournalEntr
 {
     if (!database_->isInPlace())
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The journal file '%s' was deleted or moved", file_.c_str());
+        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The journal file was deleted or moved");
         database_.reset();
         return false;
     }
     const bool isWritten = attempt([&] { database_->write(entryIds, entries); });
     needsCheckpoint_ = needsCheckpoint_ || isWritten;
+    if (fault_ == Fault::DAMAGED || fault_ == Fault::OTHER)
+    {
+        database_.reset(); // opening it again tells what it is good for
+    }
     if (fault_ == Fault::DAMAGED)
     {
-        database_.reset();
         setAside();
     }
     return isWritten;
@@ -171,7 +202,8 @@ std::string JournalFile::problem() const
     if (fault_ != Fault::NONE)
     {
         return "The call journal " + file_.string() + " " + describe(fault_) +
-               ". Calls are kept in memory until it can be written.";
+               (lacksLog_ ? ", nor can its newest calls be read" : "") +
+               ". What is new is kept in memory until it can be written.";
     }
     return setAside_.empty() ? std::string()
                              : "The call journal was damaged and has been begun anew. The damaged file is " +
@@ -188,32 +220,37 @@ bool JournalFile::setAside()
     ++timesSetAside_;
     const fs::path name = nameToSetAside(file_);
     std::error_code error;
-    for (const char* suffix : {"-wal", "-shm", ""})
+    for (const char* suffix : {"-wal", "-shm"})
     {
-        fs::rename(file_.string() + suffix, name.string() + suffix, error); // of the first two, mostly there is none
+        fs::rename(file_.string() + suffix, name.string() + suffix, error); // mostly there is none
     }
+    fs::rename(file_, name, error);
     if (error)
     {
+        std::error_code ignored;
+        fs::rename(name.string() + "-wal", file_.string() + "-wal", ignored); // it must not stay without its log
         return false;
     }
     setAside_ = name;
-    logAppOrv("Host", LOG_FILE, 2, __LINE__, "The damaged journal file is set aside as '%s'", name.c_str());
+    const std::string format = "The damaged journal file is set aside as '" + forFormat(name.string()) + "' (%d)";
+    logAppOrv("Host", LOG_FILE, 2, __LINE__, format.c_str(), timesSetAside_);
     return true;
 }
 
-void JournalFile::note(Fault fault, int sqliteResult)
+/** The path is part of the format, so that the log names the file as it is: it is nobody's name. */
+void JournalFile::note(Fault fault, const std::string& reason)
 {
     if (fault == fault_)
     {
         return;
     }
     fault_ = fault;
-    const bool isGood = fault == Fault::NONE;
-    const std::string format = std::string("The journal file '%s' ") + describe(fault) + " (SQLite result %d)";
-    logAppOrv("Host", LOG_FILE, isGood ? 3 : 2, __LINE__, format.c_str(), file_.c_str(), sqliteResult);
+    const std::string format = "The journal file '" + forFormat(file_.string()) + "' " + describe(fault) +
+                               (reason.empty() ? "" : ": " + forFormat(reason)) + " (%d)";
+    logAppOrv("Host", LOG_FILE, fault == Fault::NONE ? 3 : 2, __LINE__, format.c_str(), static_cast<int>(fault));
 }
 
-JournalFile::Fault JournalFile::faultOf(int sqliteResult)
+JournalFile::Fault JournalFile::faultOf(int sqliteResult) const
 {
     switch (sqliteResult)
     {
@@ -229,8 +266,9 @@ JournalFile::Fault JournalFile::faultOf(int sqliteResult)
         return Fault::OUT_OF_REACH;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-    case SQLITE_ERROR: // SQL that cannot be at fault itself: tables are missing, or others than ours
         return Fault::DAMAGED;
+    case SQLITE_ERROR: // SQL that is not at fault itself: while opening, tables are missing, or others than ours
+        return isOpen() ? Fault::OTHER : Fault::DAMAGED;
     default:
         return Fault::OTHER;
     }

@@ -1,4 +1,7 @@
-/** Tells the user what is wrong with the stored history, once for each problem. Journal and stream are not owned. */
+/**
+ * Tells the user what is wrong with the stored history, once for each problem. Journal and stream are not owned and
+ * outlive it. UI thread only.
+ */
 #pragma once
 
 #include "host/Journal.h"
@@ -20,16 +23,16 @@ class JournalProblem
     void tellWhenNew()
     {
         const std::string problem = journal_.problem();
-        if (problem != told_ && !problem.empty())
+        if (problem != lastProblem_ && !problem.empty())
         {
             errors_ << "deskphone: " << problem << '\n';
         }
-        told_ = problem;
+        lastProblem_ = problem;
     }
 
   private:
     const Host::Journal& journal_;
     std::ostream& errors_;
-    std::string told_;
+    std::string lastProblem_;
 };
 } // namespace Deskphone

@@ -3,37 +3,45 @@
 #include "ConversationAPI/JournalServiceConversationItemSource.h"
 #include "host/EventLoop.h"
 
+#include <algorithm>
 #include <deque>
-#include <vector>
+#include <iterator>
+#include <utility>
 
 namespace Deskphone
 {
 namespace
 {
+/** So many calls a row shows: of an entry that has more, nobody sees the oldest go. */
+constexpr std::size_t LONGEST_ROW = 10;
+
 template <typename Call>
-std::string timeOfNewest(const std::vector<Call>& calls)
+std::vector<std::string> times(const std::vector<Call>& calls)
 {
-    return calls.empty() ? "" : calls.front().getCallTime();
+    std::vector<std::string> all;
+    std::transform(calls.begin(), calls.end(), std::back_inserter(all),
+                   [](const Call& call) { return call.getCallTime(); });
+    return all;
 }
 
-std::string timeOfNewestCall(const MissedCallItem& entry)
+std::vector<std::string> timesOf(const MissedCallItem& entry)
 {
-    return timeOfNewest(entry.getMissedCallInfoList());
+    return times(entry.getMissedCallInfoList());
 }
 
-std::string timeOfNewestCall(const ReceivedCallItem& entry)
+std::vector<std::string> timesOf(const ReceivedCallItem& entry)
 {
-    return timeOfNewest(entry.getReceivedCallInfoList());
+    return times(entry.getReceivedCallInfoList());
 }
 
-std::string timeOfNewestCall(const DialledCallItem& entry)
+std::vector<std::string> timesOf(const DialledCallItem& entry)
 {
-    return timeOfNewest(entry.getDialledCallInfoList());
+    return times(entry.getDialledCallInfoList());
 }
 
-std::string timeOfNewestCall(const ForwardedCallItem& entry)
+std::vector<std::string> timesOf(const ForwardedCallItem& entry)
 {
-    return timeOfNewest(entry.getForwardedCallInfoList());
+    return times(entry.getForwardedCallInfoList());
 }
 } // namespace
 
@@ -41,57 +49,64 @@ JournalUpdates::JournalUpdates(ConversationAPI::JournalServiceConversationItemSo
                                JournalServiceIfc& journal)
     : history_(history)
 {
-    learn<MissedCallItem>(journal);
-    learn<ReceivedCallItem>(journal);
-    learn<DialledCallItem>(journal);
-    learn<ForwardedCallItem>(journal);
+    rememberCalls<MissedCallItem>(journal);
+    rememberCalls<ReceivedCallItem>(journal);
+    rememberCalls<DialledCallItem>(journal);
+    rememberCalls<ForwardedCallItem>(journal);
 }
 
 template <typename Record>
-void JournalUpdates::learn(JournalServiceIfc& journal)
+void JournalUpdates::rememberCalls(JournalServiceIfc& journal)
 {
     std::deque<Record> entries;
     journal.getCalls(entries);
     for (const Record& entry : entries)
     {
-        newestCalls_[entry.getEntryId()] = timeOfNewestCall(entry);
+        shown_[entry.getEntryId()] = timesOf(entry);
     }
 }
 
 void JournalUpdates::missedCallsUpdate(MissedCallItem entry, std::string entryId, ActionType action)
 {
-    handOn(entry, entryId, action, [&] { history_.missedCallsUpdate(entry, entryId, action); });
+    forwardOrMakeAnew(entry, entryId, action, [&] { history_.missedCallsUpdate(entry, entryId, action); });
 }
 
 void JournalUpdates::receivedCallsUpdate(ReceivedCallItem entry, std::string entryId, ActionType action)
 {
-    handOn(entry, entryId, action, [&] { history_.receivedCallsUpdate(entry, entryId, action); });
+    forwardOrMakeAnew(entry, entryId, action, [&] { history_.receivedCallsUpdate(entry, entryId, action); });
 }
 
 void JournalUpdates::dialledCallsUpdate(DialledCallItem entry, std::string entryId, ActionType action)
 {
-    handOn(entry, entryId, action, [&] { history_.dialledCallsUpdate(entry, entryId, action); });
+    forwardOrMakeAnew(entry, entryId, action, [&] { history_.dialledCallsUpdate(entry, entryId, action); });
 }
 
 void JournalUpdates::forwardedCallsUpdate(ForwardedCallItem entry, std::string entryId, ActionType action)
 {
-    handOn(entry, entryId, action, [&] { history_.forwardedCallsUpdate(entry, entryId, action); });
+    forwardOrMakeAnew(entry, entryId, action, [&] { history_.forwardedCallsUpdate(entry, entryId, action); });
 }
 
 template <typename Record, typename Forward>
-void JournalUpdates::handOn(const Record& entry, const std::string& entryId, ActionType action, Forward forward)
+void JournalUpdates::forwardOrMakeAnew(const Record& entry, const std::string& entryId, ActionType action,
+                                       Forward forward)
 {
     if (action == DELETED)
     {
-        newestCalls_.erase(entryId);
+        shown_.erase(entryId);
         makeHistoryAnewSoon();
         return;
     }
-    const std::string newest = timeOfNewestCall(entry);
-    const auto before = newestCalls_.find(entryId);
-    const bool hasNewerCall = before == newestCalls_.end() || before->second != newest;
-    newestCalls_[entryId] = newest;
-    hasNewerCall ? forward() : makeHistoryAnewSoon();
+    Times now = timesOf(entry);
+    Times& before = shown_[entryId];
+    const bool newestIsAll = isOneNewerCall(before, now);
+    before = std::move(now);
+    newestIsAll ? forward() : makeHistoryAnewSoon();
+}
+
+bool JournalUpdates::isOneNewerCall(const Times& before, const Times& now)
+{
+    const bool hasOldestGone = before.size() == now.size() && now.size() >= LONGEST_ROW;
+    return (now.size() == before.size() + 1 || hasOldestGone) && std::equal(now.begin() + 1, now.end(), before.begin());
 }
 
 void JournalUpdates::makeHistoryAnewSoon()
@@ -100,8 +115,14 @@ void JournalUpdates::makeHistoryAnewSoon()
     {
         return;
     }
+    Host::EventLoop* const loop = Host::EventLoop::current();
+    if (loop == nullptr)
+    {
+        history_.notifyObserver();
+        return;
+    }
     isToBeMadeAnew_ = true;
-    Host::EventLoop::current()->post(
+    loop->post(
         [this, isAlive = std::weak_ptr<bool>(isAlive_)]
         {
             if (!isAlive.expired())

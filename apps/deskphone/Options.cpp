@@ -39,7 +39,8 @@ missed calls that nobody has seen, messages in the mailbox. ← incoming, → ou
 column counts what the row holds and what of it is new.
 
 Exit codes: 0 all went well, 1 wrong usage, unreadable trace or unwritable record, 2 broken trace (nothing was
-applied), 3 an event or a command asked for something that was not possible, or there is no such row.
+applied), 3 an event or a command asked for something that was not possible, there is no such row, or the history could not be
+read or stored.
 )";
 
 void check(CLI::Option* option, const std::string& what, bool (*isRight)(const std::string&))
@@ -61,6 +62,11 @@ bool isFile(const std::string& text)
 bool isWord(const std::string& text)
 {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isgraph(c) != 0; });
+}
+
+bool isNotEmpty(const std::string& text)
+{
+    return !text.empty();
 }
 
 bool isRow(const std::string& text)
@@ -117,7 +123,9 @@ void addRow(CLI::App& command, Options& options, CLI::App& choice)
 {
     CLI::Option* row = choice.add_option("--row", options.row, "The row, counted from 1 as history shows them");
     check(row->type_name("N"), "row; the first one is 1", isRow);
-    choice.add_option("--number", options.number, "The first row with this number, in any spelling");
+    CLI::Option* number =
+        choice.add_option("--number", options.number, "The first row with this number, in any spelling");
+    check(number->type_name("NUMBER"), "number", isNotEmpty);
     addHistoryFile(command, options);
 }
 

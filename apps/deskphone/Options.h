@@ -29,9 +29,9 @@ struct Options
     bool withIds = false;
     std::optional<std::string> record; ///< a file
 
-    /** What to explain, to mark or to delete: its place from 1, 0 for none, or a number that it has, "" for none. */
+    /** What to explain, to mark or to delete: its place from 1, 0 for none, or a number that it has. */
     long row = 0;
-    std::string number;
+    std::optional<std::string> number;
     bool all = false;
 
     std::optional<long> at; ///< when the stored history is shown: seconds since the epoch, UTC; nothing for now

@@ -88,19 +88,13 @@ bool play(const Trace& trace, const Options& options, const Watcher& watcher, st
         wasAllPossible = apply(event, telephone, trace.file, errors) && wasAllPossible;
         loop.runUntilIdle();
         problem.tellWhenNew();
-        if (watcher.afterEvent)
-        {
-            watcher.afterEvent(telephone, event);
-        }
+        watcher.afterEvent(telephone, event);
     }
-    if (watcher.atEnd)
-    {
-        watcher.atEnd(telephone);
-    }
+    watcher.atEnd(telephone);
     if (recorder)
     {
         recorder->finish();
     }
-    return wasAllPossible;
+    return telephone.journal().isStored() && wasAllPossible;
 }
 } // namespace Deskphone

@@ -9,17 +9,19 @@
 
 namespace Deskphone
 {
-/** What somebody does who watches the telephone meanwhile; each may be empty. */
+/** What somebody does who watches the telephone meanwhile. */
 struct Watcher
 {
-    std::function<void(Telephone& telephone, const TraceEvent& event)> afterEvent;
-    std::function<void(Telephone& telephone)> atEnd;
+    std::function<void(Telephone& telephone, const TraceEvent& event)> afterEvent = [](Telephone&, const TraceEvent&) {
+    };
+    std::function<void(Telephone& telephone)> atEnd = [](Telephone&) {};
 };
 
 /**
  * The telephone is set up as trace and options say, and recorded when the options ask for it. False when an event
- * was not possible; the rest was applied, and `errors` says which. Throws UnwritableRecord: before anything was
- * applied when the file cannot be made, at the very end when something could not be written to it.
+ * was not possible, while the rest was applied, or when the history could not be stored; `errors` says which. Throws
+ * UnwritableRecord: before anything was applied when the file cannot be made, at the very end when something could not
+ * be written to it.
  */
 bool play(const Trace& trace, const Options& options, const Watcher& watcher, std::ostream& errors);
 } // namespace Deskphone

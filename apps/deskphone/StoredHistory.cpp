@@ -10,6 +10,7 @@
 #include "host/SimulatedEventLoop.h"
 
 #include <ctime>
+#include <filesystem>
 
 namespace Deskphone
 {
@@ -17,12 +18,12 @@ namespace
 {
 bool namesRow(const Options& options)
 {
-    return options.row != 0 || !options.number.empty();
+    return options.row != 0 || options.number;
 }
 
 const ConversationAPI::Conversation& namedRow(Telephone& telephone, const Options& options)
 {
-    return options.row != 0 ? rowAtPlace(telephone, options.row) : rowWithNumber(telephone, options.number);
+    return options.row != 0 ? rowAtPlace(telephone, options.row) : rowWithNumber(telephone, *options.number);
 }
 
 void markRead(Telephone& telephone, const Options& options)
@@ -49,15 +50,25 @@ void deleteRows(Telephone& telephone, const Options& options)
     }
 }
 
-void act(Telephone& telephone, const Options& options)
+/** Whether that was possible. */
+bool act(Telephone& telephone, const Options& options, std::ostream& errors)
 {
-    if (options.command == Options::MARK_READ)
+    try
     {
-        markRead(telephone, options);
+        if (options.command == Options::MARK_READ)
+        {
+            markRead(telephone, options);
+        }
+        else if (options.command == Options::DELETE)
+        {
+            deleteRows(telephone, options);
+        }
+        return true;
     }
-    else if (options.command == Options::DELETE)
+    catch (const NotPossible& notPossible)
     {
-        deleteRows(telephone, options);
+        errors << "deskphone: " << notPossible.what() << '\n';
+        return false;
     }
 }
 } // namespace
@@ -71,21 +82,29 @@ bool showHistory(const Options& options, std::ostream& screen, std::ostream& err
     }
     Host::SimulatedEventLoop loop(options.at.value_or(std::time(nullptr)));
     const Host::EventLoop::Scope scope(loop);
-    Telephone telephone(settings, options.journalFile());
+    const std::filesystem::path file = options.journalFile();
+    std::error_code error;
+    const bool exists = std::filesystem::exists(file, error) || error; // what cannot be looked at, the journal tells
+    if (!exists)
+    {
+        errors << "deskphone: there is no stored history: " << file.string() << '\n'; // and looking makes none
+    }
+    Telephone telephone(settings, exists ? file : std::filesystem::path());
     JournalProblem problem(telephone.journal(), errors);
-    loop.runUntilIdle();
-    try
-    {
-        act(telephone, options);
-    }
-    catch (const NotPossible& notPossible)
-    {
-        errors << "deskphone: " << notPossible.what() << '\n';
-        return false;
-    }
+    const bool isRead = telephone.journal().isStored();
+    const bool wasPossible = isRead && act(telephone, options, errors);
     loop.runUntilIdle();
     problem.tellWhenNew();
+    if (!wasPossible)
+    {
+        return false;
+    }
+    if (!telephone.journal().isStored())
+    {
+        errors << "deskphone: the change was not stored\n";
+        return false;
+    }
     printList(screen, telephone, options);
-    return telephone.journal().isStored();
+    return true;
 }
 } // namespace Deskphone

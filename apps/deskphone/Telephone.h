@@ -14,8 +14,9 @@
  *     mailbox ───────▶ mailbox() (history_)                                   │            └──▶ provider_ ──▶ display_
  *     phonebook ─────▶ contacts() ────────────────────────────────────────────┘
  *     configuration ─▶ setVoiceMailNumber()
- *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal();
- * contacts() contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
+ *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ contacts()
+ *                                                        local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal()
+ *     contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  */
 #pragma once
 

@@ -32,8 +32,9 @@ class JournalDatabase
     /** Opens the file for writing, or makes one, brings it to the present schema and checks it. */
     JournalDatabase(const std::filesystem::path& file, std::uint64_t maxSize);
 
-    /** The entries of a file that cannot be written, with the present schema. */
-    static std::vector<JournalEntry> readUnwritable(const std::filesystem::path& file);
+    /** The entries of a file that cannot be written, with the present schema; `lacksLog` tells whether those are
+     *  missing that only the write-ahead log has. */
+    static std::vector<JournalEntry> readUnwritable(const std::filesystem::path& file, bool& lacksLog);
 
     std::vector<JournalEntry> read();
 

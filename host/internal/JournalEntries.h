@@ -27,7 +27,7 @@ struct JournalEntry
     };
 
     /** The newest call that tells a name, else the newest one. */
-    const JournalCall& named() const;
+    const JournalCall& callWithName() const;
 
     /** Whether the user has seen all its calls. */
     bool isViewed() const;
@@ -54,8 +54,8 @@ class JournalEntries
     /** The id of the entry that a call belongs to. */
     static std::string entryId(const JournalCall& call);
 
-    /** Takes over entries with distinct ids; gives the ids of those of which not everything is kept. */
-    std::set<std::string> load(std::vector<JournalEntry> entries);
+    /** Takes over entries with distinct ids, all of them: only what is added makes the oldest leave. */
+    void load(std::vector<JournalEntry> entries);
 
     /** Each of these gives what changed, in the order in which it is to be told. */
     Changes add(const JournalCall& call);

@@ -65,9 +65,9 @@ class JournalFile
     bool openForWriting(std::vector<JournalEntry>& entries);
     bool readUnwritable(std::vector<JournalEntry>& entries);
     bool setAside();
-    void note(Fault fault, int sqliteResult);
+    void note(Fault fault, const std::string& reason = "");
 
-    static Fault faultOf(int sqliteResult);
+    Fault faultOf(int sqliteResult) const;
     static const char* describe(Fault fault);
 
     const std::filesystem::path file_;
@@ -76,6 +76,7 @@ class JournalFile
     Fault fault_ = Fault::NONE;                 ///< what went wrong the last time that something was tried
     std::filesystem::path setAside_;            ///< the last damaged file under its new name
     int timesSetAside_ = 0;
+    bool lacksLog_ = false; ///< what was read is without the calls that only the write-ahead log has
     bool needsCheckpoint_ = false;
 };
 } // namespace Host

@@ -88,6 +88,9 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
 
     /** Unites the conversations that, now that this contact is known, belong to one party. */
     void conversationUpdated(Conversation* contact) override;
+
+    /** The same for many contacts, in order, with one collection of unused identifiers at the end. */
+    void contactsUpdated(const std::vector<Conversation*>& contacts);
     void markAllMissedCallsRead() override;
 
     /** Always empty. */
@@ -121,6 +124,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     const std::unique_ptr<ConversationList> conversations_;
     Semaphore semaphore_{1, 1, false};
     bool isLocked_ = false; ///< the semaphore is held further up in this call
+    bool collectsIdsLater_ = false;
     const std::unique_ptr<ItemSources> sources_;
     RandomCachingConversationIDGenerator idGenerator_;
     ConversationFactory* factory_;

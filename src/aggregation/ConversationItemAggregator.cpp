@@ -446,6 +446,18 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
     }
 }
 
+/** A phonebook of thousands would otherwise have all identifiers looked through as often. */
+void ConversationItemAggregator::contactsUpdated(const std::vector<Conversation*>& contacts)
+{
+    collectsIdsLater_ = true;
+    for (Conversation* contact : contacts)
+    {
+        conversationUpdated(contact);
+    }
+    collectsIdsLater_ = false;
+    triggerGarbageCollectionOnIDGenerators();
+}
+
 ConversationItemAggregator::UniqueConversationList
 ConversationItemAggregator::findConversationsOf(Conversation& contact)
 {
@@ -540,6 +552,10 @@ void ConversationItemAggregator::removeConversation(Conversation* conversation)
 
 void ConversationItemAggregator::triggerGarbageCollectionOnIDGenerators()
 {
+    if (collectsIdsLater_)
+    {
+        return;
+    }
     factory_->garbageCollectIDs();
     idGenerator_.garbageCollect();
 }

@@ -85,7 +85,8 @@ class IsContactWithNumber : public ConversationUnaryCondition
   private:
     const std::string& number_;
 };
-/** Where several rows would do, as those of group calls to two numbers of a contact, the one with the id comes first. */
+/** Where several rows would do, as those of group calls to two numbers of a contact, the one with the id comes first.
+ */
 ListedRow findRowOfItem(const ConversationList& list, const Conversation& conversation)
 {
     ConversationItem* item = conversation.initialItem();

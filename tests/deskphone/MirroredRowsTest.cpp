@@ -6,7 +6,9 @@
 #include "host/Clock.h"
 #include "host/SimulatedEventLoop.h"
 
+#include <filesystem>
 #include <random>
+#include <unistd.h>
 
 namespace
 {
@@ -219,5 +221,37 @@ TEST(TelephoneTest, ContactMayGoWhileTheDisplayIsToldOfIt)
     telephone.contacts().put({"1", "Anna", "Berg", "030 23125000", "", "", ""});
     EXPECT_EQ(told, 1);
     EXPECT_TRUE(telephone.rows().empty());
+}
+
+Host::JournalCall missedAt(long time)
+{
+    Host::JournalCall call;
+    call.info.setRemoteNumber("030 23125000");
+    call.info.setCallTime(Host::localIso8601(time));
+    return call;
+}
+
+TEST(TelephoneTest, HistoryThatCannotBeReadAtFirstComesIntoTheRows)
+{
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(testing::TempDir()) / ("telephone-test-" + std::to_string(getpid()));
+    fs::create_directories(folder / "journal"); // in the place of the file
+    Host::SimulatedEventLoop loop{MORNING};
+    const Host::EventLoop::Scope scope(loop);
+    {
+        Host::Journal stored(folder / "stored");
+        stored.addCall(missedAt(MORNING - 200));
+        stored.addCall(missedAt(MORNING - 100));
+    }
+    Deskphone::Telephone telephone(Deskphone::TelephoneSettings(), folder / "journal");
+    telephone.journal().addCall(missedAt(MORNING));
+    EXPECT_FALSE(telephone.journal().isStored());
+    fs::remove(folder / "journal");
+    fs::rename(folder / "stored", folder / "journal");
+    loop.advanceBy(31000);
+    EXPECT_TRUE(telephone.journal().isStored());
+    ASSERT_EQ(telephone.rows().size(), 1U);
+    EXPECT_EQ(telephone.rows().front()->getConversationItemsSize(), 3U);
+    fs::remove_all(folder);
 }
 } // namespace

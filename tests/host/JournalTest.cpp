@@ -385,8 +385,9 @@ TEST_F(JournalTest, AReadOnlyFileIsServed)
     fs::permissions(file_, fs::perms::owner_all);
     EXPECT_TRUE(journal.store());
     EXPECT_EQ(dump(Journal(file_)), before);
-    Journal(file_, {20, 1}).store();
-    EXPECT_EQ(Journal(file_).calls().size(), 1U) << "what a lower limit cuts is gone from the file, too";
+    EXPECT_EQ(Journal(file_, {20, 1}).calls().size(), 2U) << "to look at it takes nothing away";
+    Journal(file_, {20, 1}).addCall(missed("3", EVENING));
+    EXPECT_EQ(Journal(file_).calls().size(), 1U) << "what is added makes the oldest leave";
 }
 
 TEST_F(JournalTest, AFileThatIsGoneOrNoneIsMadeAnew)

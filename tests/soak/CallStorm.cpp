@@ -1,8 +1,7 @@
 // A telephone in a storm of calls, made to be killed at any moment, and what its journal must hold after that.
 //
-//   call_storm run DATA ROUND           calls without end; writes a line for each call whose end is in the journal
-//   call_storm check DATA CONFIRMED     every line of the file CONFIRMED is a call of the journal, and none is there
-//   twice
+//   call_storm run DATA ROUND          calls, and writes a line for each call whose end is in the journal
+//   call_storm check DATA CONFIRMED    every line of the file CONFIRMED is a call of the journal, none is there twice
 
 #include "Telephone.h"
 #include "host/Clock.h"
@@ -22,6 +21,7 @@ using ConversationAPI::ActiveCall;
 
 constexpr long START = 1772700000;
 constexpr long ROUND_SECONDS = 100000;
+constexpr int MOST_CALLS = 20000; // should nobody kill it
 
 Deskphone::TelephoneSettings boundless()
 {
@@ -94,7 +94,8 @@ int check(const char* folder, const char* confirmed)
     {
         if (++stored[nameOf(call)] == 2)
         {
-            std::cerr << nameOf(call) << " is there twice\n", ++faults;
+            std::cerr << nameOf(call) << " is there twice\n";
+            ++faults;
         }
     }
     std::ifstream lines(confirmed);
@@ -103,7 +104,8 @@ int check(const char* folder, const char* confirmed)
     {
         if (stored.count(line) == 0)
         {
-            std::cerr << line << " is not there\n", ++faults;
+            std::cerr << line << " is not there\n";
+            ++faults;
         }
     }
     std::cout << count << " confirmed, " << stored.size() << " stored\n";
@@ -123,8 +125,10 @@ int main(int argc, char** argv)
         std::cerr << "usage: call_storm run DATA ROUND | check DATA CONFIRMED\n";
         return 2;
     }
-    for (Storm storm(argv[2], static_cast<unsigned>(std::stoul(argv[3])));;)
+    Storm storm(argv[2], static_cast<unsigned>(std::stoul(argv[3])));
+    for (int calls = 0; calls < MOST_CALLS; ++calls)
     {
         storm.call();
     }
+    return 0;
 }
