@@ -36,6 +36,12 @@ const char* typeOf(Kind kind)
     return "";
 }
 
+/** Readers take these contacts' names apart at the '#', and others' for one text. */
+bool hasNamesApart(Kind kind)
+{
+    return kind == NetworkCallLogEntry::GROUP_DIRECTORY || kind == NetworkCallLogEntry::ENTERPRISE_DIRECTORY;
+}
+
 /** What is in the line: both names parted by '#', and never nothing, for which the line has no form. */
 std::string nameOf(const NetworkCallLogEntry& entry)
 {
@@ -43,7 +49,8 @@ std::string nameOf(const NetworkCallLogEntry& entry)
     {
         return entry.number;
     }
-    return entry.lastName.empty() ? entry.firstName : entry.firstName + "#" + entry.lastName;
+    const bool needsParting = !entry.firstName.empty() || hasNamesApart(entry.kind);
+    return entry.firstName + (needsParting && !entry.lastName.empty() ? "#" : "") + entry.lastName;
 }
 
 std::string lineOf(const NetworkCallLogEntry& entry)

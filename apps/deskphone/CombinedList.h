@@ -1,8 +1,8 @@
 /**
  * One list in which each party stands once, and the face that it shows to a list provider.
  *
- * A telephone has one of these for its own conversations and may have one for those of a cloud service. The item
- * factory and the sources are not owned and outlive the list, which takes itself off the sources. UI thread only.
+ * A telephone has one of these for its own conversations and one for those of a cloud service. The item factory and the
+ * sources are not owned and outlive the list, which takes itself off the sources. UI thread only.
  */
 #pragma once
 

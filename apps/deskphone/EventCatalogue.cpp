@@ -24,8 +24,10 @@ EventCatalogue makeCatalogue()
     EventCatalogue catalogue;
     catalogue.add("wait", wait);
     addCallEvents(catalogue);
+    addCloudEvents(catalogue);
     addContactEvents(catalogue);
     addHistoryEvents(catalogue);
+    addNetworkCallEvents(catalogue);
     addUserEvents(catalogue);
     addVoicemailEvents(catalogue);
     return catalogue;

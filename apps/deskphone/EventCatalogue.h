@@ -46,8 +46,10 @@ class EventCatalogue
 };
 
 void addCallEvents(EventCatalogue& catalogue);
+void addCloudEvents(EventCatalogue& catalogue);
 void addContactEvents(EventCatalogue& catalogue);
 void addHistoryEvents(EventCatalogue& catalogue);
+void addNetworkCallEvents(EventCatalogue& catalogue);
 void addUserEvents(EventCatalogue& catalogue);
 void addVoicemailEvents(EventCatalogue& catalogue);
 } // namespace Deskphone

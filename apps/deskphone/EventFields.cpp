@@ -48,14 +48,8 @@ const nlohmann::json& EventFields::required(const std::string& name)
     return *field;
 }
 
-std::string EventFields::text(const std::string& name)
+std::string EventFields::checkedText(const std::string& name, const nlohmann::json& field) const
 {
-    known_.insert(name);
-    if (!has(name))
-    {
-        return {};
-    }
-    const nlohmann::json& field = required(name);
     if (!field.is_string())
     {
         fail(name, "must be a text");
@@ -70,6 +64,37 @@ std::string EventFields::text(const std::string& name)
         fail(name, "holds a control character");
     }
     return value;
+}
+
+std::string EventFields::text(const std::string& name)
+{
+    known_.insert(name);
+    return has(name) ? checkedText(name, required(name)) : std::string();
+}
+
+std::vector<std::string> EventFields::texts(const std::string& name)
+{
+    known_.insert(name);
+    std::vector<std::string> values;
+    if (!has(name))
+    {
+        return values;
+    }
+    const nlohmann::json& field = required(name);
+    if (!field.is_array())
+    {
+        fail(name, "must be a list of texts");
+    }
+    for (const nlohmann::json& one : field)
+    {
+        const std::string place = name + "[" + std::to_string(values.size()) + "]";
+        values.push_back(checkedText(place, one));
+        if (values.back().empty())
+        {
+            fail(place, "is empty");
+        }
+    }
+    return values;
 }
 
 std::string EventFields::requiredText(const std::string& name)

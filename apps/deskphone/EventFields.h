@@ -46,6 +46,9 @@ class EventFields
     /** Not empty. */
     std::string requiredText(const std::string& name);
 
+    /** A list of texts, none of them empty; no texts when absent. */
+    std::vector<std::string> texts(const std::string& name);
+
     /** False when absent. */
     bool flag(const std::string& name);
 
@@ -76,6 +79,7 @@ class EventFields
   private:
     [[noreturn]] void fail(const std::string& name, const std::string& problem) const;
     const nlohmann::json& required(const std::string& name);
+    std::string checkedText(const std::string& name, const nlohmann::json& field) const;
 
     const nlohmann::json& object_;
     const std::string path_;

@@ -158,8 +158,9 @@ void printItems(std::ostream& stream, const Conversation& row, DisplayAPI::TimeS
     const Grouping grouping(row, items);
     for (const ConversationItem* item : items)
     {
+        const long time = item->timeStampUTC();
         stream << "  " << leftAligned(stateText(item->getState()), STATE_COLUMNS) << ' '
-               << leftAligned(times.formatFromUTCToFullDate(item->timeStampUTC()), TIME_COLUMNS) << ' '
+               << leftAligned(time == 0 ? "" : times.formatFromUTCToFullDate(time), TIME_COLUMNS) << ' '
                << leftAligned(partyNumber(*item), NUMBER_COLUMNS) << ' ' << grouping.reasonFor(*item)
                << (item->getCallId().empty() ? "" : " (call " + item->getCallId() + ")") << '\n';
     }

@@ -18,6 +18,14 @@ void FieldWriter::text(const std::string& name, const std::string& value)
     }
 }
 
+void FieldWriter::texts(const std::string& name, const std::vector<std::string>& values)
+{
+    if (!values.empty())
+    {
+        textsEvenIfNone(name, values);
+    }
+}
+
 void FieldWriter::flag(const std::string& name, bool value)
 {
     if (value)

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <string>
+#include <vector>
 
 namespace Deskphone
 {
@@ -23,6 +24,11 @@ class FieldWriter
 
     /** Where an absent text would not be an empty one. */
     void textEvenIfEmpty(const std::string& name, const std::string& value) { object_[name] = value; }
+
+    void texts(const std::string& name, const std::vector<std::string>& values);
+
+    /** Where no list would not be one without texts. */
+    void textsEvenIfNone(const std::string& name, const std::vector<std::string>& values) { object_[name] = values; }
     void flag(const std::string& name, bool value);
     void number(const std::string& name, long value, long absent);
     void moment(const std::string& name, long time);

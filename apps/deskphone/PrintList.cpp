@@ -7,6 +7,21 @@
 
 namespace Deskphone
 {
+namespace
+{
+/** When it is and, of the cloud's list, whose it is. */
+ScreenTitle titleOf(Telephone& telephone)
+{
+    const std::string now = telephone.times().formatFromUTCToFullDate(Host::currentTime(nullptr));
+    if (telephone.shownList() == Telephone::LOCAL_LIST)
+    {
+        return {now, "no calls"};
+    }
+    const std::string user = telephone.cloudUserName();
+    return {now + "  cloud" + (user.empty() ? ", nobody is signed in" : " of " + user), "no conversations"};
+}
+} // namespace
+
 void printList(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line)
 {
     const std::vector<ScreenRow> rows = screenRows(telephone);
@@ -16,8 +31,7 @@ void printList(std::ostream& stream, Telephone& telephone, const Options& option
     }
     else
     {
-        printScreen(stream, telephone.times().formatFromUTCToFullDate(Host::currentTime(nullptr)), rows,
-                    options.withIds);
+        printScreen(stream, titleOf(telephone), rows, options.withIds);
     }
 }
 } // namespace Deskphone

@@ -3,6 +3,7 @@
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/WellKnownNames.h"
 #include "Telephone.h"
+#include "TextColumn.h"
 
 namespace Deskphone
 {
@@ -113,14 +114,9 @@ ScreenRow::Direction directionOf(const Conversation& conversation)
     return direction == ActiveCall::OUTGOING ? ScreenRow::OUTGOING : ScreenRow::INCOMING;
 }
 
-std::string joined(const std::string& a, const char* between, const std::string& b)
-{
-    return a.empty() || b.empty() ? a + b : a + between + b;
-}
-
 std::string readableName(const std::string& first, const std::string& last)
 {
-    return last == ConversationAPI::ANONYMOUS_NAME ? "Unknown caller" : joined(first, " ", last);
+    return last == ConversationAPI::ANONYMOUS_NAME ? "Unknown caller" : joined({first, last}, " ");
 }
 
 std::size_t newMissedCallsOf(const Conversation& conversation)
@@ -158,8 +154,9 @@ ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringForm
     row.newMissedCalls = newMissedCallsOf(conversation);
     row.newVoicemails = newVoicemailsOf(conversation);
     row.time = conversation.timeStampUTC();
-    row.when = row.items == 0 ? "" : times.formatFromUTC(row.time); // a bare contact's placeholder has no time
+    row.when = row.hasTime() ? times.formatFromUTC(row.time) : "";
     row.shortId = conversation.isPhantomConversation() ? "phantom" : conversation.getShortConversationId();
+    row.cloud = cloudDetailsOf(conversation);
     return row;
 }
 } // namespace
@@ -180,10 +177,14 @@ std::string nameOf(const Conversation& conversation)
     }
     const ConversationAPI::SecondParty& second = conversation.secondParty();
     const std::string secondName = readableName(second.firstName, second.lastName);
-    name = joined(name, ", ", secondName.empty() ? second.number : secondName);
+    name = joined({name, secondName.empty() ? second.number : secondName}, ", ");
+    if (conversation.getType() == Conversation::GROUP)
+    {
+        return name; // which is the group's already
+    }
     const std::string group =
         conversation.getGroupName().empty() ? conversation.getGroupNumber() : conversation.getGroupName();
-    return group.empty() ? name : joined(name, " ", "(" + group + ")");
+    return group.empty() ? name : joined({name, "(" + group + ")"}, " ");
 }
 
 std::string numberOf(const Conversation& conversation)

@@ -1,17 +1,13 @@
 /** One row of the telephone's screen: a conversation in the words that are shown. */
 #pragma once
 
+#include "CloudDetails.h"
 #include "ConversationAPI/ConversationItemState.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace ConversationAPI
-{
-class Conversation;
-}
 
 namespace Deskphone
 {
@@ -48,7 +44,10 @@ struct ScreenRow
     long time = 0;                    ///< of the most prominent item: seconds since the epoch, UTC
     std::string when;                 ///< the same, told relative to now; "" for a contact without items
     std::string shortId;              ///< "phantom" for a row that has no id of its own
+    CloudDetails cloud;
 
+    /** Neither a contact's placeholder has one, nor an entry of the network's directories. */
+    bool hasTime() const { return items > 0 && time != 0; }
     bool isLive() const { return liveness != HISTORY; }
     bool hasNews() const { return newMissedCalls > 0 || newVoicemails.value_or(0) != 0; }
 };

@@ -22,6 +22,9 @@ constexpr std::size_t ID_COLUMNS = 9;  ///< a short id and two blanks
 constexpr std::size_t NAME_COLUMNS =
     SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - NEW_COLUMNS - 4;
 
+constexpr const char* DETAIL_INDENT = "        "; ///< below the name, a little further in
+constexpr std::size_t DETAIL_COLUMN = 6;
+
 const char* markOf(const ScreenRow& row)
 {
     switch (row.liveness)
@@ -112,6 +115,13 @@ std::string newOf(const ScreenRow& row)
     return count > 0 ? " (" + std::to_string(count) + " new)" : "";
 }
 
+/** A party of the cloud has its presence where others have their number. */
+std::string besideName(const ScreenRow& row)
+{
+    const std::string& number = row.name.empty() ? std::string() : row.number;
+    return number.empty() ? row.cloud.presence : number;
+}
+
 /** How many items the row holds and how many are new. The latter may need the blank before the former. */
 std::string countsOf(const ScreenRow& row, bool withIds)
 {
@@ -119,6 +129,42 @@ std::string countsOf(const ScreenRow& row, bool withIds)
     const std::size_t excess = news.size() > NEW_COLUMNS ? news.size() - NEW_COLUMNS : 0;
     return rightAligned(std::to_string(row.items), ITEMS_COLUMNS - excess) +
            leftAligned(news, withIds ? NEW_COLUMNS + excess : news.size());
+}
+
+void addMessage(nlohmann::ordered_json& object, const CloudMessage& message)
+{
+    object["sender"] = message.sender;
+    if (message.notice)
+    {
+        object["notice"] = *message.notice;
+        object["affectedUsers"] = message.affectedUsers;
+        return;
+    }
+    object["subject"] = message.subject;
+    object["text"] = message.text;
+    object["attachments"] = message.attachments;
+}
+
+/** What a row does not tell is left out: rows of the telephone's own conversations have nothing of this. */
+void addCloudDetails(nlohmann::ordered_json& object, const CloudDetails& details)
+{
+    if (!details.presence.empty())
+    {
+        object["presence"] = details.presence;
+    }
+    if (details.message)
+    {
+        addMessage(object, *details.message);
+    }
+    if (!details.participants.empty())
+    {
+        object["participants"] = details.participants;
+    }
+    if (!details.bridgeNumbers.empty() || !details.pin.empty() || details.isModerated)
+    {
+        object["meeting"] = {
+            {"bridgeNumbers", details.bridgeNumbers}, {"pin", details.pin}, {"moderated", details.isModerated}};
+    }
 }
 
 std::string ruler(bool withIds)
@@ -133,23 +179,27 @@ std::string ruler(bool withIds)
 }
 } // namespace
 
-void printScreen(std::ostream& stream, const std::string& clock, const std::vector<ScreenRow>& rows, bool withIds)
+void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vector<ScreenRow>& rows, bool withIds)
 {
     const std::string summary = summaryOf(rows);
-    stream << "  " << leftAligned(clock, SCREEN_COLUMNS - columnsOf(summary)) << summary << '\n';
+    stream << "  " << leftAligned(title.text, SCREEN_COLUMNS - columnsOf(summary)) << summary << '\n';
     stream << "  " << ruler(withIds) << '\n';
     for (const ScreenRow& row : rows)
     {
         // A party without a name is shown by its number, as on any telephone.
         stream << "  " << markOf(row) << ' ' << arrowOf(row.direction) << ' '
                << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
-               << leftAligned(row.name.empty() ? "" : row.number, NUMBER_COLUMNS) << ' '
-               << leftAligned(row.state, STATE_COLUMNS) << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' '
-               << countsOf(row, withIds) << (withIds ? "  " + row.shortId : "") << '\n';
+               << leftAligned(besideName(row), NUMBER_COLUMNS) << ' ' << leftAligned(row.state, STATE_COLUMNS) << ' '
+               << leftAligned(row.when, WHEN_COLUMNS) << ' ' << countsOf(row, withIds)
+               << (withIds ? "  " + row.shortId : "") << '\n';
+        for (const std::string& line : row.cloud.lines())
+        {
+            stream << DETAIL_INDENT << shortened(line, SCREEN_COLUMNS - DETAIL_COLUMN) << '\n';
+        }
     }
     if (rows.empty())
     {
-        stream << "  no calls\n";
+        stream << "  " << title.whenEmpty << '\n';
     }
 }
 
@@ -166,7 +216,7 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
             {"direction", nameOf(row.direction)},
             {"live", row.isLive()},
             {"newMissedCalls", row.newMissedCalls},
-            {"time", row.items == 0 ? "" : formatMoment(row.time)},
+            {"time", row.hasTime() ? formatMoment(row.time) : ""},
             {"when", row.when},
             {"items", row.items},
         });
@@ -174,6 +224,7 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
         {
             object["newVoicemails"] = *row.newVoicemails;
         }
+        addCloudDetails(object, row.cloud);
         if (withIds)
         {
             object["id"] = row.shortId;

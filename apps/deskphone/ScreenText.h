@@ -9,8 +9,13 @@
 
 namespace Deskphone
 {
-/** `clock` is what stands at the head of the screen. */
-void printScreen(std::ostream& stream, const std::string& clock, const std::vector<ScreenRow>& rows, bool withIds);
+struct ScreenTitle
+{
+    std::string text;      ///< at the head of the screen
+    const char* whenEmpty; ///< in place of rows when there are none
+};
+
+void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vector<ScreenRow>& rows, bool withIds);
 
 /** `line` is that of the trace after which the screen looks so, 0 without a trace. */
 void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds);

@@ -1,6 +1,7 @@
 #include "Telephone.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "NetworkEntries.h"
 #include "host/Clock.h"
 
 #include <vector>
@@ -19,9 +20,12 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
     : digitAnalysis_(settings.numbers), translator_(settings.language),
       journal_(openJournal(journalFile, settings.history)), participantFactory_(&digitAnalysis_),
       itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_),
-      history_(&journal_, &itemFactory_, &digitAnalysis_, &Host::currentTime), journalUpdates_(history_, journal_),
+      history_(&journal_, &itemFactory_, &digitAnalysis_, &Host::currentTime),
+      networkCalls_(&networkLog_, &itemFactory_, &conversationFactory_), journalUpdates_(history_, journal_),
       callControl_(liveCalls_, journal_), itemAggregator_(&conversationFactory_), contacts_(conversationFactory_),
-      local_(itemFactory_), provider_(&itemFactory_), times_(&Host::currentTime)
+      cloudConversations_(&itemFactory_, &conversationFactory_, &cloudListStarter_),
+      cloudNotices_(cloudService_, cloudConversations_), local_(itemFactory_), cloud_(itemFactory_),
+      provider_(&itemFactory_), times_(&Host::currentTime)
 {
     wireFactories();
     wireLists();
@@ -33,9 +37,12 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
 Telephone::~Telephone()
 {
     journal_.removeObserver(&journalUpdates_);
+    networkLog_.setObserver(nullptr);
+    networkCalls_.clearObserver();
     liveCalls_.clearObserver();
     history_.clearObserver();
     provider_.setSource(nullptr, false);
+    cloudListStarter_.setAggregator(nullptr);
     idGenerator_.setConversationSources({});
 }
 
@@ -47,11 +54,14 @@ void Telephone::wireFactories()
     idGenerator_.setConversationSources({&itemAggregator_, &contacts_});
 }
 
-/** In preferred order: what the first source says of a party comes first. */
+/** Sources in preferred order: what the first one says of a party comes first. */
 void Telephone::wireLists()
 {
     local_.aggregator.setSources({&itemAggregator_, &contacts_}, false);
+    cloud_.aggregator.setSources({&cloudConversations_}, false);
+    cloudListStarter_.setAggregator(&cloud_.aggregator);
     switch_.addNormalAggregator(&local_.aggregator);
+    switch_.addQuorvelAggregator(&cloud_.aggregator);
     switch_.addConversationListProvider(&provider_);
     switch_.useConversationListProvider();
 }
@@ -70,14 +80,20 @@ void Telephone::wireDisplay(const TelephoneSettings& settings)
     times_.dateFormatChanged(settings.dateFormat);
 }
 
-/** The history is there as soon as the journal service has accepted the subscription; this one does so at once. */
+/**
+ * The history is there as soon as the journal service has accepted the subscription; this one does so at once. The
+ * cloud's conversations come when somebody signs in.
+ */
 void Telephone::startSources()
 {
-    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &liveCalls_};
+    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &networkCalls_, &liveCalls_};
     itemAggregator_.addItemSources(sources);
     journal_.addObserver(&journalUpdates_);
     history_.setJournalServiceSubscribed(true);
     history_.notifyObserversForSubscription();
+    networkLog_.setObserver([this](const auto& updatedDirectories, const auto& entries)
+                            { networkCalls_.broadsoftCallLogChanged(updatedDirectories, entries); });
+    networkCalls_.init();
     local_.aggregator.start();
 }
 
@@ -102,10 +118,48 @@ void Telephone::markMissedRead(const ConversationAPI::Conversation& row)
     history_.ageAllMissedCalls(row.getJournalServiceEntries());
 }
 
+/**
+ * The network deletes entry by entry, and only when asked through its source: left alone, its calls would bring the
+ * row back with the next change of the log. They come last: without them the row might be a contact's alone, who
+ * would be deleted with it.
+ */
+void Telephone::deleteRow(const ConversationAPI::Conversation& row)
+{
+    const std::vector<NetworkEntry> entries = networkEntriesOf(networkCalls_, row);
+    switch_.deleteConversation(row.getConversationId());
+    deleteNetworkEntries(networkCalls_, entries);
+}
+
+/** The source tells those who show its own list; which items it gives for the history depends on the state, too. */
+void Telephone::networkShowStateChanged(int state)
+{
+    networkCalls_.showStateChanged(state);
+    itemAggregator_.conversationItemsChanged();
+}
+
 void Telephone::sortRows(RowOrder order)
 {
-    local_.aggregator.setSortType(order);
+    shown().aggregator.setSortType(order);
     switch_.conversationsChanged();
+}
+
+/**
+ * start() puts a list in order whose rows changed one by one. The provider comes last: it tells the display, which has
+ * moved by then, also a list that is not ready yet.
+ */
+void Telephone::showList(List list)
+{
+    shownList_ = list;
+    if (list == CLOUD_LIST)
+    {
+        switch_.useQuorvelConversationAggregator();
+    }
+    else
+    {
+        switch_.useNormalConversationAggregator();
+    }
+    shown().aggregator.start();
+    provider_.setSource(&shown().forProvider, true);
 }
 
 const ConversationAPI::Conversation* Telephone::row(long place) const

@@ -10,34 +10,44 @@
  *
  *     calls ─────────▶ callControl() ──▶ liveCalls_ ─┐ items              conversations         rows
  *                      callControl() ──▶ journal()   │
- *     journal() ─────▶ journalUpdates_ ─▶ history_ ──┴──▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
- *     mailbox ───────▶ mailbox() (history_)                                   │            └──▶ provider_ ──▶ display_
+ *     journal() ─────▶ journalUpdates_ ─▶ history_ ──┼──▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
+ *     mailbox ───────▶ mailbox() (history_)          │                        │            └──▶ provider_ ──▶ display_
+ *     networkLog() ──▶ networkCalls_ ────────────────┘                        │
  *     phonebook ─────▶ contacts() ────────────────────────────────────────────┘
+ *     cloud() ───────▶ cloudNotices_ ──▶ cloudConversations_ ───────────────────▶ cloud_, in place of local_
  *     configuration ─▶ setVoiceMailNumber()
- *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ contacts()
- *                                                        local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal()
+ *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal()
+ *                                                        local_ ──▶ contacts()
+ *                                          provider_ ──▶ cloud_ ──▶ cloudConversations_
+ *     user ──────────▶ showList() ──▶ conversations(), provider_: local_ or cloud_
  *     contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  */
 #pragma once
 
+#include "CloudListStarter.h"
 #include "CombinedList.h"
 #include "ContactBook.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
 #include "ConversationAPI/AggregatorSwitch.h"
+#include "ConversationAPI/BroadsoftServiceConversationItemSource.h"
 #include "ConversationAPI/ConversationFactory.h"
 #include "ConversationAPI/ConversationItemAggregator.h"
 #include "ConversationAPI/ConversationItemFactory.h"
 #include "ConversationAPI/ConversationListProvider.h"
 #include "ConversationAPI/ConversationParticipantFactory.h"
 #include "ConversationAPI/JournalServiceConversationItemSource.h"
+#include "ConversationAPI/QuorvelServiceConversationSource.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "ConversationAPI/RelativeTimeFormatter.h"
 #include "JournalUpdates.h"
 #include "TelephoneSettings.h"
 #include "host/CallControl.h"
+#include "host/CloudNotices.h"
+#include "host/CloudService.h"
 #include "host/DigitAnalysis.h"
 #include "host/DisplayModel.h"
 #include "host/Journal.h"
+#include "host/NetworkCallLog.h"
 #include "host/Translator.h"
 
 #include <filesystem>
@@ -52,6 +62,13 @@ class Telephone
     {
         BY_TIME = 0, ///< live calls first, then newest first
         BY_NAME = 1
+    };
+
+    /** Which conversations the screen shows. */
+    enum List
+    {
+        LOCAL_LIST, ///< calls, the mailbox and contacts
+        CLOUD_LIST
     };
 
     /** The history is kept in the file; "" for a history that nobody keeps. */
@@ -72,6 +89,12 @@ class Telephone
     /** The message-waiting indication: setVoiceMailMessagesCount(), setNoVoiceMailMessageWaiting(). */
     ConversationAPI::JournalServiceConversationItemSource& mailbox() { return history_; }
 
+    /** The call logs and directories that the network keeps for the user. */
+    Host::NetworkCallLog& networkLog() { return networkLog_; }
+
+    /** The cloud service. */
+    Host::CloudService& cloud() { return cloudService_; }
+
     /** The phonebook. */
     ContactBook& contacts() { return contacts_; }
 
@@ -83,12 +106,27 @@ class Telephone
     /** Look-ups, deletion, marking as read. */
     ConversationAPI::AggregatorSwitchIfc& conversations() { return switch_; }
 
+    /** Deletes a row of the shown list: of the history's with the calls that the network has of it. */
+    void deleteRow(const ConversationAPI::Conversation& row);
+
     /** The user has looked at the missed calls of a row. */
     void markMissedRead(const ConversationAPI::Conversation& row);
 
     /** Has the rows of the history made anew from the journal. */
     void reloadHistory();
+
+    /** 0 or 6 while the display shows the call history; in any other state the network's entries are not part of it. */
+    void networkShowStateChanged(int state);
+
+    /** Each list keeps its own order; this one is the shown list's. */
     void sortRows(RowOrder order);
+
+    /** At first the local list is shown. The other one is kept up to date meanwhile. */
+    void showList(List list);
+    List shownList() const { return shownList_; }
+
+    /** Who is signed in to the cloud; "" for nobody. */
+    std::string cloudUserName() const { return cloudConversations_.displayName(); }
 
     /** What the screen shows, from top to bottom; valid until the next event. */
     const Host::DisplayModel::Rows& rows() const { return display_.rows(); }
@@ -106,11 +144,14 @@ class Telephone
     void wireLists();
     void wireDisplay(const TelephoneSettings& settings);
     void startSources();
+    CombinedList& shown() { return shownList_ == CLOUD_LIST ? cloud_ : local_; }
 
     // What the library builds on.
     Host::DigitAnalysis digitAnalysis_;
     Host::Translator translator_;
     Host::Journal journal_;
+    Host::NetworkCallLog networkLog_;
+    Host::CloudService cloudService_;
 
     // Factories; the generator remembers which conversation had which id.
     ConversationAPI::ConversationParticipantFactory participantFactory_;
@@ -124,6 +165,7 @@ class Telephone
     // Sources of items.
     ConversationAPI::ActiveCallConversationItemSource liveCalls_;
     ConversationAPI::JournalServiceConversationItemSource history_;
+    ConversationAPI::BroadsoftServiceConversationItemSource networkCalls_;
 
     // What reports to them.
     JournalUpdates journalUpdates_;
@@ -132,10 +174,15 @@ class Telephone
     // Sources of conversations.
     ConversationAPI::ConversationItemAggregator itemAggregator_;
     ContactBook contacts_;
+    CloudListStarter cloudListStarter_; ///< what the next tells of log-ins
+    ConversationAPI::QuorvelServiceConversationSource cloudConversations_;
+    Host::CloudNotices cloudNotices_; ///< what reports to the last
 
-    // The list in which each party stands once. A second one, for a cloud service, would stand beside it; whoever
-    // turns the switch to the other list also hands its source to the provider.
+    // The lists in which each party stands once. Whoever turns the switch to the other one also hands its source to the
+    // provider: see showList().
     CombinedList local_;
+    CombinedList cloud_;
+    List shownList_ = LOCAL_LIST;
 
     // What the user interface sees of them.
     ConversationAPI::AggregatorSwitch switch_;

@@ -2,7 +2,6 @@
 
 #include <clocale>
 #include <cwchar>
-#include <vector>
 
 namespace Deskphone
 {
@@ -102,5 +101,20 @@ std::string rightAligned(const std::string& text, std::size_t columns)
 {
     const Character fit = fitted(text, columns);
     return std::string(columns - fit.columns, ' ') + fit.bytes;
+}
+
+std::string shortened(const std::string& text, std::size_t columns)
+{
+    return fitted(text, columns).bytes;
+}
+
+std::string joined(const std::vector<std::string>& texts, const char* between)
+{
+    std::string all;
+    for (const std::string& text : texts)
+    {
+        all += (all.empty() || text.empty() ? "" : between) + text;
+    }
+    return all;
 }
 } // namespace Deskphone

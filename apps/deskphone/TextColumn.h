@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace Deskphone
 {
@@ -16,4 +17,10 @@ std::size_t columnsOf(const std::string& text);
  *  be shown becomes '?'. */
 std::string leftAligned(const std::string& text, std::size_t columns);
 std::string rightAligned(const std::string& text, std::size_t columns);
+
+/** The text in at most so many columns, cut in the same way. */
+std::string shortened(const std::string& text, std::size_t columns);
+
+/** Those of the texts that are not empty. */
+std::string joined(const std::vector<std::string>& texts, const char* between);
 } // namespace Deskphone

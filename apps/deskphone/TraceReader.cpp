@@ -80,10 +80,10 @@ nlohmann::json parseObject(const std::string& line)
     }
 }
 
-/** A value without the quotes and brackets of JSON: "Anna Berg 030 1234567" for a party. */
+/** A value without the quotes and brackets of JSON: "Anna Berg 030 1234567" for a party, "u1 u2" for a list. */
 std::string describeValue(const nlohmann::json& value)
 {
-    if (!value.is_object())
+    if (!value.is_structured())
     {
         return value.is_string() ? value.get<std::string>() : value.dump();
     }

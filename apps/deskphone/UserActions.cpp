@@ -1,6 +1,5 @@
 #include "UserActions.h"
 
-#include "ConversationAPI/AggregatorSwitchIfc.h"
 #include "ConversationAPI/Conversation.h"
 #include "EventFields.h"
 #include "Telephone.h"
@@ -42,6 +41,6 @@ void deleteRow(Telephone& telephone, const Conversation& row)
     {
         throw NotPossible("the telephone does not offer to delete this row");
     }
-    telephone.conversations().deleteConversation(row.getConversationId());
+    telephone.deleteRow(row);
 }
 } // namespace Deskphone

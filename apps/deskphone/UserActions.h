@@ -18,6 +18,6 @@ const ConversationAPI::Conversation& rowAtPlace(const Telephone& telephone, long
 /** The first row with the number, in any spelling. Throws NotPossible when there is none. */
 const ConversationAPI::Conversation& rowWithNumber(Telephone& telephone, const std::string& number);
 
-/** With all calls that the journal has of it. Throws NotPossible for the mailbox's row and that of a live call. */
+/** With all of its calls. Throws NotPossible for the row of the mailbox, of a live call or of the network's calls. */
 void deleteRow(Telephone& telephone, const ConversationAPI::Conversation& row);
 } // namespace Deskphone

@@ -21,6 +21,15 @@ const EventFields::Choices<Telephone::RowOrder>& orders()
     return all;
 }
 
+const EventFields::Choices<Telephone::List>& lists()
+{
+    static const EventFields::Choices<Telephone::List> all = {
+        {"local", Telephone::LOCAL_LIST},
+        {"cloud", Telephone::CLOUD_LIST},
+    };
+    return all;
+}
+
 /** The user means a row by its place on the screen, or by a number that it has. */
 class RowEvent : public Event
 {
@@ -80,6 +89,18 @@ class SortRows : public Event
     const Telephone::RowOrder order_;
 };
 
+class ShowList : public Event
+{
+  public:
+    ShowList(EventFields& fields, long) : list_(fields.requiredChoice("list", lists())) {}
+
+    void apply(Telephone& telephone) const override { telephone.showList(list_); }
+    void write(FieldWriter& fields) const override { fields.choice("list", lists(), list_); }
+
+  private:
+    const Telephone::List list_;
+};
+
 void deleteAll(Telephone& telephone)
 {
     telephone.conversations().deleteConversations();
@@ -98,5 +119,6 @@ void addUserEvents(EventCatalogue& catalogue)
     catalogue.add("user-delete-all", deleteAll);
     catalogue.add("user-mark-missed-read", markMissedRead);
     catalogue.add<SortRows>("user-sort");
+    catalogue.add<ShowList>("user-list");
 }
 } // namespace Deskphone

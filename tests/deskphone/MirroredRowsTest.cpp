@@ -48,8 +48,8 @@ class RandomDay
             EXPECT_TRUE(row->getConversationItemsSize() > 0 || row->getContactSource() != Conversation::NO_CONTACT);
             for (const auto& item : row->items())
             {
-                ++places[item->getItemId() + " of " + std::to_string(item->timeStampUTC()) + " call " +
-                         item->getCallId()];
+                ++places[item->getItemId() + item->conversationItemId() + " of " +
+                         std::to_string(item->timeStampUTC()) + " call " + item->getCallId()];
                 liveCalls.insert(item->getCallId());
             }
         }
@@ -59,7 +59,8 @@ class RandomDay
         }
         for (const auto& live : parties_)
         {
-            EXPECT_EQ(liveCalls.count(live.first), 1U) << live.first << " is in no row";
+            const bool isShown = telephone_.shownList() == Deskphone::Telephone::LOCAL_LIST;
+            EXPECT_EQ(liveCalls.count(live.first), isShown ? 1U : 0U) << live.first << " is in no row";
         }
     }
 
@@ -137,8 +138,41 @@ class RandomDay
             [this] { telephone_.conversations().markAllMissedCallsRead(); },
             [this] { telephone_.conversations().conversationsChanged(); },
             [this] { changeContact(); },
+            [this] { changeNetworkLog(); },
+            [this] { telephone_.networkShowStateChanged(static_cast<int>(3 * below(3))); },
+            [this] { changeCloud(); },
+            [this] { telephone_.showList(Deskphone::Telephone::List(below(2))); },
         };
         all[below(static_cast<unsigned>(all.size()))]();
+    }
+
+    void changeNetworkLog()
+    {
+        static const std::vector<std::string> numbers{"030 23125000", "4711", "0511 3456789"};
+        Host::NetworkCallLogEntry entry;
+        entry.kind = Host::NetworkCallLogEntry::Kind(below(3));
+        entry.callLogId = "network" + std::to_string(entry.kind) + std::to_string(below(4));
+        entry.time = Host::localIso8601(loop_.now() - below(100000));
+        entry.number = numbers[below(3)];
+        below(4) == 0 ? telephone_.networkLog().remove(entry.kind, entry.callLogId)
+                      : telephone_.networkLog().add(entry);
+    }
+
+    /** Conversation 0 is a group, the others are with one user each. */
+    void changeCloud()
+    {
+        Host::CloudService& cloud = telephone_.cloud();
+        const std::string number = std::to_string(below(3));
+        const std::string user = "user" + number;
+        cloud.putUser({user, "", below(2) == 0 ? "Berg" : "Vogt", "", "", "", Quorvel::PresenceState::OFFLINE});
+        cloud.setPresence(user, Quorvel::PresenceState(below(5)));
+        below(4) == 0 ? cloud.logOut() : static_cast<void>(cloud.logIn("user0"));
+        cloud.putItem({"item" + std::to_string(below(20)), number, user, loop_.now() - below(3), 0, "", "text", 0, {}});
+        if (cloud.conversation(number) == nullptr)
+        {
+            cloud.putConversation({number, number == "0" ? 1 : 0, "", user, {"user0", user}, false, {}});
+            cloud.putItem({"first" + number, number, user, loop_.now(), 0, "", "text", 0, {}});
+        }
     }
 
     void removeEntry()
@@ -169,7 +203,7 @@ class RandomDay
         const auto isCall = [](const auto& item) { return !item->getCallId().empty(); };
         if (row != nullptr && std::none_of(row->items().begin(), row->items().end(), isCall))
         {
-            telephone_.conversations().deleteConversation(row->getConversationId());
+            telephone_.deleteRow(*row);
         }
     }
 
