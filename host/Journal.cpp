@@ -1,12 +1,13 @@
 #include "host/Journal.h"
 
+#include "host/internal/JournalDatabase.h"
 #include "host/internal/JournalEntries.h"
-#include "host/internal/JournalFile.h"
+#include "host/internal/ReportQueue.h"
+#include "host/internal/WriteBehind.h"
 #include "platform/Logging.h"
 #include "src/Observers.h"
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -18,7 +19,6 @@ using Info = MissedCallItem::MissedCallInfo;
 using Observer = JournalServiceObserverIfc;
 
 constexpr const char* LOG_FILE = "./host/Journal";
-constexpr std::int64_t RETRY_MS = 30'000;
 constexpr std::size_t LONGEST_TEXT = 1000;
 
 bool isContinuationByte(char byte)
@@ -115,11 +115,15 @@ void append(JournalEntries::Changes& changes, JournalEntries::Changes more)
 }
 } // namespace
 
-Journal::Journal(const JournalLimits& limits) : limits_(limits), entries_(std::make_unique<JournalEntries>(limits)) {}
+Journal::Journal(const JournalLimits& limits)
+    : limits_(limits), entries_(std::make_unique<JournalEntries>(limits)),
+      reports_(std::make_unique<ReportQueue<JournalChange>>())
+{
+}
 
 Journal::Journal(const std::filesystem::path& file, const JournalLimits& limits) : Journal(limits)
 {
-    file_ = std::make_unique<JournalFile>(file, limits.fileSize);
+    file_ = std::make_unique<WriteBehind<JournalDatabase>>(file, limits.fileSize);
     settle({});
 }
 
@@ -152,7 +156,7 @@ std::string Journal::entryId(const JournalCall& call)
 
 bool Journal::isStored() const
 {
-    return unsaved_.empty() && !deletedWhileClosed_ && (hasReadFile_ || !file_);
+    return !file_ || file_->isUpToDate();
 }
 
 bool Journal::store()
@@ -234,7 +238,10 @@ bool Journal::getCall(const std::string& entryId, ForwardedCallItem& record)
 
 void Journal::deleteAllEntries()
 {
-    deletedWhileClosed_ = file_ && !file_->isOpen(); // it may hold more than is known here
+    if (file_)
+    {
+        file_->allRemoved();
+    }
     settle(entries_->removeAll());
 }
 
@@ -261,118 +268,44 @@ void Journal::settle(Changes changes)
     {
         for (const JournalChange& change : changes)
         {
-            unsaved_.insert(change.entry.id);
+            file_->changed(change.entry.id);
         }
         append(changes, write());
-        startTimer();
+        file_->startTimer([this] { settle({}); });
     }
-    report(std::move(changes));
+    reports_->report(std::move(changes), [this](const JournalChange& change) { tell(change); });
 }
 
-bool Journal::isWaiting() const
-{
-    return file_ && (!file_->isOpen() || !unsaved_.empty());
-}
-
-/** Twice, because a file that turns out to be damaged or gone is followed by a new one. Gives what changed because a
- *  file was opened. */
+/** Gives what changed because a file was opened. */
 Journal::Changes Journal::write()
 {
     Changes changes;
-    for (int attempts = 2; attempts > 0 && isWaiting(); --attempts)
+    if (file_)
     {
-        std::vector<JournalEntry> stored;
-        if (!file_->isOpen() && file_->open(hasReadFile_, stored))
-        {
-            append(changes, adopt(std::move(stored)));
-        }
-        const bool wasOpen = file_->isOpen();
-        if (wasOpen && !unsaved_.empty() && file_->write(unsaved_, *entries_))
-        {
-            unsaved_.clear();
-        }
-        if (!wasOpen || file_->isOpen())
-        {
-            break; // at once, it would go no better
-        }
+        file_->write(*entries_, [&](std::vector<JournalEntry> stored) { return adopt(std::move(stored), changes); });
     }
     return changes;
 }
 
-/**
- * Puts what is known here on top of what the file holds. An entry that was changed here since the file was read, or
- * deleted at any time, counts as it is here.
- */
-Journal::Changes Journal::adopt(std::vector<JournalEntry> stored)
+/** Puts the calls that are known here on top of what the file holds; gives the ids of the entries that it lacks so. */
+std::set<std::string> Journal::adopt(std::vector<JournalEntry> stored, Changes& changes)
 {
-    // Before the file was first read, an entry of it that is known here, too, is not outdated: both have calls of it.
-    const auto isOutdated = [this](const JournalEntry& entry)
-    {
-        const bool isChanged = unsaved_.count(entry.id) != 0;
-        return deletedWhileClosed_ || (isChanged && (hasReadFile_ || entries_->find(entry.id) == nullptr));
-    };
-    const auto outdated = std::stable_partition(stored.begin(), stored.end(), std::not_fn(isOutdated));
-    std::for_each(outdated, stored.end(), [this](const JournalEntry& entry) { unsaved_.insert(entry.id); });
-    stored.erase(outdated, stored.end());
-
-    auto merged = std::make_unique<JournalEntries>(limits_);
-    merged->load(std::move(stored));
+    JournalEntries merged(limits_);
+    merged.load(std::move(stored));
+    std::set<std::string> differing;
     for (const JournalCall& call : entries_->calls())
     {
-        for (const JournalChange& change : merged->add(call))
+        for (const JournalChange& change : merged.add(call))
         {
-            unsaved_.insert(change.entry.id);
+            differing.insert(change.entry.id);
         }
     }
-    std::swap(entries_, merged);
-    if (file_->isOpen())
+    std::swap(*entries_, merged);
+    if (!observers_.empty())
     {
-        deletedWhileClosed_ = false;
+        append(changes, entries_->changesSince(merged));
     }
-    hasReadFile_ = true;
-    return observers_.empty() ? Changes() : entries_->changesSince(*merged);
-}
-
-/** A thread without a loop has no better moment for a checkpoint than this one. */
-void Journal::startTimer()
-{
-    if (timerRuns_ || (!isWaiting() && !file_->needsCheckpoint()))
-    {
-        return;
-    }
-    if (EventLoop* loop = EventLoop::current())
-    {
-        timer_ = loop->startTimer(RETRY_MS, [this] { timerFired(); });
-        timerRuns_ = true;
-    }
-    else
-    {
-        file_->checkpoint();
-    }
-}
-
-void Journal::timerFired()
-{
-    timerRuns_ = false;
-    file_->checkpoint();
-    settle({});
-}
-
-/** What an observer changes while it is told is told after that, so that all are told in one order. */
-void Journal::report(Changes changes)
-{
-    std::move(changes.begin(), changes.end(), std::back_inserter(reports_));
-    if (std::exchange(isTelling_, true))
-    {
-        return;
-    }
-    while (!reports_.empty())
-    {
-        const JournalChange change = std::move(reports_.front());
-        reports_.pop_front();
-        tell(change);
-    }
-    isTelling_ = false;
+    return differing;
 }
 
 void Journal::tell(const JournalChange& change)

@@ -18,13 +18,11 @@
  */
 #pragma once
 
-#include "host/EventLoop.h"
 #include "host/JournalCall.h"
 #include "platform/JournalServiceIfc.h"
 
 #include <deque>
 #include <filesystem>
-#include <list>
 #include <memory>
 #include <set>
 #include <string>
@@ -33,9 +31,13 @@
 namespace Host
 {
 class JournalEntries;
-class JournalFile;
+class JournalDatabase;
 struct JournalChange;
 struct JournalEntry;
+template <typename Change>
+class ReportQueue;
+template <typename Database>
+class WriteBehind;
 
 class Journal final : public JournalServiceIfc
 {
@@ -103,24 +105,14 @@ class Journal final : public JournalServiceIfc
     bool findRecord(const std::string& entryId, Record& record) const;
 
     void settle(Changes changes);
-    bool isWaiting() const;
     Changes write();
-    Changes adopt(std::vector<JournalEntry> stored);
-    void startTimer();
-    void timerFired();
-    void report(Changes changes);
+    std::set<std::string> adopt(std::vector<JournalEntry> stored, Changes& changes);
     void tell(const JournalChange& change);
 
     const JournalLimits limits_;
     std::unique_ptr<JournalEntries> entries_;
-    std::unique_ptr<JournalFile> file_; ///< null when there is none
-    std::set<std::string> unsaved_;     ///< ids of entries whose state, existing or not, the file does not have
-    bool hasReadFile_ = false;          ///< whether the entries hold what the file held at first
-    bool deletedWhileClosed_ = false;   ///< whether all entries were deleted since the file was last in reach
+    std::unique_ptr<WriteBehind<JournalDatabase>> file_; ///< null when there is none
     std::vector<JournalServiceObserverIfc*> observers_;
-    std::list<JournalChange> reports_; ///< what observers are still to be told
-    bool isTelling_ = false;
-    TimerHandle timer_;
-    bool timerRuns_ = false;
+    std::unique_ptr<ReportQueue<JournalChange>> reports_; ///< what observers are still to be told
 };
 } // namespace Host

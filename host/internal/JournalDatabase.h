@@ -1,35 +1,23 @@
-/**
- * The call journal's SQLite file: its schema, and reading and writing entries.
- *
- * Everything throws SQLite::Exception when SQLite fails, with SQLITE_CORRUPT also for content that breaks the schema
- * and SQLITE_READONLY for a file that can only be read.
- */
+/** The call journal's SQLite file: its schema, and reading and writing entries. Throws as StoredDatabase does. */
 #pragma once
 
+#include "host/internal/FileFaults.h"
 #include "host/internal/JournalEntries.h"
+#include "host/internal/StoredDatabase.h"
 
-#include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Statement.h>
-#include <cstdint>
-#include <filesystem>
 #include <set>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace Host
 {
-/** The schema is one that this program does not know yet. */
-class NewerJournalSchema : public std::runtime_error
+class JournalDatabase final : public StoredDatabase
 {
   public:
-    NewerJournalSchema();
-};
+    using Record = JournalEntry;
+    using Content = JournalEntries;
 
-class JournalDatabase
-{
-  public:
-    /** Opens the file for writing, or makes one, brings it to the present schema and checks it. */
+    static constexpr FileWording WORDING{"journal", "call journal"};
+
     JournalDatabase(const std::filesystem::path& file, std::uint64_t maxSize);
 
     /** The entries of a file that cannot be written, with the present schema; `lacksLog` tells whether those are
@@ -42,16 +30,9 @@ class JournalDatabase
      *  returns, they are on the disk. */
     void write(const std::set<std::string>& entryIds, const JournalEntries& entries);
 
-    /** Moves what is in the write-ahead log to the file proper, as far as nobody is reading it. */
-    void checkpoint();
-
-    /** Whether the file is still there under its name. */
-    bool isInPlace();
-
   private:
     void insert(const JournalEntry& entry);
 
-    SQLite::Database database_;
     SQLite::Statement deleteCalls_;
     SQLite::Statement deleteEntry_;
     SQLite::Statement insertEntry_;
