@@ -7,7 +7,7 @@
 #pragma once
 
 #include "ConversationAPI/AggregatorConversationSource.h"
-#include "ConversationAPI/ConversationAggregator.h"
+#include "ConversationAPI/SearchableConversationSource.h"
 
 namespace Deskphone
 {
@@ -23,7 +23,7 @@ struct CombinedList
     CombinedList(const CombinedList&) = delete;
     CombinedList& operator=(const CombinedList&) = delete;
 
-    ConversationAPI::ConversationAggregator aggregator;
+    ConversationAPI::SearchableConversationSource aggregator;
     ConversationAPI::AggregatorConversationSource forProvider;
 };
 } // namespace Deskphone

@@ -1,3 +1,4 @@
+#include "ContactFields.h"
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
 #include "Telephone.h"
@@ -10,29 +11,23 @@ namespace
 class ContactStored : public Event
 {
   public:
-    ContactStored(EventFields& fields, long)
-        : contact_{fields.requiredText("contactId"),
-                   fields.text("first"),
-                   fields.text("last"),
-                   fields.text("work"),
-                   fields.text("work2"),
-                   fields.text("mobile"),
-                   fields.text("home")}
-    {
-    }
+    ContactStored(EventFields& fields, long) : contact_(readContact(fields, fields.requiredText("contactId"))) {}
 
-    void apply(Telephone& telephone) const override { telephone.contacts().put(contact_); }
+    void apply(Telephone& telephone) const override { telephone.phonebook().write(writeRequest(contact_), true); }
+    void write(FieldWriter& fields) const override { writeContact(fields, contact_); }
 
-    void write(FieldWriter& fields) const override
-    {
-        fields.text("contactId", contact_.contactId);
-        fields.text("first", contact_.first);
-        fields.text("last", contact_.last);
-        fields.text("work", contact_.work);
-        fields.text("work2", contact_.work2);
-        fields.text("mobile", contact_.mobile);
-        fields.text("home", contact_.home);
-    }
+  private:
+    const Contact contact_;
+};
+
+/** One of another telephone's, which the own phonebook takes over under an id of its own. */
+class BluetoothContact : public Event
+{
+  public:
+    BluetoothContact(EventFields& fields, long) : contact_(readContact(fields, "")) {}
+
+    void apply(Telephone& telephone) const override { telephone.importBluetoothContact(writeRequest(contact_)); }
+    void write(FieldWriter& fields) const override { writeContact(fields, contact_); }
 
   private:
     const Contact contact_;
@@ -43,7 +38,7 @@ class ContactRemoved : public Event
   public:
     ContactRemoved(EventFields& fields, long) : contactId_(fields.requiredText("contactId")) {}
 
-    void apply(Telephone& telephone) const override { telephone.contacts().remove(contactId_); }
+    void apply(Telephone& telephone) const override { telephone.phonebook().deleteContact(contactId_); }
     void write(FieldWriter& fields) const override { fields.text("contactId", contactId_); }
 
   private:
@@ -54,6 +49,7 @@ class ContactRemoved : public Event
 void addContactEvents(EventCatalogue& catalogue)
 {
     catalogue.add<ContactStored>("contact");
+    catalogue.add<BluetoothContact>("contact-bluetooth");
     catalogue.add<ContactRemoved>("contact-removed");
 }
 } // namespace Deskphone

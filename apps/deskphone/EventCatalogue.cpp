@@ -26,6 +26,7 @@ EventCatalogue makeCatalogue()
     addCallEvents(catalogue);
     addCloudEvents(catalogue);
     addContactEvents(catalogue);
+    addSearchEvents(catalogue);
     addHistoryEvents(catalogue);
     addNetworkCallEvents(catalogue);
     addUserEvents(catalogue);

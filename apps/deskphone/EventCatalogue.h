@@ -48,6 +48,7 @@ class EventCatalogue
 void addCallEvents(EventCatalogue& catalogue);
 void addCloudEvents(EventCatalogue& catalogue);
 void addContactEvents(EventCatalogue& catalogue);
+void addSearchEvents(EventCatalogue& catalogue);
 void addHistoryEvents(EventCatalogue& catalogue);
 void addNetworkCallEvents(EventCatalogue& catalogue);
 void addUserEvents(EventCatalogue& catalogue);

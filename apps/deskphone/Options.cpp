@@ -31,8 +31,8 @@ Examples:
   deskphone mark-read --row 1
   deskphone delete --number "030 23125000"
 
-The history of calls is kept in the file call-journal.sqlite of the folder --data, by default
-$XDG_DATA_HOME/deskphone or ~/.local/share/deskphone, and is there again at the next start.
+History and contacts are kept in the folder --data, by default $XDG_DATA_HOME/deskphone or
+~/.local/share/deskphone, and are there again at the next start.
 
 Rows: live calls first, ● talking ○ ringing ‖ on hold · ending; then the history, newest first, ! with something new:
 missed calls that nobody has seen, messages in the mailbox. ← incoming, → outgoing, × missed, ↪ forwarded; the last
@@ -108,7 +108,7 @@ void addSettings(CLI::App& command, Options& options)
 
 void addHistoryFile(CLI::App& command, Options& options)
 {
-    CLI::Option* data = command.add_option("--data", options.data, "Folder of the stored history");
+    CLI::Option* data = command.add_option("--data", options.data, "Folder of the stored history and contacts");
     check(data->type_name("DIR"), "folder", isFile);
 }
 
@@ -116,7 +116,7 @@ void addHistoryFile(CLI::App& command, Options& options)
 void addHistoryFileOrNone(CLI::App& command, Options& options)
 {
     addHistoryFile(command, options);
-    command.add_flag("--fresh", options.fresh, "Begin without any history, and keep none")->excludes("--data");
+    command.add_flag("--fresh", options.fresh, "Begin without any history and contacts, and keep none")->excludes("--data");
 }
 
 void addRow(CLI::App& command, Options& options, CLI::App& choice)
@@ -235,7 +235,7 @@ TelephoneSettings Options::over(TelephoneSettings settings) const
     return settings;
 }
 
-std::filesystem::path Options::journalFile() const
+std::filesystem::path Options::dataFolder() const
 {
     if (fresh)
     {
@@ -244,9 +244,9 @@ std::filesystem::path Options::journalFile() const
     const std::filesystem::path folder = data ? std::filesystem::path(*data) : userDataFolder() / "deskphone";
     if (!data && folder.is_relative())
     {
-        throw std::runtime_error("there is no folder for the history: give one with --data, or set HOME");
+        throw std::runtime_error("there is no folder for history and contacts: give one with --data, or set HOME");
     }
-    return folder / "call-journal.sqlite";
+    return folder;
 }
 
 std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)

@@ -56,7 +56,7 @@ struct Options
     TelephoneSettings over(TelephoneSettings settings) const;
 
     /** "" when nothing is to be kept. Throws std::runtime_error when there is no place for it. */
-    std::filesystem::path journalFile() const;
+    std::filesystem::path dataFolder() const;
 };
 
 /** Nothing when the program is to end at once, with the given exit code: help was asked for, or the options are

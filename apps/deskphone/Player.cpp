@@ -1,5 +1,6 @@
 #include "Player.h"
 
+#include "Contact.h"
 #include "HistoryCall.h"
 #include "JournalProblem.h"
 #include "Telephone.h"
@@ -31,6 +32,14 @@ void startRecord(std::optional<TraceRecorder>& recorder, const Trace& trace, con
     {
         refuseToOverwrite(trace.file, *options.record);
         recorder.emplace(*options.record, settings, trace.start);
+    }
+}
+
+void recordContacts(TraceRecorder& recorder, Host::Phonebook& phonebook, long start)
+{
+    for (const std::string& id : phonebook.contactIds())
+    {
+        recorder.recordContact(start, contactOf(phonebook.read(readRequest(id))));
     }
 }
 
@@ -70,10 +79,11 @@ bool play(const Trace& trace, const Options& options, const Watcher& watcher, st
     startRecord(recorder, trace, options, settings);
     Host::SimulatedEventLoop loop(trace.start);
     const Host::EventLoop::Scope scope(loop);
-    Telephone telephone(settings, options.journalFile());
+    Telephone telephone(settings, options.dataFolder());
     JournalProblem problem(telephone.journal(), errors);
     if (recorder)
     {
+        recordContacts(*recorder, telephone.phonebook(), trace.start);
         recordHistory(*recorder, telephone.journal(), trace.start);
     }
     loop.runUntilIdle();

@@ -20,6 +20,16 @@ ScreenTitle titleOf(Telephone& telephone)
     const std::string user = telephone.cloudUserName();
     return {now + "  cloud" + (user.empty() ? ", nobody is signed in" : " of " + user), "no conversations"};
 }
+/** Below the list: what stands in the search field, and what was found. */
+void printSearch(std::ostream& stream, Telephone& telephone, const Options& options)
+{
+    const SearchField& field = telephone.searchField();
+    const std::vector<ScreenRow> rows = foundRows(telephone);
+    const std::string title =
+        "search \"" + field.text() + '"' + (field.isSearching() ? ", the directory is asked" : "");
+    stream << '\n';
+    printScreen(stream, {title, "nobody"}, rows, options.withIds);
+}
 } // namespace
 
 void printList(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line)
@@ -28,10 +38,13 @@ void printList(std::ostream& stream, Telephone& telephone, const Options& option
     if (options.json)
     {
         printJson(stream, line, rows, options.withIds);
+        printFoundJson(stream, line, foundRows(telephone), options.withIds);
+        return;
     }
-    else
+    printScreen(stream, titleOf(telephone), rows, options.withIds);
+    if (!telephone.searchField().text().empty())
     {
-        printScreen(stream, titleOf(telephone), rows, options.withIds);
+        printSearch(stream, telephone, options);
     }
 }
 } // namespace Deskphone

@@ -203,4 +203,14 @@ std::vector<ScreenRow> screenRows(Telephone& telephone)
     }
     return rows;
 }
+
+std::vector<ScreenRow> foundRows(Telephone& telephone)
+{
+    std::vector<ScreenRow> rows;
+    for (const Conversation* conversation : telephone.found())
+    {
+        rows.push_back(screenRow(*conversation, telephone.times()));
+    }
+    return rows;
+}
 } // namespace Deskphone

@@ -61,4 +61,7 @@ std::string numberOf(const ConversationAPI::Conversation& conversation);
 
 /** All rows from top to bottom. */
 std::vector<ScreenRow> screenRows(Telephone& telephone);
+
+/** What the search field has found, the best first. */
+std::vector<ScreenRow> foundRows(Telephone& telephone);
 } // namespace Deskphone

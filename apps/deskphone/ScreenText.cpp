@@ -177,6 +177,36 @@ std::string ruler(bool withIds)
     }
     return line;
 }
+/** What every object begins with. */
+nlohmann::ordered_json lineObject(std::size_t line)
+{
+    return line == 0 ? nlohmann::ordered_json::object() : nlohmann::ordered_json{{"line", line}};
+}
+
+void printObject(std::ostream& stream, nlohmann::ordered_json object, const ScreenRow& row, bool withIds)
+{
+    object.update({
+        {"name", row.name},
+        {"number", row.number},
+        {"state", row.state},
+        {"direction", nameOf(row.direction)},
+        {"live", row.isLive()},
+        {"newMissedCalls", row.newMissedCalls},
+        {"time", row.hasTime() ? formatMoment(row.time) : ""},
+        {"when", row.when},
+        {"items", row.items},
+    });
+    if (row.newVoicemails)
+    {
+        object["newVoicemails"] = *row.newVoicemails;
+    }
+    addCloudDetails(object, row.cloud);
+    if (withIds)
+    {
+        object["id"] = row.shortId;
+    }
+    stream << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
 } // namespace
 
 void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vector<ScreenRow>& rows, bool withIds)
@@ -207,29 +237,18 @@ void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenR
 {
     for (const ScreenRow& row : rows)
     {
-        nlohmann::ordered_json object =
-            line == 0 ? nlohmann::ordered_json::object() : nlohmann::ordered_json{{"line", line}};
-        object.update({
-            {"name", row.name},
-            {"number", row.number},
-            {"state", row.state},
-            {"direction", nameOf(row.direction)},
-            {"live", row.isLive()},
-            {"newMissedCalls", row.newMissedCalls},
-            {"time", row.hasTime() ? formatMoment(row.time) : ""},
-            {"when", row.when},
-            {"items", row.items},
-        });
-        if (row.newVoicemails)
-        {
-            object["newVoicemails"] = *row.newVoicemails;
-        }
-        addCloudDetails(object, row.cloud);
-        if (withIds)
-        {
-            object["id"] = row.shortId;
-        }
-        stream << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+        printObject(stream, lineObject(line), row, withIds);
+    }
+}
+
+void printFoundJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds)
+{
+    std::size_t place = 0;
+    for (const ScreenRow& row : rows)
+    {
+        nlohmann::ordered_json object = lineObject(line);
+        object["found"] = ++place;
+        printObject(stream, std::move(object), row, withIds);
     }
 }
 } // namespace Deskphone

@@ -19,4 +19,7 @@ void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vect
 
 /** `line` is that of the trace after which the screen looks so, 0 without a trace. */
 void printJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds);
+
+/** The same for what a search has found, each with its place. */
+void printFoundJson(std::ostream& stream, std::size_t line, const std::vector<ScreenRow>& rows, bool withIds);
 } // namespace Deskphone

@@ -82,14 +82,15 @@ bool showHistory(const Options& options, std::ostream& screen, std::ostream& err
     }
     Host::SimulatedEventLoop loop(options.at.value_or(std::time(nullptr)));
     const Host::EventLoop::Scope scope(loop);
-    const std::filesystem::path file = options.journalFile();
+    const std::filesystem::path folder = options.dataFolder();
+    const std::filesystem::path file = Telephone::journalFile(folder);
     std::error_code error;
     const bool exists = std::filesystem::exists(file, error) || error; // what cannot be looked at, the journal tells
     if (!exists)
     {
         errors << "deskphone: there is no stored history: " << file.string() << '\n'; // and looking makes none
     }
-    Telephone telephone(settings, exists ? file : std::filesystem::path());
+    Telephone telephone(settings, exists ? folder : std::filesystem::path());
     JournalProblem problem(telephone.journal(), errors);
     const bool isRead = telephone.journal().isStored();
     const bool wasPossible = isRead && act(telephone, options, errors);

@@ -14,18 +14,31 @@ Host::Journal openJournal(const std::filesystem::path& file, const Host::Journal
 {
     return file.empty() ? Host::Journal(limits) : Host::Journal(file, limits);
 }
+
+Host::Phonebook openPhonebook(const std::filesystem::path& folder)
+{
+    return folder.empty() ? Host::Phonebook() : Host::Phonebook(folder / "phonebook.sqlite");
+}
 } // namespace
 
-Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::path& journalFile)
+std::filesystem::path Telephone::journalFile(const std::filesystem::path& folder)
+{
+    return folder.empty() ? std::filesystem::path() : folder / "call-journal.sqlite";
+}
+
+Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::path& folder)
     : digitAnalysis_(settings.numbers), translator_(settings.language),
-      journal_(openJournal(journalFile, settings.history)), participantFactory_(&digitAnalysis_),
+      journal_(openJournal(journalFile(folder), settings.history)), people_(*Host::EventLoop::current()),
+      phonebook_(openPhonebook(folder)), participantFactory_(&digitAnalysis_),
       itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_),
       history_(&journal_, &itemFactory_, &digitAnalysis_, &Host::currentTime),
       networkCalls_(&networkLog_, &itemFactory_, &conversationFactory_), journalUpdates_(history_, journal_),
-      callControl_(liveCalls_, journal_), itemAggregator_(&conversationFactory_), contacts_(conversationFactory_),
+      callControl_(liveCalls_, journal_), itemAggregator_(&conversationFactory_),
+      contacts_(&conversationFactory_, &phonebook_, nullptr),
+      contactGrouping_(contacts_, itemAggregator_, idGenerator_),
       cloudConversations_(&itemFactory_, &conversationFactory_, &cloudListStarter_),
       cloudNotices_(cloudService_, cloudConversations_), local_(itemFactory_), cloud_(itemFactory_),
-      provider_(&itemFactory_), times_(&Host::currentTime)
+      provider_(&itemFactory_), times_(&Host::currentTime), finder_(local_.aggregator)
 {
     wireFactories();
     wireLists();
@@ -36,12 +49,16 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
 /** Nobody reports any more, and nothing points to what goes before it. The lists take themselves off their sources. */
 Telephone::~Telephone()
 {
+    searcher_.cancelSearch();
+    phonebook_.setDirectory(nullptr);
+    phonebook_.removeObserver(&contacts_);
     journal_.removeObserver(&journalUpdates_);
     networkLog_.setObserver(nullptr);
     networkCalls_.clearObserver();
     liveCalls_.clearObserver();
     history_.clearObserver();
     provider_.setSource(nullptr, false);
+    contacts_.removeObserver(&contactGrouping_);
     cloudListStarter_.setAggregator(nullptr);
     idGenerator_.setConversationSources({});
 }
@@ -57,6 +74,7 @@ void Telephone::wireFactories()
 /** Sources in preferred order: what the first one says of a party comes first. */
 void Telephone::wireLists()
 {
+    contacts_.addObserver(&contactGrouping_);
     local_.aggregator.setSources({&itemAggregator_, &contacts_}, false);
     cloud_.aggregator.setSources({&cloudConversations_}, false);
     cloudListStarter_.setAggregator(&cloud_.aggregator);
@@ -94,6 +112,11 @@ void Telephone::startSources()
     networkLog_.setObserver([this](const auto& updatedDirectories, const auto& entries)
                             { networkCalls_.broadsoftCallLogChanged(updatedDirectories, entries); });
     networkCalls_.init();
+    phonebook_.setDirectory(&people_);
+    phonebook_.addObserver(&contacts_);
+    contacts_.phonebookDatabaseUpdated(true);
+    searcher_.addSearchableConversationSource(&finder_);
+    searcher_.addSearchableConversationSource(&contacts_);
     local_.aggregator.start();
 }
 
@@ -135,6 +158,45 @@ void Telephone::networkShowStateChanged(int state)
 {
     networkCalls_.showStateChanged(state);
     itemAggregator_.conversationItemsChanged();
+}
+
+/** Each search has an id of its own, so that answers to what was typed before are dropped. */
+void Telephone::search(const std::string& text)
+{
+    searchField_.begin(text);
+    if (text.empty())
+    {
+        searcher_.cancelSearch();
+        local_.aggregator.clearTemporaryConversations();
+        return;
+    }
+    searcher_.startSearch("search " + std::to_string(++searches_), text, &searchField_);
+}
+
+std::vector<const ConversationAPI::Conversation*> Telephone::found()
+{
+    std::vector<const ConversationAPI::Conversation*> all;
+    for (const std::string& id : searchField_.found())
+    {
+        if (const ConversationAPI::Conversation* one = local_.aggregator.getConversationByConversationID(id))
+        {
+            all.push_back(one);
+        }
+    }
+    return all;
+}
+
+bool Telephone::saveFound(long place)
+{
+    const auto& ids = searchField_.found();
+    const bool exists = place >= 1 && static_cast<std::size_t>(place) <= ids.size();
+    ConversationAPI::Conversation* one =
+        exists ? local_.aggregator.getConversationByConversationID(ids[static_cast<std::size_t>(place) - 1]) : nullptr;
+    if (one)
+    {
+        contacts_.saveContact(one);
+    }
+    return one != nullptr;
 }
 
 void Telephone::sortRows(RowOrder order)

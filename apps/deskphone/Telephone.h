@@ -13,33 +13,38 @@
  *     journal() ─────▶ journalUpdates_ ─▶ history_ ──┼──▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
  *     mailbox ───────▶ mailbox() (history_)          │                        │            └──▶ provider_ ──▶ display_
  *     networkLog() ──▶ networkCalls_ ────────────────┘                        │
- *     phonebook ─────▶ contacts() ────────────────────────────────────────────┘
+ *     phonebook() ───▶ contacts_ ─────────────────────────────────────────────┘
  *     cloud() ───────▶ cloudNotices_ ──▶ cloudConversations_ ───────────────────▶ cloud_, in place of local_
  *     configuration ─▶ setVoiceMailNumber()
  *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal()
  *                                                        local_ ──▶ contacts()
  *                                          provider_ ──▶ cloud_ ──▶ cloudConversations_
  *     user ──────────▶ showList() ──▶ conversations(), provider_: local_ or cloud_
- *     contacts() ────▶ local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
+ *     contacts_ ─────▶ contactGrouping_, local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
+ *     user ──────────▶ search() ──▶ searcher_ ──▶ finder_ (local_), contacts_ ──▶ phonebook() ──▶ people()
  */
 #pragma once
 
 #include "CloudListStarter.h"
 #include "CombinedList.h"
-#include "ContactBook.h"
+#include "ContactGrouping.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
 #include "ConversationAPI/AggregatorSwitch.h"
 #include "ConversationAPI/BroadsoftServiceConversationItemSource.h"
 #include "ConversationAPI/ConversationFactory.h"
+#include "ConversationAPI/ConversationFinder.h"
 #include "ConversationAPI/ConversationItemAggregator.h"
 #include "ConversationAPI/ConversationItemFactory.h"
 #include "ConversationAPI/ConversationListProvider.h"
 #include "ConversationAPI/ConversationParticipantFactory.h"
+#include "ConversationAPI/ConversationSearcher.h"
+#include "ConversationAPI/DirectoryServiceConversationSource.h"
 #include "ConversationAPI/JournalServiceConversationItemSource.h"
 #include "ConversationAPI/QuorvelServiceConversationSource.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "ConversationAPI/RelativeTimeFormatter.h"
 #include "JournalUpdates.h"
+#include "SearchField.h"
 #include "TelephoneSettings.h"
 #include "host/CallControl.h"
 #include "host/CloudNotices.h"
@@ -48,10 +53,13 @@
 #include "host/DisplayModel.h"
 #include "host/Journal.h"
 #include "host/NetworkCallLog.h"
+#include "host/PeopleDirectory.h"
+#include "host/Phonebook.h"
 #include "host/Translator.h"
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace Deskphone
 {
@@ -71,8 +79,11 @@ class Telephone
         CLOUD_LIST
     };
 
-    /** The history is kept in the file; "" for a history that nobody keeps. */
-    explicit Telephone(const TelephoneSettings& settings, const std::filesystem::path& journalFile = {});
+    /** Where a telephone keeps its history, in the folder of its data. */
+    static std::filesystem::path journalFile(const std::filesystem::path& folder);
+
+    /** History and phonebook are kept in the folder; "" for a telephone that keeps nothing. */
+    explicit Telephone(const TelephoneSettings& settings, const std::filesystem::path& folder = {});
     ~Telephone();
 
     Telephone(const Telephone&) = delete;
@@ -95,8 +106,17 @@ class Telephone
     /** The cloud service. */
     Host::CloudService& cloud() { return cloudService_; }
 
-    /** The phonebook. */
-    ContactBook& contacts() { return contacts_; }
+    /** The contacts. */
+    Host::Phonebook& phonebook() { return phonebook_; }
+
+    /** A contact, as a write request, that came from a telephone connected by bluetooth. */
+    void importBluetoothContact(const std::string& message) { contacts_.newContact(message, "bluetooth"); }
+
+    /** Whom the directory knows unless another one is set. */
+    Host::PeopleDirectory& people() { return people_; }
+
+    /** Not owned; outlives the telephone. */
+    void setDirectory(Host::DirectorySearch& directory) { phonebook_.setDirectory(&directory); }
 
     /** The mailbox's number, in any spelling; "" when there is none. Its row and its calls are made anew. */
     void setVoiceMailNumber(const std::string& number);
@@ -125,6 +145,16 @@ class Telephone
     void showList(List list);
     List shownList() const { return shownList_; }
 
+    /** What stands in the search field: local answers are there at once, the directory's come later. "" closes it. */
+    void search(const std::string& text);
+    const SearchField& searchField() const { return searchField_; }
+
+    /** What was found, in the order in which it is shown; valid until the next event. */
+    std::vector<const ConversationAPI::Conversation*> found();
+
+    /** Stores a found person, counted from 1, in the phonebook; whether there is such a one. */
+    bool saveFound(long place);
+
     /** Who is signed in to the cloud; "" for nobody. */
     std::string cloudUserName() const { return cloudConversations_.displayName(); }
 
@@ -150,6 +180,8 @@ class Telephone
     Host::DigitAnalysis digitAnalysis_;
     Host::Translator translator_;
     Host::Journal journal_;
+    Host::PeopleDirectory people_;
+    Host::Phonebook phonebook_;
     Host::NetworkCallLog networkLog_;
     Host::CloudService cloudService_;
 
@@ -173,7 +205,8 @@ class Telephone
 
     // Sources of conversations.
     ConversationAPI::ConversationItemAggregator itemAggregator_;
-    ContactBook contacts_;
+    ConversationAPI::DirectoryServiceConversationSource contacts_;
+    ContactGrouping contactGrouping_;   ///< is told of contacts before the lists are
     CloudListStarter cloudListStarter_; ///< what the next tells of log-ins
     ConversationAPI::QuorvelServiceConversationSource cloudConversations_;
     Host::CloudNotices cloudNotices_; ///< what reports to the last
@@ -188,5 +221,9 @@ class Telephone
     ConversationAPI::AggregatorSwitch switch_;
     ConversationAPI::ConversationListProvider provider_;
     ConversationAPI::RelativeTimeFormatter times_;
+    SearchField searchField_;
+    ConversationAPI::ConversationFinder finder_;
+    ConversationAPI::ConversationSearcher searcher_;
+    unsigned long searches_ = 0; ///< so many there have been
 };
 } // namespace Deskphone

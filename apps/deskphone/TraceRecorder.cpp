@@ -1,5 +1,6 @@
 #include "TraceRecorder.h"
 
+#include "ContactFields.h"
 #include "FieldWriter.h"
 #include "SettingsEvent.h"
 #include "TimeZone.h"
@@ -31,6 +32,13 @@ void TraceRecorder::record(long time, const std::string& name, const Event& even
 {
     FieldWriter fields(time, name);
     event.write(fields);
+    write(fields);
+}
+
+void TraceRecorder::recordContact(long start, const Contact& contact)
+{
+    FieldWriter fields(start, "contact");
+    writeContact(fields, contact);
     write(fields);
 }
 

@@ -5,6 +5,7 @@
  */
 #pragma once
 
+#include "Contact.h"
 #include "HistoryCall.h"
 #include "TelephoneSettings.h"
 #include "Trace.h"
@@ -33,6 +34,9 @@ class TraceRecorder
 
     /** An event that is about to be applied; `time` in seconds since the epoch, UTC. */
     void record(long time, const std::string& name, const Event& event);
+
+    /** A contact that the phonebook has when the telephone is switched on. */
+    void recordContact(long start, const Contact& contact);
 
     /** A call that the history has when the telephone is switched on. */
     void recordHistory(long start, const HistoryCall& call);

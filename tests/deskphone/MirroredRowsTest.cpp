@@ -1,5 +1,6 @@
 // The wired telephone over random days: what the display was told, and what must hold of the rows at any moment.
 
+#include "Contact.h"
 #include "ConversationAPI/AggregatorSwitchIfc.h"
 #include "ConversationAPI/Conversation.h"
 #include "Telephone.h"
@@ -193,7 +194,7 @@ class RandomDay
         {
             (below(2) == 0 ? contact.work2 : contact.home).clear();
         }
-        telephone_.contacts().put(contact);
+        telephone_.phonebook().write(Deskphone::writeRequest(contact), true);
     }
 
     /** Not one with a call, which would go on unseen. */
@@ -251,8 +252,8 @@ TEST(TelephoneTest, ContactMayGoWhileTheDisplayIsToldOfIt)
     Deskphone::Telephone telephone{Deskphone::TelephoneSettings()};
     telephone.conversations().addConversationEventObserver(&display);
     int told = 0;
-    display.react = [&] { ++told, telephone.contacts().remove("1"); };
-    telephone.contacts().put({"1", "Anna", "Berg", "030 23125000", "", "", ""});
+    display.react = [&] { ++told, telephone.phonebook().deleteContact("1"); };
+    telephone.phonebook().write(Deskphone::writeRequest({"1", "Anna", "Berg", "030 23125000", "", "", ""}), true);
     EXPECT_EQ(told, 1);
     EXPECT_TRUE(telephone.rows().empty());
 }
@@ -269,7 +270,8 @@ TEST(TelephoneTest, HistoryThatCannotBeReadAtFirstComesIntoTheRows)
 {
     namespace fs = std::filesystem;
     const fs::path folder = fs::path(testing::TempDir()) / ("telephone-test-" + std::to_string(getpid()));
-    fs::create_directories(folder / "journal"); // in the place of the file
+    const fs::path journal = Deskphone::Telephone::journalFile(folder);
+    fs::create_directories(journal); // in the place of the file
     Host::SimulatedEventLoop loop{MORNING};
     const Host::EventLoop::Scope scope(loop);
     {
@@ -277,11 +279,11 @@ TEST(TelephoneTest, HistoryThatCannotBeReadAtFirstComesIntoTheRows)
         stored.addCall(missedAt(MORNING - 200));
         stored.addCall(missedAt(MORNING - 100));
     }
-    Deskphone::Telephone telephone(Deskphone::TelephoneSettings(), folder / "journal");
+    Deskphone::Telephone telephone(Deskphone::TelephoneSettings(), folder);
     telephone.journal().addCall(missedAt(MORNING));
     EXPECT_FALSE(telephone.journal().isStored());
-    fs::remove(folder / "journal");
-    fs::rename(folder / "stored", folder / "journal");
+    fs::remove(journal);
+    fs::rename(folder / "stored", journal);
     loop.advanceBy(31000);
     EXPECT_TRUE(telephone.journal().isStored());
     ASSERT_EQ(telephone.rows().size(), 1U);

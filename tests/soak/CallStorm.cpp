@@ -30,11 +30,6 @@ Deskphone::TelephoneSettings boundless()
     return settings;
 }
 
-std::filesystem::path journalIn(const char* folder)
-{
-    return std::filesystem::path(folder) / "call-journal.sqlite";
-}
-
 /** Number and time tell one call of a storm from all others. */
 std::string nameOf(const Host::JournalCall& call)
 {
@@ -45,8 +40,7 @@ class Storm
 {
   public:
     Storm(const char* folder, unsigned round)
-        : loop_(START + round * ROUND_SECONDS), scope_(loop_), telephone_(boundless(), journalIn(folder)),
-          random_(round)
+        : loop_(START + round * ROUND_SECONDS), scope_(loop_), telephone_(boundless(), folder), random_(round)
     {
     }
 
@@ -86,7 +80,7 @@ int check(const char* folder, const char* confirmed)
 {
     Host::SimulatedEventLoop loop(START);
     const Host::EventLoop::Scope scope(loop);
-    Deskphone::Telephone telephone(boundless(), journalIn(folder));
+    Deskphone::Telephone telephone(boundless(), folder);
     int faults = telephone.journal().problem().empty() ? 0 : 1;
     std::cerr << telephone.journal().problem();
     std::map<std::string, int> stored;

@@ -1,0 +1,58 @@
+#include "ContactGrouping.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationItemAggregator.h"
+#include "ConversationAPI/RandomCachingConversationIDGenerator.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace Deskphone
+{
+using ConversationAPI::Conversation;
+
+ContactGrouping::ContactGrouping(ConversationAPI::ConversationSourceIfc& contacts,
+                                 ConversationAPI::ConversationItemAggregator& history,
+                                 ConversationAPI::RandomCachingConversationIDGenerator& ids)
+    : contacts_(contacts), history_(history), ids_(ids)
+{
+}
+
+void ContactGrouping::conversationUpdated(Conversation* contact)
+{
+    known_.insert(contact->getConversationId());
+}
+
+void ContactGrouping::conversationsChanged()
+{
+    const auto& list = *contacts_.getConversations();
+    const std::vector<Conversation*> contacts(list.begin(), list.end());
+    Ids present;
+    std::transform(contacts.begin(), contacts.end(), std::inserter(present, present.end()),
+                   [](const Conversation* contact) { return contact->getConversationId(); });
+    Ids gone;
+    std::set_difference(known_.begin(), known_.end(), present.begin(), present.end(), std::inserter(gone, gone.end()));
+    known_ = std::move(present);
+    if (letGo(gone))
+    {
+        history_.conversationItemsChanged();
+    }
+    history_.contactsUpdated(contacts);
+}
+
+/** The generator would give all numbers of a contact that it remembers the one identifier again. */
+bool ContactGrouping::letGo(const Ids& goneContacts)
+{
+    bool hadHistory = false;
+    for (const std::string& id : goneContacts)
+    {
+        const Conversation* history = history_.getConversation(id);
+        if (history && history->initialItem())
+        {
+            ids_.updateCache(id, history->initialItem());
+            hadHistory = true;
+        }
+    }
+    return hadHistory;
+}
+} // namespace Deskphone

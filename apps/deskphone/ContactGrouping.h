@@ -1,0 +1,49 @@
+/**
+ * Keeps the history grouped by the contacts that the phonebook has.
+ *
+ * It observes the source of contacts from before the combined list does, so that the combining that follows finds the
+ * calls of all numbers of a contact in one conversation. When contacts have gone it lets go of what they held
+ * together: what is left of a contact's identifier is the newest call's, and the history is made anew. A contact that
+ * changed alone is regrouped by the combined list itself. Nothing is owned; all of it outlives this object. UI thread
+ * only.
+ */
+#pragma once
+
+#include "ConversationAPI/ConversationSourceObserverIfc.h"
+
+#include <set>
+#include <string>
+
+namespace ConversationAPI
+{
+class ConversationItemAggregator;
+class RandomCachingConversationIDGenerator;
+} // namespace ConversationAPI
+
+namespace Deskphone
+{
+class ContactGrouping : public ConversationAPI::ConversationSourceObserverIfc
+{
+  public:
+    ContactGrouping(ConversationAPI::ConversationSourceIfc& contacts,
+                    ConversationAPI::ConversationItemAggregator& history,
+                    ConversationAPI::RandomCachingConversationIDGenerator& ids);
+
+    void conversationUpdated(ConversationAPI::Conversation* contact) override;
+    void conversationsChanged() override;
+    void removeActiveItemForCall(const std::string&, ConversationAPI::ConversationSourceIfc*) override {}
+    bool hasConversationWithConversationId(const std::string&) override { return false; }
+    void conversationSourcesReady() override {}
+
+  private:
+    using Ids = std::set<std::string>;
+
+    /** Whether there was anything to let go of. */
+    bool letGo(const Ids& goneContacts);
+
+    ConversationAPI::ConversationSourceIfc& contacts_;
+    ConversationAPI::ConversationItemAggregator& history_;
+    ConversationAPI::RandomCachingConversationIDGenerator& ids_;
+    Ids known_; ///< the contacts that there are
+};
+} // namespace Deskphone
