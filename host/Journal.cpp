@@ -3,6 +3,7 @@
 #include "host/internal/JournalDatabase.h"
 #include "host/internal/JournalEntries.h"
 #include "host/internal/ReportQueue.h"
+#include "host/internal/Utf8.h"
 #include "host/internal/WriteBehind.h"
 #include "platform/Logging.h"
 #include "src/Observers.h"
@@ -21,12 +22,6 @@ using Observer = JournalServiceObserverIfc;
 constexpr const char* LOG_FILE = "./host/Journal";
 constexpr std::size_t LONGEST_TEXT = 1000;
 
-bool isContinuationByte(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-/** Cuts at the beginning of a character of UTF-8, if there is any. */
 std::string bounded(const std::string& text)
 {
     if (text.size() <= LONGEST_TEXT)
@@ -34,12 +29,7 @@ std::string bounded(const std::string& text)
         return text;
     }
     logAppOrv("Host", LOG_FILE, 3, __LINE__, "A text of %zu bytes is cut for the journal", text.size());
-    std::size_t end = LONGEST_TEXT;
-    while (end > 0 && isContinuationByte(text[end]))
-    {
-        --end;
-    }
-    return text.substr(0, end > 0 ? end : LONGEST_TEXT);
+    return cutUtf8(text, LONGEST_TEXT);
 }
 
 JournalCall bounded(const JournalCall& call)

@@ -1,0 +1,149 @@
+#include "host/internal/LdapWorker.h"
+
+#include "platform/Logging.h"
+
+#include <csignal>
+#include <pthread.h>
+#include <utility>
+
+namespace Host
+{
+namespace
+{
+constexpr const char* LOG_FILE = "./host/LdapWorker";
+
+/** Servers and routers drop connections that are idle for long, and not all of them tell the other side. */
+constexpr std::chrono::seconds LONGEST_IDLE{30};
+
+/** Those of the program are for the UI thread, and a write to a closed connection is to fail and do nothing more. */
+void blockSignals()
+{
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, nullptr);
+}
+
+bool isUsableAfter(int result)
+{
+    return !LDAP_API_ERROR(result) || result == LDAP_USER_CANCELLED || result == LDAP_FILTER_ERROR;
+}
+} // namespace
+
+LdapWorker::LdapWorker(const LdapSettings& settings, Found found, Ended ended)
+    : settings_(settings), found_(std::move(found)), ended_(std::move(ended)), connection_(settings),
+      thread_(&LdapWorker::run, this)
+{
+}
+
+LdapWorker::~LdapWorker()
+{
+    {
+        const std::lock_guard<std::mutex> guard(mutex_);
+        isStopping_ = true;
+        if (current_)
+        {
+            current_->isCancelled = true;
+        }
+    }
+    wakeUp_.notify_one();
+    thread_.join();
+}
+
+void LdapWorker::add(Request request)
+{
+    {
+        const std::lock_guard<std::mutex> guard(mutex_);
+        waiting_.push_back(std::move(request));
+    }
+    wakeUp_.notify_one();
+}
+
+void LdapWorker::run()
+{
+    blockSignals();
+    while (const Request request = nextRequest())
+    {
+        if (!request->isOver())
+        {
+            note(serve(request));
+        }
+        ended_(request);
+    }
+}
+
+/** Null when the thread is to end. */
+LdapWorker::Request LdapWorker::nextRequest()
+{
+    std::unique_lock<std::mutex> guard(mutex_);
+    current_.reset();
+    const auto isWanted = [this] { return isStopping_ || !waiting_.empty(); };
+    if (!wakeUp_.wait_for(guard, LONGEST_IDLE, isWanted))
+    {
+        guard.unlock();
+        connection_.close();
+        guard.lock();
+        wakeUp_.wait(guard, isWanted);
+    }
+    if (!isStopping_)
+    {
+        current_ = std::move(waiting_.front());
+        waiting_.pop_front();
+    }
+    return current_;
+}
+
+/** A connection of an earlier search may have been closed by the server meanwhile: that is no reason to fail. */
+int LdapWorker::serve(const Request& request)
+{
+    bool mayTryAgain = connection_.isOpen();
+    const auto found = [&](PhonebookSearchResults results)
+    {
+        mayTryAgain = false;
+        found_(request, std::move(results));
+    };
+    for (;;)
+    {
+        int result = connection_.isOpen() ? LDAP_SUCCESS : connection_.open(*request);
+        const bool isOpen = result == LDAP_SUCCESS;
+        if (isOpen)
+        {
+            result = connection_.search(*request, found);
+        }
+        diagnosis_ = connection_.diagnosis();
+        if (!isOpen || !isUsableAfter(result))
+        {
+            connection_.close();
+        }
+        if (result != LDAP_SERVER_DOWN || !std::exchange(mayTryAgain, false))
+        {
+            return result;
+        }
+    }
+}
+
+void LdapWorker::note(int result)
+{
+    if (result == LDAP_USER_CANCELLED)
+    {
+        return;
+    }
+    if (result == LDAP_SIZELIMIT_EXCEEDED)
+    {
+        logAppOrv("Host", LOG_FILE, 5, __LINE__, "The directory found more entries than are wanted");
+        result = LDAP_SUCCESS;
+    }
+    const bool isNews = std::exchange(problem_, result) != result;
+    if (result != LDAP_SUCCESS)
+    {
+        // libldap's text names nobody, and would be hidden as an argument.
+        const std::string format =
+            std::string("The search in the directory '%s' failed: ") + ldap_err2string(result) + " (%d) %s";
+        logAppOrv("Host", LOG_FILE, isNews ? 2 : 5, __LINE__, format.c_str(), settings_.url.c_str(), result,
+                  diagnosis_.c_str());
+    }
+    else if (isNews)
+    {
+        logAppOrv("Host", LOG_FILE, 3, __LINE__, "The directory '%s' answers again", settings_.url.c_str());
+    }
+}
+} // namespace Host
