@@ -30,6 +30,7 @@ Examples:
   deskphone history --json --data /var/lib/deskphone --at 2026-03-05T18:00:00+01:00
   deskphone mark-read --row 1
   deskphone delete --number "030 23125000"
+  deskphone search --ldap host/examples/ldap.json "ann be"
 
 History and contacts are kept in the folder --data, by default $XDG_DATA_HOME/deskphone or
 ~/.local/share/deskphone, and are there again at the next start.
@@ -116,7 +117,8 @@ void addHistoryFile(CLI::App& command, Options& options)
 void addHistoryFileOrNone(CLI::App& command, Options& options)
 {
     addHistoryFile(command, options);
-    command.add_flag("--fresh", options.fresh, "Begin without any history and contacts, and keep none")->excludes("--data");
+    command.add_flag("--fresh", options.fresh, "Begin without any history and contacts, and keep none")
+        ->excludes("--data");
 }
 
 void addRow(CLI::App& command, Options& options, CLI::App& choice)
@@ -173,6 +175,22 @@ void addHistoryCommands(CLI::App& app, Options& options)
     choice.require_option(1);
     addRow(erase, options, choice);
     choice.add_flag("--all", options.all, "All of the history");
+}
+
+void addSearch(CLI::App& app, Options& options)
+{
+    CLI::App& search = *app.add_subcommand("search", "Look for people among the own ones and in a directory");
+    search.callback([&options] { options.command = Options::SEARCH; });
+    CLI::Option* text = search.add_option("TEXT", options.text, "Beginnings of words, digits of a number, or keys");
+    check(text->type_name("")->required(), "text", isNotEmpty);
+    CLI::Option* ldap =
+        search.add_option("--ldap", options.ldap, "How to reach an LDAP directory (docs/directory-search.md)");
+    check(ldap->type_name("FILE"), "file", isFile);
+    CLI::Option* save = search.add_option("--save", options.row, "Store this result, counted from 1, as a contact");
+    check(save->type_name("N"), "result; the first one is 1", isRow);
+    addAppearance(search, options);
+    addHistoryFile(search, options);
+    addSettings(search, options);
 }
 
 /** "" when there is none. */
@@ -265,6 +283,7 @@ std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
     addReplay(app, options);
     addExplain(app, options);
     addHistoryCommands(app, options);
+    addSearch(app, options);
     try
     {
         app.parse(argc, argv);

@@ -16,6 +16,7 @@ struct Options
         REPLAY,
         EXPLAIN,
         HISTORY,
+        SEARCH,
         MARK_READ,
         DELETE
     };
@@ -29,10 +30,13 @@ struct Options
     bool withIds = false;
     std::optional<std::string> record; ///< a file
 
-    /** What to explain, to mark or to delete: its place from 1, 0 for none, or a number that it has. */
+    /** What to explain, to mark, to delete or to save: its place from 1, 0 for none, or a number that it has. */
     long row = 0;
     std::optional<std::string> number;
     bool all = false;
+
+    std::string text;                ///< what to search
+    std::optional<std::string> ldap; ///< how the directory is reached: a file
 
     std::optional<long> at; ///< when the stored history is shown: seconds since the epoch, UTC; nothing for now
 

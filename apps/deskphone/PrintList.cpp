@@ -20,16 +20,6 @@ ScreenTitle titleOf(Telephone& telephone)
     const std::string user = telephone.cloudUserName();
     return {now + "  cloud" + (user.empty() ? ", nobody is signed in" : " of " + user), "no conversations"};
 }
-/** Below the list: what stands in the search field, and what was found. */
-void printSearch(std::ostream& stream, Telephone& telephone, const Options& options)
-{
-    const SearchField& field = telephone.searchField();
-    const std::vector<ScreenRow> rows = foundRows(telephone);
-    const std::string title =
-        "search \"" + field.text() + '"' + (field.isSearching() ? ", the directory is asked" : "");
-    stream << '\n';
-    printScreen(stream, {title, "nobody"}, rows, options.withIds);
-}
 } // namespace
 
 void printList(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line)
@@ -38,13 +28,29 @@ void printList(std::ostream& stream, Telephone& telephone, const Options& option
     if (options.json)
     {
         printJson(stream, line, rows, options.withIds);
-        printFoundJson(stream, line, foundRows(telephone), options.withIds);
-        return;
     }
-    printScreen(stream, titleOf(telephone), rows, options.withIds);
+    else
+    {
+        printScreen(stream, titleOf(telephone), rows, options.withIds);
+    }
     if (!telephone.searchField().text().empty())
     {
-        printSearch(stream, telephone, options);
+        stream << (options.json ? "" : "\n");
+        printFound(stream, telephone, options, line);
     }
+}
+
+void printFound(std::ostream& stream, Telephone& telephone, const Options& options, std::size_t line)
+{
+    const std::vector<ScreenRow> rows = foundRows(telephone);
+    if (options.json)
+    {
+        printFoundJson(stream, line, rows, options.withIds);
+        return;
+    }
+    const SearchField& field = telephone.searchField();
+    const std::string title =
+        "search \"" + field.text() + '"' + (field.isSearching() ? ", the directory is asked" : "");
+    printScreen(stream, {title, "nobody"}, rows, options.withIds);
 }
 } // namespace Deskphone

@@ -1,6 +1,7 @@
 #include "Explain.h"
 #include "Options.h"
 #include "Replay.h"
+#include "SearchCommand.h"
 #include "StoredHistory.h"
 #include "TextColumn.h"
 #include "TraceReader.h"
@@ -33,6 +34,8 @@ bool carryOut(const Deskphone::Options& options)
         return Deskphone::replay(Deskphone::readTrace(options.trace), options, std::cout, std::cerr);
     case Deskphone::Options::EXPLAIN:
         return Deskphone::explain(Deskphone::readTrace(options.trace), options, std::cout, std::cerr);
+    case Deskphone::Options::SEARCH:
+        return Deskphone::searchPeople(options, std::cout, std::cerr);
     default:
         return Deskphone::showHistory(options, std::cout, std::cerr);
     }

@@ -1,0 +1,98 @@
+#include "SearchCommand.h"
+
+#include "JournalProblem.h"
+#include "PrintList.h"
+#include "Telephone.h"
+#include "TimeZone.h"
+#include "host/LdapDirectory.h"
+#include "host/RealTimeEventLoop.h"
+
+#include <functional>
+#include <memory>
+
+namespace Deskphone
+{
+namespace
+{
+constexpr std::int64_t LOOK_EVERY_MS = 20;
+
+/** Each directory ends its searches, if only by its time-out. */
+void waitForEnd(Host::RealTimeEventLoop& loop, const SearchField& field)
+{
+    Host::TimerHandle timer;
+    const std::function<void()> look = [&]
+    {
+        if (field.isSearching())
+        {
+            timer = loop.startTimer(LOOK_EVERY_MS, look);
+        }
+        else
+        {
+            loop.stop();
+        }
+    };
+    look();
+    loop.run();
+}
+
+/** Null without one; false when it cannot be used. */
+bool makeDirectory(const Options& options, Host::EventLoop& loop, std::unique_ptr<Host::LdapDirectory>& directory,
+                   std::ostream& errors)
+{
+    if (!options.ldap)
+    {
+        return true;
+    }
+    std::string problem;
+    const auto settings = Host::LdapSettings::read(*options.ldap, problem);
+    if (!settings)
+    {
+        errors << "deskphone: " << problem << '\n';
+        return false;
+    }
+    directory = std::make_unique<Host::LdapDirectory>(*settings, loop);
+    return true;
+}
+
+bool save(Telephone& telephone, long place, std::ostream& errors)
+{
+    if (place != 0 && !telephone.saveFound(place))
+    {
+        errors << "deskphone: there is no result " << place << '\n';
+        return false;
+    }
+    if (!telephone.phonebook().isStored())
+    {
+        errors << "deskphone: " << telephone.phonebook().problem() << '\n';
+        return false;
+    }
+    return true;
+}
+} // namespace
+
+bool searchPeople(const Options& options, std::ostream& screen, std::ostream& errors)
+{
+    const TelephoneSettings settings = options.over({});
+    if (!settings.timeZone.empty())
+    {
+        setTimeZone(settings.timeZone);
+    }
+    Host::RealTimeEventLoop loop;
+    const Host::EventLoop::Scope scope(loop);
+    std::unique_ptr<Host::LdapDirectory> directory; // outlives the telephone
+    if (!makeDirectory(options, loop, directory, errors))
+    {
+        return false;
+    }
+    Telephone telephone(settings, options.dataFolder());
+    const JournalProblem problem(telephone.journal(), errors);
+    if (directory)
+    {
+        telephone.setDirectory(*directory);
+    }
+    telephone.search(options.text);
+    waitForEnd(loop, telephone.searchField());
+    printFound(screen, telephone, options);
+    return save(telephone, options.row, errors);
+}
+} // namespace Deskphone
