@@ -245,6 +245,6 @@ void addCloudEvents(EventCatalogue& catalogue)
     catalogue.add<CloudConversationTold>("cloud-conversation");
     catalogue.add<CloudItemTold>("cloud-item");
     catalogue.add<CloudPresence>("cloud-presence");
-    catalogue.add<CloudSession>("cloud-session");
+    catalogue.add<CloudSession>("cloud-meeting");
 }
 } // namespace Deskphone
