@@ -39,7 +39,7 @@ class ConversationSearcher : public ConversationSearcherIfc, public Conversation
                      SearchResultsReceiver* receiver) override;
     void startLocalSearch(const std::string& searchString, SearchResultsReceiver* receiver) override;
 
-    /** Every source is told, even when no search goes on. */
+    /** Every source is told, even when no search goes on, and of the search that they were last asked to answer. */
     void cancelSearch() override;
     bool isSearching() const override { return isSearching_; }
     void addSearchableConversationSource(SearchableConversationSourceIfc* source) override;
@@ -57,12 +57,14 @@ class ConversationSearcher : public ConversationSearcherIfc, public Conversation
     std::vector<std::string> searchAtOnce(const std::string& searchString) const;
     SearchableConversationSourceIfc* sourceThatAnswersAtOnce() const;
     void startInSourcesAfter(const SearchableConversationSourceIfc* first);
+    void cancelInSources(const std::string& searchId);
     void endSearch();
 
     Sources sources_{compareSourcePriorities};
     SearchResultsReceiver* receiver_ = nullptr;
     std::string searchId_;
     std::string searchString_;
+    std::string handedOutId_; ///< of the search that sources were last asked to answer later
     bool isSearching_ = false;
     bool networkDirectoryOnly_ = false;
     unsigned long searchCount_ = 0; ///< tells searches apart, whatever their ids are

@@ -21,7 +21,10 @@ class ConversationSearcherIfc
     virtual void startSearch(const std::string& searchId, const std::string& searchString,
                              SearchResultsReceiver* receiver) = 0;
 
-    /** The first source's results and the end, before this returns; a search that goes on is left alone. */
+    /**
+     * The first source's results and the end, before this returns; a search that goes on is left alone. A receiver that
+     * starts another search, or cancels, while it is told the results hears of this one's end no more.
+     */
     virtual void startLocalSearch(const std::string& searchString, SearchResultsReceiver* receiver) = 0;
     virtual void cancelSearch() = 0;
     virtual bool isSearching() const = 0;

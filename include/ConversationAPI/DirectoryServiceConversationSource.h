@@ -101,7 +101,11 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     /** The stored contacts that match. */
     std::vector<std::string> getMatchingConversationIds(std::string searchString) override;
 
-    /** Searches the directory, in the place of the search before, whose results go. The end is told once. */
+    /**
+     * Searches the directory, in the place of the search before, whose results go. The end is told once; at once for
+     * an empty text, which finds nobody: the search before is not heard of any more, and what it has found stays. The
+     * observer outlives the search, or cancels it.
+     */
     void getMatchingConversationIds(const std::string& searchString, const std::string& searchId,
                                     ConversationSearchObserverIfc* observer) override;
 
@@ -138,9 +142,9 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     void conversationsChanged();
 
     void removeContact(const std::string& contactId);
+    void saveImportedContact(Conversation& contact);
     Conversation* storeFoundContact(const Conversation& saved);
     void saveWSIItem(Conversation* contact);
-    void updateWSIContact(Conversation& known, const DirectoryContact& hit);
     void clearTemporaryConversations();
 
     DirectoryServiceIfc* directoryService_;

@@ -81,6 +81,7 @@ void ConversationSearcher::startInSourcesAfter(const SearchableConversationSourc
              {
                  if (&source != first && search == searchCount_)
                  {
+                     handedOutId_ = searchId;
                      source.getMatchingConversationIds(searchString, searchId, this);
                  }
              });
@@ -103,14 +104,22 @@ void ConversationSearcher::startLocalSearch(const std::string& searchString, Sea
     {
         ids = (*sources_.begin())->getMatchingConversationIds(searchString);
     }
-    if (receiver)
+    if (!receiver)
     {
-        receiver->receiveSearchResults(ids, LOCAL_RESULTS);
+        return;
+    }
+    const unsigned long search = searchCount_;
+    receiver->receiveSearchResults(ids, LOCAL_RESULTS);
+    if (search == searchCount_) // else the end would pass for that of the search that it has started meanwhile
+    {
         receiver->receiveSearchEnded();
     }
 }
 
-/** Forgets the search before anybody is told, so that nothing of it is passed on any more. */
+/**
+ * Forgets the search before anybody is told, so that nothing of it is passed on any more. Sources that the search never
+ * reached still keep the searcher as the observer of the one before.
+ */
 void ConversationSearcher::cancelSearch()
 {
     CONVERSATION_LOG(5, "cancelSearch called");
@@ -118,12 +127,22 @@ void ConversationSearcher::cancelSearch()
     const bool wasSearching = std::exchange(isSearching_, false);
     SearchResultsReceiver* const receiver = std::exchange(receiver_, nullptr);
     const std::string searchId = std::exchange(searchId_, std::string());
+    const std::string handedOutId = std::exchange(handedOutId_, std::string());
     searchString_.clear();
-    tellEach(sources_, [&searchId](SearchableConversationSourceIfc& source) { source.cancelSearch(searchId); });
+    cancelInSources(searchId);
+    if (!handedOutId.empty() && handedOutId != searchId)
+    {
+        cancelInSources(handedOutId);
+    }
     if (wasSearching && receiver)
     {
         receiver->receiveSearchEnded();
     }
+}
+
+void ConversationSearcher::cancelInSources(const std::string& searchId)
+{
+    tellEach(sources_, [&searchId](SearchableConversationSourceIfc& source) { source.cancelSearch(searchId); });
 }
 
 void ConversationSearcher::addSearchableConversationSource(SearchableConversationSourceIfc* source)

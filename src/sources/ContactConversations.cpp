@@ -81,6 +81,29 @@ ContactConversations::Made ContactConversations::createConversationFromWSIItem(c
     return made;
 }
 
+void ContactConversations::complete(Conversation& known, const DirectoryContact& news)
+{
+    StaticConversationIDGenerator sameId(known.getConversationId());
+    const Made made = createConversationFromContact(completedBy(news, known), &sameId);
+    if (made)
+    {
+        made->setContactSource(known.getContactSource());
+        made->setExchangeContactId(known.exchangeContactId());
+        made->setPresenceState(known.getPresenceState());
+        takeNews(known, *made);
+    }
+}
+
+void ContactConversations::takeWSINews(Conversation& stored, const Conversation& news)
+{
+    stored.setPresenceState(news.getPresenceState());
+    if (!news.exchangeContactId().empty())
+    {
+        stored.setExchangeContactId(news.exchangeContactId());
+    }
+    complete(stored, contactOfConversation(news));
+}
+
 /** Contacts without an id must not share one. */
 ConversationIDGenerator* ContactConversations::generatorFor(const WSIItem& item)
 {

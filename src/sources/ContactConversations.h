@@ -40,6 +40,12 @@ class ContactConversations
     /** The same for a web-service contact. Its picture is written to a temporary file. */
     Made createConversationFromWSIItem(const WSIItem& item);
 
+    /** Takes in what the news says of a known contact; the rest, its kind and its id stay. */
+    void complete(Conversation& known, const DirectoryContact& news);
+
+    /** The same for a stored contact and the web service's news of it, presence and exchange id among them. */
+    void takeWSINews(Conversation& stored, const Conversation& news);
+
     /** The web service's id of whom the conversation was made for, and the other way round; "" when there is none. */
     std::string wsiIdOf(const std::string& conversationId) const { return wsiIds_.shownContactOf(conversationId); }
     std::string conversationIdOfWSIItem(const std::string& wsiId) const { return wsiIds_.conversationOf(wsiId); }

@@ -144,6 +144,10 @@ DirectoryContact completedBy(DirectoryContact hit, const Conversation& known)
             hit.*field = has.*field;
         }
     }
+    if (hit.contactSource.empty())
+    {
+        hit.contactSource = has.contactSource;
+    }
     return hit;
 }
 } // namespace ConversationAPI

@@ -99,7 +99,10 @@ std::string ContactPictures::pathToStore(const std::string& path) const
     return moved.empty() ? path : moved;
 }
 
-/** A picture that was moved before is not in /tmp any more; the phonebook may still call it by its old name. */
+/**
+ * A picture that was moved before is not in /tmp any more; the phonebook may still call it by its old name. While there
+ * is a temporary picture, what is kept under its name may be another one.
+ */
 std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
 {
     const std::string plainName = withoutSourcePrefixes(name);
@@ -108,13 +111,18 @@ std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
         CONVERSATION_LOG(3, "makeAvatarPersistent cannot keep '%s'", name.c_str());
         return {};
     }
+    const std::string temporary = TEMPORARY_DIRECTORY + name;
     const std::string kept = pathInDirectory(plainName);
-    if (!movePicture(TEMPORARY_DIRECTORY + name, kept) && !isPictureFile(kept))
+    if (!isNameTaken(temporary) && isPictureFile(kept))
+    {
+        return kept;
+    }
+    const std::string moved = movePicture(temporary, kept);
+    if (moved.empty())
     {
         CONVERSATION_LOG(2, "makeAvatarPersistent '%s' could not be moved to '%s'", name.c_str(), kept.c_str());
-        return {};
     }
-    return kept;
+    return moved;
 }
 
 std::string ContactPictures::createFilenameForWSIAvatar(const std::string& id)

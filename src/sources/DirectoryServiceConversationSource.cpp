@@ -244,13 +244,28 @@ void DirectoryServiceConversationSource::newContact(const std::string& xml, cons
     {
         CONVERSATION_LOG(5, "newContact[bluetooth] %s", xml.c_str());
         const std::unique_ptr<Conversation> contact(createConversationFromXml(xml));
-        if (contact && namesNobody(contactOfConversation(*contact)))
+        if (!contact || namesNobody(contactOfConversation(*contact)))
         {
             CONVERSATION_LOG(2, "newContact[bluetooth] ignores a contact of which nothing is told");
             return;
         }
-        saveContact(contact.get());
+        saveImportedContact(*contact);
     }
+}
+
+/** Whom the phonebook has already keeps there what the import does not tell of. */
+void DirectoryServiceConversationSource::saveImportedContact(Conversation& contact)
+{
+    const Conversation* stored = stored_->find(contact.getConversationId());
+    if (!stored)
+    {
+        saveContact(&contact);
+        return;
+    }
+    StaticConversationIDGenerator sameId(stored->getConversationId());
+    const std::unique_ptr<Conversation> completed =
+        contacts_->createConversationFromContact(completedBy(contactOfConversation(contact), *stored), &sameId);
+    saveContact(completed.get());
 }
 
 void DirectoryServiceConversationSource::contactUpdated(const std::string& xml)
@@ -350,7 +365,9 @@ void DirectoryServiceConversationSource::directorySearchResponseEvent(const Dire
     {
         return;
     }
-    const DirectoryContact fields = contactOfConversation(*hit); // numbers in the form in which they are compared
+    DirectoryContact fields = contactOfConversation(*hit); // numbers in the form in which they are compared
+    fields.firstName = contact.firstName;                  // without the nickname, which is no name that is compared
+    fields.nickname = contact.nickname;
     Conversation* known = found_->webServiceContactOf(contact.searchId, hit->getNumber());
     if (isOnlyWSIContactPresent(known, fields))
     {
@@ -362,8 +379,8 @@ void DirectoryServiceConversationSource::directorySearchResponseEvent(const Dire
     {
         CONVERSATION_LOG(5, "directorySearchResponseEvent update existing conversation");
         known->setSearchIdUsed(true);
-        updateWSIContact(*known, fields);
-        notifyObserversConversationUpdated(known);
+        contacts_->complete(*known, fields);
+        notifyObserversConversationUpdated(known); // found before, it may be on the display as it was
     }
     else
     {
@@ -378,18 +395,6 @@ void DirectoryServiceConversationSource::directorySearchResponseEvent(const Dire
             notifyObserversConversationUpdated(shown);
         }
     }
-}
-
-/** The contact stays the web service's; what the directory does not say of it stays known. */
-void DirectoryServiceConversationSource::updateWSIContact(Conversation& known, const DirectoryContact& hit)
-{
-    StaticConversationIDGenerator sameId(known.getConversationId());
-    const std::unique_ptr<Conversation> news =
-        contacts_->createConversationFromContact(completedBy(hit, known), &sameId);
-    news->setContactSource(Conversation::WSI_CONTACT);
-    news->setExchangeContactId(known.exchangeContactId());
-    news->setPresenceState(known.getPresenceState());
-    takeNews(known, *news);
 }
 
 void DirectoryServiceConversationSource::directorySearchResults(const std::string& searchId,
@@ -419,10 +424,17 @@ void DirectoryServiceConversationSource::wsiSearchResponseEvent(const WSIItem& i
     CONVERSATION_LOG(5, "wsiSearchResponseEvent allConversations.size()=%d",
                      static_cast<int>(stored_->list().size() + found_->webServiceContacts()));
     const NotificationRound::Scope round(round_);
-    if (std::unique_ptr<Conversation> contact = contacts_->createConversationFromWSIItem(item))
+    std::unique_ptr<Conversation> contact = contacts_->createConversationFromWSIItem(item);
+    if (!contact)
     {
-        notifyObserversConversationUpdated(found_->takeWebServiceContact(std::move(contact)));
+        return;
     }
+    Conversation* saved = stored_->find(contact->getConversationId());
+    if (saved)
+    {
+        contacts_->takeWSINews(*saved, *contact);
+    }
+    notifyObserversConversationUpdated(saved ? saved : found_->takeWebServiceContact(std::move(contact)));
 }
 
 void DirectoryServiceConversationSource::wsiItemDeleted(const std::string& wsiId)
@@ -461,6 +473,7 @@ void DirectoryServiceConversationSource::getMatchingConversationIds(const std::s
     }
     else if (searchString.empty())
     {
+        search_->drop();
         observer->searchEnded(searchId);
     }
     else

@@ -121,7 +121,10 @@ Conversation* FoundContacts::takeDirectoryHit(Made hit)
     return added;
 }
 
-/** Of a contact that the user has stored, the web service tells only the presence: the user's own entry stays. */
+/**
+ * A stored contact that only has the number in common is the user's own entry, and may be a colleague's who shares the
+ * line: the web service tells its presence and nothing else.
+ */
 Conversation* FoundContacts::takeWebServiceContact(Made contact)
 {
     if (Conversation* stored = findStored(*contact))

@@ -40,6 +40,8 @@ class FoundContacts
 
     /** The conversation that holds the hit from now on. */
     Conversation* takeDirectoryHit(Made hit);
+
+    /** The same for a contact that was not stored under its own id. */
     Conversation* takeWebServiceContact(Made contact);
 
     /** Whether it was there. */

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +14,7 @@ namespace ConversationAPI
 namespace
 {
 constexpr std::size_t LARGEST_PICTURE = 4 * 1024 * 1024;
+constexpr int MOST_OF_A_NAME = 100;
 constexpr mode_t READABLE_BY_ALL = 0644;
 
 class OpenFile
@@ -99,6 +101,26 @@ bool writeNewFile(const std::string& path, const std::string& bytes)
     const OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL);
     return file.isOpen() && file.writeAll(bytes);
 }
+
+std::string numbered(const std::filesystem::path& path, int number)
+{
+    return path.parent_path() / (path.stem().string() + "_" + std::to_string(number) + path.extension().string());
+}
+
+/** That of a file which holds these bytes already, or a free one; "" when there are too many of the name. */
+std::string pathFor(const std::string& bytes, const std::string& wanted)
+{
+    std::string path = wanted;
+    for (int number = 1; isNameTaken(path) && readPicture(path) != bytes; ++number)
+    {
+        if (number > MOST_OF_A_NAME)
+        {
+            return {};
+        }
+        path = numbered(wanted, number);
+    }
+    return path;
+}
 } // namespace
 
 bool isPictureFile(const std::string& path)
@@ -107,15 +129,22 @@ bool isPictureFile(const std::string& path)
     return ::lstat(path.c_str(), &about) == 0 && S_ISREG(about.st_mode);
 }
 
-bool movePicture(const std::string& from, const std::string& to)
+bool isNameTaken(const std::string& path)
+{
+    struct stat about = {};
+    return ::lstat(path.c_str(), &about) == 0;
+}
+
+std::string movePicture(const std::string& from, const std::string& to)
 {
     const std::optional<std::string> bytes = readPicture(from);
-    if (!bytes || !writePicture(to, *bytes))
+    const std::string path = bytes ? pathFor(*bytes, to) : std::string();
+    if (path.empty() || (!isNameTaken(path) && !writePicture(path, *bytes)))
     {
-        return false;
+        return {};
     }
     ::unlink(from.c_str());
-    return true;
+    return path;
 }
 
 bool writePicture(const std::string& path, const std::string& bytes)

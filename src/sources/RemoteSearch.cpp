@@ -77,14 +77,18 @@ void RemoteSearch::start(const std::string& searchId, const std::string& text, C
 
 void RemoteSearch::cancel(const std::string& searchId)
 {
-    if (searchId.empty() || searchId != id_)
+    if (searchId == id_)
     {
-        return;
+        drop();
     }
+}
+
+void RemoteSearch::drop()
+{
     const std::string id = std::exchange(id_, "");
     observer_ = nullptr;
     isDirectoryAwaited_ = isWebServiceAwaited_ = false;
-    if (directoryService_)
+    if (directoryService_ && !id.empty())
     {
         directoryService_->cancelSearch(id);
     }
@@ -118,6 +122,11 @@ std::string RemoteSearch::addConversationFromSearchResult(const PhonebookSearchR
 
 void RemoteSearch::wsiSearchResults(const std::string& searchId, std::vector<WSIItem> items)
 {
+    for (const WSIItem& item : items)
+    {
+        CONVERSATION_LOG(5, "wsiSearchResults item firstname: %s, surname: %s", item.firstName.c_str(),
+                         item.lastName.c_str());
+    }
     if (!awaits(searchId, WEB_SERVICE_RESULTS))
     {
         return;
@@ -125,8 +134,6 @@ void RemoteSearch::wsiSearchResults(const std::string& searchId, std::vector<WSI
     DistinctIds ids;
     for (WSIItem& item : items)
     {
-        CONVERSATION_LOG(5, "wsiSearchResults item firstname: %s, surname: %s", item.firstName.c_str(),
-                         item.lastName.c_str());
         item.searchId = id_;
         ids.add(addConversationFromWSIItem(item));
     }
@@ -146,9 +153,14 @@ void RemoteSearch::end(const std::string& searchId, Type from)
         return;
     }
     (from == WEB_SERVICE_RESULTS ? isWebServiceAwaited_ : isDirectoryAwaited_) = false;
+    ConversationSearchObserverIfc* const observer = observer_;
+    if (!isWebServiceAwaited_ && !isDirectoryAwaited_)
+    {
+        observer_ = nullptr; // it may go now, as nothing will be told any more
+    }
     if (!std::exchange(isEndTold_, true))
     {
-        observer_->searchEnded(std::string(id_));
+        observer->searchEnded(std::string(id_));
     }
 }
 } // namespace ConversationAPI

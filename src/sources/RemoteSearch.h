@@ -2,7 +2,8 @@
  * The search that directory and web service are answering, and who waits for the answers.
  *
  * Both answer under one id, in any order; the observer is told of one end, the first. It may start another search while
- * it is told something. Nothing given to it is owned; everything outlives it, observers until their search has ended.
+ * it is told something. Nothing given to it is owned. Services, maker and contacts outlive it; an observer is known
+ * until both have answered to the end, or its search is cancelled, dropped or replaced.
  */
 #pragma once
 
@@ -29,8 +30,11 @@ class RemoteSearch
     /** In the place of the search before, of which nothing is awaited any more and whose results go. */
     void start(const std::string& searchId, const std::string& text, ConversationSearchObserverIfc& observer);
 
-    /** Nothing is told of the search any more; what it has found stays. */
+    /** Nothing is told of the search any more; what it has found stays. Another search than that goes on. */
     void cancel(const std::string& searchId);
+
+    /** The same, whichever search it is. */
+    void drop();
 
     /** Results and ends that nobody waits for are dropped. */
     void directorySearchResults(const std::string& searchId, const PhonebookSearchResults& results);

@@ -46,19 +46,26 @@ std::string StoredContacts::conversationIdOf(const std::string& contactId) const
 std::unique_ptr<Conversation> StoredContacts::createConversationFromXml(const std::string& xml,
                                                                         ConversationIDGenerator* generator)
 {
-    return createConversation(readEntry(xml), generator);
+    PhonebookEntry entry = readEntry(xml);
+    findPicture(entry);
+    return createConversation(entry, generator);
 }
 
 PhonebookEntry StoredContacts::readEntry(const std::string& xml) const
 {
     CONVERSATION_LOG(6, "createConversationFromXml xml=%s", xml.c_str());
     PhonebookEntry entry = readPhonebookEntry(xml);
-    DirectoryContact& contact = entry.contact;
+    const DirectoryContact& contact = entry.contact;
     CONVERSATION_LOG(6, "Conversation numbers: W1:'%s' - W2:'%s' - M:'%s' - P:'%s' - Default Number:'%s' ",
                      contact.workNumber1.c_str(), contact.workNumber2.c_str(), contact.mobileNumber.c_str(),
                      contact.homeNumber.c_str(), entry.defaultNumber.c_str());
-    contact.picturePath = pictures_.pathOfNamedPicture(contact.picturePath);
     return entry;
+}
+
+/** That moves the picture: once for an entry, and only when a conversation is to show it. */
+void StoredContacts::findPicture(PhonebookEntry& entry) const
+{
+    entry.contact.picturePath = pictures_.pathOfNamedPicture(entry.contact.picturePath);
 }
 
 std::unique_ptr<Conversation> StoredContacts::createConversation(const PhonebookEntry& entry,
@@ -143,7 +150,7 @@ Conversation* StoredContacts::addConversationFromContact(const std::string& xml)
 }
 
 /** A contact that is shown already is not looked for by its number, which may be another one now. */
-Conversation* StoredContacts::add(const PhonebookEntry& entry)
+Conversation* StoredContacts::add(PhonebookEntry entry)
 {
     if (namesNobody(entry.contact))
     {
@@ -151,9 +158,11 @@ Conversation* StoredContacts::add(const PhonebookEntry& entry)
                          entry.uniqueId.c_str());
         return nullptr;
     }
+    findPicture(entry);
     Conversation* known = find(ids_.conversationOf(entry.uniqueId));
     if (known && !ids_.isHiddenByOther(entry.uniqueId))
     {
+        CONVERSATION_LOG(6, "duplicate conversation found");
         update(*known, entry);
         return known;
     }
@@ -200,7 +209,7 @@ void StoredContacts::update(Conversation& known, const PhonebookEntry& entry)
 
 std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
 {
-    const PhonebookEntry entry = readEntry(xml);
+    PhonebookEntry entry = readEntry(xml);
     const std::string conversationId = conversationIdOf(entry.uniqueId);
     Conversation* known = find(conversationId);
     if (!known || namesNobody(entry.contact))
@@ -214,9 +223,11 @@ std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
         Conversation* shown = add(entry);
         return shown ? std::vector<Conversation*>{shown} : std::vector<Conversation*>();
     }
+    findPicture(entry);
     update(*known, entry);
     std::vector<std::string> hidden = ids_.contactsOf(conversationId);
     hidden.erase(hidden.begin(), hidden.begin() + (hidden.empty() ? 0 : 1));
+    ids_.add(entry.uniqueId, conversationId); // which it has been taken for, if it was not known
     std::vector<Conversation*> changed = readAgain(hidden);
     changed.erase(std::remove(changed.begin(), changed.end(), known), changed.end());
     changed.push_back(known);

@@ -59,11 +59,12 @@ class StoredContacts
 
   private:
     PhonebookEntry readEntry(const std::string& xml) const;
+    void findPicture(PhonebookEntry& entry) const;
     std::unique_ptr<Conversation> createConversation(const PhonebookEntry& entry, ConversationIDGenerator* generator);
     std::vector<std::string> phonebook() const;
     Conversation* readContact(const std::string& contactId);
     std::vector<Conversation*> readAgain(const std::vector<std::string>& contactIds);
-    Conversation* add(const PhonebookEntry& entry);
+    Conversation* add(PhonebookEntry entry);
     Conversation* join(std::unique_ptr<Conversation> contact, const PhonebookEntry& entry);
     void update(Conversation& known, const PhonebookEntry& entry);
 

@@ -1,3 +1,4 @@
+#include "search/SearchFixture.h"
 #include "support/InMemoryDirectory.h"
 
 #include "ConversationAPI/ConversationList.h"
@@ -254,9 +255,14 @@ TEST_F(DirectorySourceTest, BluetoothContactsAreWrittenIntoThePhonebook)
     source.newContact(entryXml(ann()), "network");
     EXPECT_TRUE(directory.written.empty());
     source.newContact(entryXml(ann()), "bluetooth");
+    Fields known = ann();
+    known.insert(known.end(), {{"Email", "ann@lee"}, {"Company", "Lee"}, {"ContactSource", "LDAP"}});
+    directory.write(xmlOf(known, directory.contactIds().at(0)), true);
     source.newContact(entryXml(ann("99")), "bluetooth");
     EXPECT_EQ(stored(), Texts{"Ann Lee 11 99"});
     EXPECT_EQ(directory.contacts.size(), 1U) << "imported again, it is the same contact";
+    const Conversation& merged = *source.getConversations()->atIndex(0);
+    EXPECT_EQ(merged.getEmail() + merged.getCompany() + merged.getOrderedContactSourceAsString(), "ann@leeLeeLDAP");
 }
 
 TEST_F(DirectorySourceTest, AHitSavesOrUpdatesTheWebServicesContact)
@@ -311,6 +317,23 @@ TEST_F(DirectorySourceTest, AnswersTheSearchThatIsGoingOn)
     EXPECT_EQ(notes.take(), (Texts{"s2 found 1 of type 2", "s3 found 1 of type 2", "s3 ended"}));
     source.cancelSearch("s3");
     EXPECT_EQ(directory.searches, (Texts{"s1=p", "s2=po", "cancel s2", "s3=po", "cancel s3"}));
+}
+
+TEST_F(DirectorySourceTest, ACancelledSearcherMayGo)
+{
+    for (const std::string last : {"start s2", "network, start s2 b"})
+    {
+        {
+            Searching::Bench display("0");
+            display.searcher.addSearchableConversationSource(&source);
+            display.run("start s1 a, " + last + ", cancel");
+        }
+        source.directorySearchResults("s1", {{{{"Surname", "Poe"}}}});
+        source.directorySearchEnded("s1");
+        source.wsiSearchEnded("s1");
+        EXPECT_EQ(std::exchange(directory.searches, {}), (Texts{"s1=a", "cancel s1"})) << last;
+    }
+    EXPECT_TRUE(source.getInUseConversationIds().empty());
 }
 
 TEST_F(DirectorySourceTest, LateAnswersAreNeverTold)
@@ -394,9 +417,10 @@ TEST_F(PictureTest, TemporaryPicturesAreWrittenAndMoved)
     const auto saved = contact("Poe", "44");
     saved->setContactImagePath(temporary);
     source.saveContact(saved.get());
-    EXPECT_EQ(saved->getContactImagePath(), lasting);
-    EXPECT_EQ(ClientUtils::extractValueFromXMLString(directory.written.at(0), "Picture"), name(""));
-    EXPECT_EQ(fs::file_size(lasting), 11U);
+    const std::string newer = saved->getContactImagePath();
+    EXPECT_EQ(ClientUtils::extractValueFromXMLString(directory.written.at(0), "Picture"), fs::path(newer).filename());
+    EXPECT_EQ(fs::file_size(newer), 11U);
+    EXPECT_EQ(fs::file_size(lasting), 5U) << "somebody's picture stays what it is";
 
     WSIItem item;
     item.id = "../" + unique;
