@@ -21,7 +21,7 @@ string(REGEX REPLACE "/$" "" package_prefix_from_pkgconfig ${package_prefix_from
 function(install_headers folder component)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION ${package_include_dir}
     COMPONENT ${component} FILES_MATCHING PATTERN "*.h"
-    PATTERN internal EXCLUDE PATTERN cmake EXCLUDE PATTERN translations EXCLUDE)
+    PATTERN internal EXCLUDE PATTERN cmake EXCLUDE PATTERN translations EXCLUDE PATTERN examples EXCLUDE)
 endfunction()
 
 function(install_pkgconfig_file name component)

@@ -45,14 +45,16 @@ std::optional<long> dayNumber(const std::string& text)
     {
         return std::nullopt;
     }
-    const auto ymd = Calendar::ymd_type(static_cast<unsigned short>(year), static_cast<unsigned short>(month),
-                                        static_cast<unsigned short>(day));
-    if (day > Calendar::end_of_month_day(ymd.year, ymd.month))
+    // Boost's days throw when they are made of more than 31: asked before one is made.
+    const auto yearOfDate = static_cast<unsigned short>(year);
+    const auto monthOfYear = static_cast<unsigned short>(month);
+    if (day > Calendar::end_of_month_day(yearOfDate, monthOfYear))
     {
         return std::nullopt;
     }
     static const long EPOCH = Calendar::day_number(Calendar::ymd_type(1970, 1, 1));
-    return static_cast<long>(Calendar::day_number(ymd)) - EPOCH;
+    const auto dayOfMonth = static_cast<unsigned short>(day);
+    return static_cast<long>(Calendar::day_number(Calendar::ymd_type(yearOfDate, monthOfYear, dayOfMonth))) - EPOCH;
 }
 
 /** Seconds since midnight; a leap second counts as the first second of the next minute. */
