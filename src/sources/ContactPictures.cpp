@@ -112,12 +112,12 @@ std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
         return {};
     }
     const std::string temporary = TEMPORARY_DIRECTORY + name;
-    const std::string kept = pathInDirectory(plainName);
+    std::string kept = pathInDirectory(plainName);
     if (!isNameTaken(temporary) && isPictureFile(kept))
     {
         return kept;
     }
-    const std::string moved = movePicture(temporary, kept);
+    std::string moved = movePicture(temporary, kept);
     if (moved.empty())
     {
         CONVERSATION_LOG(2, "makeAvatarPersistent '%s' could not be moved to '%s'", name.c_str(), kept.c_str());
@@ -135,7 +135,7 @@ std::string ContactPictures::createFilenameForWSIAvatar(const std::string& id)
 
 std::string ContactPictures::storeWSIAvatar(const std::string& id, const std::string& bytes)
 {
-    const std::string path = bytes.empty() ? std::string() : createFilenameForWSIAvatar(id);
+    std::string path = bytes.empty() ? std::string() : createFilenameForWSIAvatar(id);
     if (path.empty())
     {
         return {};

@@ -138,7 +138,7 @@ bool isNameTaken(const std::string& path)
 std::string movePicture(const std::string& from, const std::string& to)
 {
     const std::optional<std::string> bytes = readPicture(from);
-    const std::string path = bytes ? pathFor(*bytes, to) : std::string();
+    std::string path = bytes ? pathFor(*bytes, to) : std::string();
     if (path.empty() || (!isNameTaken(path) && !writePicture(path, *bytes)))
     {
         return {};
