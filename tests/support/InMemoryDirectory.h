@@ -9,6 +9,12 @@
 #include "platform/ClientUtils.h"
 #include "platform/DirectoryServiceIfc.h"
 
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
 namespace Testing
 {
 using Fields = std::vector<std::pair<std::string, std::string>>;
@@ -76,7 +82,10 @@ class InMemoryDirectory : public DirectoryServiceIfc
         return id;
     }
 
-    static std::string idOf(const std::string& xml) { return ClientUtils::extractValueFromXMLString(xml, "UniqueID"); }
+    static std::string idOf(const std::string& xml)
+    {
+        return ClientUtils::unescapeXMLString(ClientUtils::extractValueFromXMLString(xml, "UniqueID"));
+    }
 
     std::map<std::string, std::string> contacts;
     std::vector<std::string> written, searches;

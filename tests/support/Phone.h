@@ -14,6 +14,11 @@
 #include "host/DigitAnalysis.h"
 #include "host/LogSink.h"
 
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace Testing
 {
 using Items = std::vector<ConversationAPI::ConversationItem*>;
