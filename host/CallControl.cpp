@@ -80,14 +80,15 @@ void CallControl::note(Call& call, ActiveCall::activeCallState state)
 
 void CallControl::callEnded(const std::string& callId, const CallEnd& end)
 {
-    const auto found = calls_.find(callId);
+    const std::string id = callId; // who is told of the entry may be who owns the text
+    const auto found = calls_.find(id);
     if (found != calls_.end() && found->second.isOurs)
     {
         const Call ended = std::move(found->second);
         calls_.erase(found);
         journal_.addCall(entryOf(ended, end));
     }
-    callCleared(callId);
+    callCleared(id);
 }
 
 void CallControl::callCleared(const std::string& callId)

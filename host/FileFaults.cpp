@@ -107,7 +107,8 @@ void FileFaults::logGone() const
     log(2, "was deleted or moved");
 }
 
-/** The path is part of the format, so that the log names the file as it is: it is nobody's name. */
+/** The path is part of the format, so that the log names the file as it is: it is nobody's name. The number of the
+ *  fault is there because a format without arguments would be none for the compiler. */
 void FileFaults::log(int level, const std::string& what) const
 {
     std::string format = std::string("The ") + wording_.file + " file '" + file_.string() + "' " + what;
