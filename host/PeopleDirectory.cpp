@@ -1,10 +1,9 @@
 #include "host/PeopleDirectory.h"
 
+#include "host/internal/NameMatch.h"
+
 #include <algorithm>
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/predicate.hpp>
-#include <boost/algorithm/string/split.hpp>
-#include <boost/algorithm/string/trim.hpp>
+#include <utility>
 
 namespace Host
 {
@@ -83,18 +82,10 @@ void PeopleDirectory::answer(const std::string& searchId, bool withResults)
 
 PhonebookSearchResults PeopleDirectory::find(const std::string& text) const
 {
-    std::vector<std::string> words;
-    const std::string trimmed = boost::algorithm::trim_copy(text);
-    boost::algorithm::split(words, trimmed, boost::algorithm::is_space(), boost::algorithm::token_compress_on);
+    const NameMatch isMeant(text);
     PhonebookSearchResults results;
     std::copy_if(people_.begin(), people_.end(), std::back_inserter(results.entries),
-                 [&](const auto& person)
-                 {
-                     const std::string name = valueOf(person, "Firstname") + ' ' + valueOf(person, "Surname");
-                     return !trimmed.empty() && std::all_of(words.begin(), words.end(),
-                                                            [&name](const std::string& word)
-                                                            { return boost::algorithm::icontains(name, word); });
-                 });
+                 [&](const auto& person) { return isMeant(valueOf(person, "Firstname"), valueOf(person, "Surname")); });
     return results;
 }
 } // namespace Host

@@ -7,19 +7,21 @@ namespace Deskphone
 {
 Contact readContact(EventFields& fields, const std::string& contactId)
 {
-    return {contactId,           fields.text("first"), fields.text("last"),
-            fields.text("work"), fields.text("work2"), fields.text("mobile"),
-            fields.text("home")};
+    Contact contact;
+    contact.contactId = contactId;
+    for (const ContactField& field : CONTACT_FIELDS)
+    {
+        contact.*field.value = fields.text(field.name);
+    }
+    return contact;
 }
 
 void writeContact(FieldWriter& fields, const Contact& contact)
 {
     fields.text("contactId", contact.contactId);
-    fields.text("first", contact.first);
-    fields.text("last", contact.last);
-    fields.text("work", contact.work);
-    fields.text("work2", contact.work2);
-    fields.text("mobile", contact.mobile);
-    fields.text("home", contact.home);
+    for (const ContactField& field : CONTACT_FIELDS)
+    {
+        fields.text(field.name, contact.*field.value);
+    }
 }
 } // namespace Deskphone

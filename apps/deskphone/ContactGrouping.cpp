@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/ConversationItemAggregator.h"
+#include "ConversationAPI/DirectoryServiceConversationSource.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace Deskphone
 {
 using ConversationAPI::Conversation;
 
-ContactGrouping::ContactGrouping(ConversationAPI::ConversationSourceIfc& contacts,
+ContactGrouping::ContactGrouping(ConversationAPI::DirectoryServiceConversationSource& contacts,
                                  ConversationAPI::ConversationItemAggregator& history,
                                  ConversationAPI::RandomCachingConversationIDGenerator& ids)
     : contacts_(contacts), history_(history), ids_(ids)
@@ -20,7 +21,26 @@ ContactGrouping::ContactGrouping(ConversationAPI::ConversationSourceIfc& contact
 
 void ContactGrouping::conversationUpdated(Conversation* contact)
 {
-    known_.insert(contact->getConversationId());
+    const bool isNew = known_.insert(contact->getConversationId()).second;
+    if (isNew && !contacts_.findWSIIdForConversationID(contact->getConversationId()).empty())
+    {
+        makeIdKnown(*contact);
+    }
+}
+
+/**
+ * The web service gives its contacts ids of its own, of which the generator knows nothing: the contact's next call
+ * would get another one, and a row beside the contact's. It may have one from the phonebook's message of a contact that
+ * was saved, which nobody uses.
+ */
+void ContactGrouping::makeIdKnown(Conversation& contact)
+{
+    ids_.garbageCollect();
+    ConversationAPI::ConversationItem* item = contact.initialItem();
+    if (item && !ids_.remembers(*item))
+    {
+        ids_.remember(contact.getConversationId(), item);
+    }
 }
 
 void ContactGrouping::conversationsChanged()

@@ -3,9 +3,9 @@
  *
  * It observes the source of contacts from before the combined list does, so that the combining that follows finds the
  * calls of all numbers of a contact in one conversation. When contacts have gone it lets go of what they held
- * together: what is left of a contact's identifier is the newest call's, and the history is made anew. A contact that
- * changed alone is regrouped by the combined list itself. Nothing is owned; all of it outlives this object. UI thread
- * only.
+ * together: what is left of a contact's identifier is the newest call's, and the history is made anew. Calls of a
+ * web-service contact get its identifier. A contact that changed alone is regrouped by the combined list itself.
+ * Nothing is owned; all of it outlives this object. UI thread only.
  */
 #pragma once
 
@@ -17,6 +17,7 @@
 namespace ConversationAPI
 {
 class ConversationItemAggregator;
+class DirectoryServiceConversationSource;
 class RandomCachingConversationIDGenerator;
 } // namespace ConversationAPI
 
@@ -25,7 +26,7 @@ namespace Deskphone
 class ContactGrouping : public ConversationAPI::ConversationSourceObserverIfc
 {
   public:
-    ContactGrouping(ConversationAPI::ConversationSourceIfc& contacts,
+    ContactGrouping(ConversationAPI::DirectoryServiceConversationSource& contacts,
                     ConversationAPI::ConversationItemAggregator& history,
                     ConversationAPI::RandomCachingConversationIDGenerator& ids);
 
@@ -38,10 +39,12 @@ class ContactGrouping : public ConversationAPI::ConversationSourceObserverIfc
   private:
     using Ids = std::set<std::string>;
 
+    void makeIdKnown(ConversationAPI::Conversation& contact);
+
     /** Whether there was anything to let go of. */
     bool letGo(const Ids& goneContacts);
 
-    ConversationAPI::ConversationSourceIfc& contacts_;
+    ConversationAPI::DirectoryServiceConversationSource& contacts_;
     ConversationAPI::ConversationItemAggregator& history_;
     ConversationAPI::RandomCachingConversationIDGenerator& ids_;
     Ids known_; ///< the contacts that there are

@@ -31,6 +31,7 @@ EventCatalogue makeCatalogue()
     addNetworkCallEvents(catalogue);
     addUserEvents(catalogue);
     addVoicemailEvents(catalogue);
+    addWebContactEvents(catalogue);
     return catalogue;
 }
 } // namespace

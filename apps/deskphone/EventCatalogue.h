@@ -53,4 +53,5 @@ void addHistoryEvents(EventCatalogue& catalogue);
 void addNetworkCallEvents(EventCatalogue& catalogue);
 void addUserEvents(EventCatalogue& catalogue);
 void addVoicemailEvents(EventCatalogue& catalogue);
+void addWebContactEvents(EventCatalogue& catalogue);
 } // namespace Deskphone

@@ -30,6 +30,15 @@ std::string inQuotes(const std::string& text)
     return "'" + quote + (length < text.size() ? "..." : "") + "'";
 }
 
+std::string faultOfText(const std::string& text)
+{
+    if (text.size() > LONGEST_TEXT)
+    {
+        return "is longer than " + std::to_string(LONGEST_TEXT) + " bytes";
+    }
+    return std::any_of(text.begin(), text.end(), isControlCharacter) ? "holds a control character" : "";
+}
+
 EventFields::EventFields(const nlohmann::json& object, const std::string& path) : object_(object), path_(path) {}
 
 void EventFields::fail(const std::string& name, const std::string& problem) const
@@ -55,13 +64,10 @@ std::string EventFields::checkedText(const std::string& name, const nlohmann::js
         fail(name, "must be a text");
     }
     std::string value = field.get<std::string>();
-    if (value.size() > LONGEST_TEXT)
+    const std::string fault = faultOfText(value);
+    if (!fault.empty())
     {
-        fail(name, "is longer than " + std::to_string(LONGEST_TEXT) + " bytes");
-    }
-    if (std::any_of(value.begin(), value.end(), isControlCharacter))
-    {
-        fail(name, "holds a control character");
+        fail(name, fault);
     }
     return value;
 }

@@ -28,6 +28,9 @@ class TraceError : public std::runtime_error
 /** A text of a trace as it may stand in a message: in quotes, without control characters, not too long. */
 std::string inQuotes(const std::string& text);
 
+/** Why a text cannot stand in a trace: "is longer than 1000 bytes"; "" when it can. */
+std::string faultOfText(const std::string& text);
+
 class EventFields
 {
   public:

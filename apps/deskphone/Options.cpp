@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "ContactFields.h"
 #include "EventCatalogue.h"
 #include "Moment.h"
 #include "TimeZone.h"
@@ -31,6 +32,9 @@ Examples:
   deskphone mark-read --row 1
   deskphone delete --number "030 23125000"
   deskphone search --ldap host/examples/ldap.json "ann be"
+  deskphone contact add --first Anna --last Berg --work "030 23125000" --mobile "0176 04069001"
+  deskphone contact list
+  deskphone contact change --id 5f0c0e3e2a0b4d6c8a1f7b9d3e5c1a20 --mobile ""
 
 History and contacts are kept in the folder --data, by default $XDG_DATA_HOME/deskphone or
 ~/.local/share/deskphone, and are there again at the next start.
@@ -40,7 +44,8 @@ missed calls that nobody has seen, messages in the mailbox. ← incoming, → ou
 column counts what the row holds and what of it is new.
 
 Exit codes: 0 all went well, 1 wrong usage, unreadable trace or unwritable record, 2 broken trace (nothing was
-applied), 3 an event or a command asked for something that was not possible, there is no such row, or the history could not be
+applied), or a contact that is not there or of whom nothing is told, or a broken phonebook (no contact was changed),
+3 an event or a command asked for something that was not possible, there is no such row, or the history could not be
 read or stored.
 )";
 
@@ -193,6 +198,51 @@ void addSearch(CLI::App& app, Options& options)
     addSettings(search, options);
 }
 
+CLI::App& addContactCommand(CLI::App& contact, Options& options, Options::Command command, const std::string& name,
+                            const std::string& description)
+{
+    CLI::App& added = *contact.add_subcommand(name, description);
+    added.callback([&options, command] { options.command = command; });
+    added.add_flag("--json", options.json, "Print one JSON object a contact");
+    addHistoryFile(added, options);
+    return added;
+}
+
+void addContactFields(CLI::App& command, Options& options)
+{
+    for (const ContactField& field : CONTACT_FIELDS)
+    {
+        const std::string name = field.name;
+        command
+            .add_option_function<std::string>(
+                "--" + name, [&options, name](const std::string& value) { options.contactFields[name] = value; },
+                field.meaning)
+            ->type_name("TEXT")
+            ->check([](const std::string& value) { return faultOfText(value); });
+    }
+}
+
+void addContactId(CLI::App& command, Options& options)
+{
+    CLI::Option* id = command.add_option("--id", options.contactId, "The contact, by the id that list shows");
+    check(id->type_name("ID")->required(), "contact", isNotEmpty);
+}
+
+void addContact(CLI::App& app, Options& options)
+{
+    CLI::App& contact = *app.add_subcommand("contact", "Look at the phonebook, add, change or remove a contact");
+    contact.require_subcommand(1);
+    addContactCommand(contact, options, Options::CONTACT_LIST, "list", "Print all contacts");
+    addContactFields(addContactCommand(contact, options, Options::CONTACT_ADD, "add", "Add a contact"), options);
+
+    CLI::App& change = addContactCommand(contact, options, Options::CONTACT_CHANGE, "change",
+                                         "Change what is told of a contact; \"\" takes a name or a number away");
+    addContactId(change, options);
+    addContactFields(change, options);
+
+    addContactId(addContactCommand(contact, options, Options::CONTACT_REMOVE, "remove", "Remove a contact"), options);
+}
+
 /** "" when there is none. */
 std::filesystem::path userDataFolder()
 {
@@ -284,6 +334,7 @@ std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
     addExplain(app, options);
     addHistoryCommands(app, options);
     addSearch(app, options);
+    addContact(app, options);
     try
     {
         app.parse(argc, argv);

@@ -4,6 +4,7 @@
 #include "TelephoneSettings.h"
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -18,7 +19,11 @@ struct Options
         HISTORY,
         SEARCH,
         MARK_READ,
-        DELETE
+        DELETE,
+        CONTACT_LIST,
+        CONTACT_ADD,
+        CONTACT_CHANGE,
+        CONTACT_REMOVE
     };
 
     Command command = REPLAY;
@@ -34,6 +39,9 @@ struct Options
     long row = 0;
     std::optional<std::string> number;
     bool all = false;
+
+    std::string contactId;                            ///< whom to change or to remove
+    std::map<std::string, std::string> contactFields; ///< what is told of the contact, by the field's name
 
     std::string text;                ///< what to search
     std::optional<std::string> ldap; ///< how the directory is reached: a file

@@ -142,6 +142,19 @@ std::optional<int> newVoicemailsOf(const Conversation& conversation)
     return std::nullopt;
 }
 
+const char* describe(ConversationAPI::ConversationSearchObserverIfc::SearchResultsType answer)
+{
+    switch (answer)
+    {
+    case ConversationAPI::ConversationSearchObserverIfc::DIRECTORY_RESULTS:
+        return "Directory";
+    case ConversationAPI::ConversationSearchObserverIfc::WEB_SERVICE_RESULTS:
+        return "Web service";
+    default:
+        return "";
+    }
+}
+
 ScreenRow screenRow(const Conversation& conversation, DisplayAPI::TimeStringFormatter& times)
 {
     ScreenRow row;
@@ -207,9 +220,10 @@ std::vector<ScreenRow> screenRows(Telephone& telephone)
 std::vector<ScreenRow> foundRows(Telephone& telephone)
 {
     std::vector<ScreenRow> rows;
-    for (const Conversation* conversation : telephone.found())
+    for (const Telephone::Found& found : telephone.found())
     {
-        rows.push_back(screenRow(*conversation, telephone.times()));
+        rows.push_back(screenRow(*found.conversation, telephone.times()));
+        rows.back().foundBy = describe(found.type);
     }
     return rows;
 }

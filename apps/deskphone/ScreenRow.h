@@ -44,6 +44,7 @@ struct ScreenRow
     long time = 0;                    ///< of the most prominent item: seconds since the epoch, UTC
     std::string when;                 ///< the same, told relative to now; "" for a contact without items
     std::string shortId;              ///< "phantom" for a row that has no id of its own
+    std::string foundBy;              ///< of a search's result: "Directory", "Web service"; "" for the own ones
     CloudDetails cloud;
 
     /** Neither a contact's placeholder has one, nor an entry of the network's directories. */

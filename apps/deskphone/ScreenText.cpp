@@ -122,6 +122,12 @@ std::string besideName(const ScreenRow& row)
     return number.empty() ? row.cloud.presence : number;
 }
 
+/** Somebody found elsewhere has no calls, as a rule: who knows of them stands in place of the state. */
+const std::string& stateOrFinder(const ScreenRow& row)
+{
+    return row.state.empty() ? row.foundBy : row.state;
+}
+
 /** How many items the row holds and how many are new. The latter may need the blank before the former. */
 std::string countsOf(const ScreenRow& row, bool withIds)
 {
@@ -196,6 +202,10 @@ void printObject(std::ostream& stream, nlohmann::ordered_json object, const Scre
         {"when", row.when},
         {"items", row.items},
     });
+    if (!row.foundBy.empty())
+    {
+        object["foundBy"] = row.foundBy;
+    }
     if (row.newVoicemails)
     {
         object["newVoicemails"] = *row.newVoicemails;
@@ -219,8 +229,8 @@ void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vect
         // A party without a name is shown by its number, as on any telephone.
         stream << "  " << markOf(row) << ' ' << arrowOf(row.direction) << ' '
                << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
-               << leftAligned(besideName(row), NUMBER_COLUMNS) << ' ' << leftAligned(row.state, STATE_COLUMNS) << ' '
-               << leftAligned(row.when, WHEN_COLUMNS) << ' ' << countsOf(row, withIds)
+               << leftAligned(besideName(row), NUMBER_COLUMNS) << ' ' << leftAligned(stateOrFinder(row), STATE_COLUMNS)
+               << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' ' << countsOf(row, withIds)
                << (withIds ? "  " + row.shortId : "") << '\n';
         for (const std::string& line : row.cloud.lines())
         {

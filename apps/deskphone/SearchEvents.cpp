@@ -1,5 +1,6 @@
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
+#include "PersonFields.h"
 #include "Telephone.h"
 
 namespace Deskphone
@@ -44,41 +45,37 @@ class FoundSaved : public Event
 class DirectoryPerson : public Event
 {
   public:
-    DirectoryPerson(EventFields& fields, long)
-    {
-        for (const auto& name : names())
-        {
-            const std::string value = fields.text(name.first);
-            if (!value.empty())
-            {
-                person_[name.second] = value;
-            }
-        }
-    }
+    DirectoryPerson(EventFields& fields, long) : person_(fields) {}
 
-    void apply(Telephone& telephone) const override { telephone.people().add(person_); }
+    void apply(Telephone& telephone) const override { telephone.people().add(person_.entry()); }
+    void write(FieldWriter& fields) const override { person_.write(fields); }
+
+  private:
+    const PersonFields person_;
+};
+
+/** Somebody of whom the directory tells by itself: who calls a group, say. */
+class DirectoryHit : public Event
+{
+  public:
+    DirectoryHit(EventFields& fields, long) : searchId_(fields.requiredText("searchId")), person_(fields) {}
+
+    void apply(Telephone& telephone) const override
+    {
+        DirectoryContact hit = person_.hit();
+        hit.searchId = searchId_;
+        telephone.directoryHit(hit);
+    }
 
     void write(FieldWriter& fields) const override
     {
-        for (const auto& name : names())
-        {
-            const auto found = person_.find(name.second);
-            fields.text(name.first, found == person_.end() ? "" : found->second);
-        }
+        fields.text("searchId", searchId_);
+        person_.write(fields);
     }
 
   private:
-    /** Those of a trace, and those of a directory's entry. */
-    static const std::vector<std::pair<std::string, std::string>>& names()
-    {
-        static const std::vector<std::pair<std::string, std::string>> all = {
-            {"first", "Firstname"}, {"last", "Surname"}, {"work", "Office"}, {"work2", "Office2"},
-            {"mobile", "Mobile"},   {"home", "Private"}, {"email", "Email"}, {"company", "Company"},
-        };
-        return all;
-    }
-
-    PhonebookSearchResults::Entry person_;
+    const std::string searchId_;
+    const PersonFields person_;
 };
 } // namespace
 
@@ -87,5 +84,6 @@ void addSearchEvents(EventCatalogue& catalogue)
     catalogue.add<SearchTyped>("search");
     catalogue.add<FoundSaved>("search-save");
     catalogue.add<DirectoryPerson>("directory-person");
+    catalogue.add<DirectoryHit>("directory-hit");
 }
 } // namespace Deskphone

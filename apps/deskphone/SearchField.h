@@ -16,6 +16,12 @@ namespace Deskphone
 class SearchField : public ConversationAPI::SearchResultsReceiver
 {
   public:
+    struct Result
+    {
+        std::string conversationId;
+        SearchResultsType type; ///< of the answer in which it came first
+    };
+
     /** Another text, of which nothing is known yet; "" closes the field. */
     void begin(const std::string& text)
     {
@@ -24,13 +30,14 @@ class SearchField : public ConversationAPI::SearchResultsReceiver
         isSearching_ = !text.empty();
     }
 
-    void receiveSearchResults(const std::vector<std::string>& conversationIds, SearchResultsType) override
+    void receiveSearchResults(const std::vector<std::string>& conversationIds, SearchResultsType type) override
     {
         for (const std::string& id : conversationIds)
         {
-            if (std::find(found_.begin(), found_.end(), id) == found_.end())
+            if (std::none_of(found_.begin(), found_.end(),
+                             [&id](const Result& one) { return one.conversationId == id; }))
             {
-                found_.push_back(id);
+                found_.push_back({id, type});
             }
         }
     }
@@ -40,14 +47,14 @@ class SearchField : public ConversationAPI::SearchResultsReceiver
     const std::string& text() const { return text_; }
 
     /** In the order in which they are shown. */
-    const std::vector<std::string>& found() const { return found_; }
+    const std::vector<Result>& found() const { return found_; }
 
     /** Whether more may come. */
     bool isSearching() const { return isSearching_; }
 
   private:
     std::string text_;
-    std::vector<std::string> found_;
+    std::vector<Result> found_;
     bool isSearching_ = false;
 };
 } // namespace Deskphone

@@ -15,30 +15,40 @@ Host::Journal openJournal(const std::filesystem::path& file, const Host::Journal
     return file.empty() ? Host::Journal(limits) : Host::Journal(file, limits);
 }
 
-Host::Phonebook openPhonebook(const std::filesystem::path& folder)
+Host::Phonebook openPhonebook(const std::filesystem::path& file)
 {
-    return folder.empty() ? Host::Phonebook() : Host::Phonebook(folder / "phonebook.sqlite");
+    return file.empty() ? Host::Phonebook() : Host::Phonebook(file);
+}
+
+std::filesystem::path inFolder(const std::filesystem::path& folder, const char* name)
+{
+    return folder.empty() ? folder : folder / name;
 }
 } // namespace
 
 std::filesystem::path Telephone::journalFile(const std::filesystem::path& folder)
 {
-    return folder.empty() ? std::filesystem::path() : folder / "call-journal.sqlite";
+    return inFolder(folder, "call-journal.sqlite");
+}
+
+std::filesystem::path Telephone::phonebookFile(const std::filesystem::path& folder)
+{
+    return inFolder(folder, "phonebook.sqlite");
 }
 
 Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::path& folder)
     : digitAnalysis_(settings.numbers), translator_(settings.language),
       journal_(openJournal(journalFile(folder), settings.history)), people_(*Host::EventLoop::current()),
-      phonebook_(openPhonebook(folder)), participantFactory_(&digitAnalysis_),
+      phonebook_(openPhonebook(phonebookFile(folder))), participantFactory_(&digitAnalysis_),
       itemFactory_(&participantFactory_, &digitAnalysis_), liveCalls_(&itemFactory_),
       history_(&journal_, &itemFactory_, &digitAnalysis_, &Host::currentTime),
       networkCalls_(&networkLog_, &itemFactory_, &conversationFactory_), journalUpdates_(history_, journal_),
       callControl_(liveCalls_, journal_), itemAggregator_(&conversationFactory_),
-      contacts_(&conversationFactory_, &phonebook_, nullptr),
+      contacts_(&conversationFactory_, &phonebook_, &webDirectory_),
       contactGrouping_(contacts_, itemAggregator_, idGenerator_),
       cloudConversations_(&itemFactory_, &conversationFactory_, &cloudListStarter_),
       cloudNotices_(cloudService_, cloudConversations_), local_(itemFactory_), cloud_(itemFactory_),
-      provider_(&itemFactory_), times_(&Host::currentTime), finder_(local_.aggregator)
+      provider_(&itemFactory_), times_(&Host::currentTime), finder_(local_.aggregator), webSearch_(&contacts_)
 {
     wireFactories();
     wireLists();
@@ -50,6 +60,7 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
 Telephone::~Telephone()
 {
     searcher_.cancelSearch();
+    webDirectory_.setObserver(nullptr);
     phonebook_.setDirectory(nullptr);
     phonebook_.removeObserver(&contacts_);
     journal_.removeObserver(&journalUpdates_);
@@ -115,8 +126,11 @@ void Telephone::startSources()
     phonebook_.setDirectory(&people_);
     phonebook_.addObserver(&contacts_);
     contacts_.phonebookDatabaseUpdated(true);
+    webDirectory_.setObserver(&contacts_);
+    webSearch_.addWSISource(&webDirectory_);
     searcher_.addSearchableConversationSource(&finder_);
     searcher_.addSearchableConversationSource(&contacts_);
+    searcher_.addSearchableConversationSource(&webSearch_);
     local_.aggregator.start();
 }
 
@@ -173,14 +187,14 @@ void Telephone::search(const std::string& text)
     searcher_.startSearch("search " + std::to_string(++searches_), text, &searchField_);
 }
 
-std::vector<const ConversationAPI::Conversation*> Telephone::found()
+std::vector<Telephone::Found> Telephone::found()
 {
-    std::vector<const ConversationAPI::Conversation*> all;
-    for (const std::string& id : searchField_.found())
+    std::vector<Found> all;
+    for (const SearchField::Result& result : searchField_.found())
     {
-        if (const ConversationAPI::Conversation* one = local_.aggregator.getConversationByConversationID(id))
+        if (auto* one = local_.aggregator.getConversationByConversationID(result.conversationId))
         {
-            all.push_back(one);
+            all.push_back({one, result.type});
         }
     }
     return all;
@@ -188,15 +202,13 @@ std::vector<const ConversationAPI::Conversation*> Telephone::found()
 
 bool Telephone::saveFound(long place)
 {
-    const auto& ids = searchField_.found();
-    const bool exists = place >= 1 && static_cast<std::size_t>(place) <= ids.size();
-    ConversationAPI::Conversation* one =
-        exists ? local_.aggregator.getConversationByConversationID(ids[static_cast<std::size_t>(place) - 1]) : nullptr;
-    if (one)
+    const std::vector<Found> all = found();
+    const bool exists = place >= 1 && static_cast<std::size_t>(place) <= all.size();
+    if (exists)
     {
-        contacts_.saveContact(one);
+        contacts_.saveContact(all[static_cast<std::size_t>(place) - 1].conversation);
     }
-    return one != nullptr;
+    return exists;
 }
 
 void Telephone::sortRows(RowOrder order)

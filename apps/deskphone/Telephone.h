@@ -22,6 +22,8 @@
  *     user ──────────▶ showList() ──▶ conversations(), provider_: local_ or cloud_
  *     contacts_ ─────▶ contactGrouping_, local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  *     user ──────────▶ search() ──▶ searcher_ ──▶ finder_ (local_), contacts_ ──▶ phonebook() ──▶ people()
+ *                                   searcher_ ──▶ webSearch_ ──▶ webDirectory() and contacts_
+ *     webDirectory() ▶ contacts_
  */
 #pragma once
 
@@ -43,6 +45,7 @@
 #include "ConversationAPI/QuorvelServiceConversationSource.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "ConversationAPI/RelativeTimeFormatter.h"
+#include "ConversationAPI/WSIConversationSearchInterface.h"
 #include "JournalUpdates.h"
 #include "SearchField.h"
 #include "TelephoneSettings.h"
@@ -56,6 +59,7 @@
 #include "host/PeopleDirectory.h"
 #include "host/Phonebook.h"
 #include "host/Translator.h"
+#include "host/WebDirectory.h"
 
 #include <filesystem>
 #include <string>
@@ -79,8 +83,9 @@ class Telephone
         CLOUD_LIST
     };
 
-    /** Where a telephone keeps its history, in the folder of its data. */
+    /** Where a telephone keeps its history and its contacts, in the folder of its data; "" without one. */
     static std::filesystem::path journalFile(const std::filesystem::path& folder);
+    static std::filesystem::path phonebookFile(const std::filesystem::path& folder);
 
     /** History and phonebook are kept in the folder; "" for a telephone that keeps nothing. */
     explicit Telephone(const TelephoneSettings& settings, const std::filesystem::path& folder = {});
@@ -115,6 +120,15 @@ class Telephone
     /** Whom the directory knows unless another one is set. */
     Host::PeopleDirectory& people() { return people_; }
 
+    /** A hit that the directory told by itself, under a search id that is not the user's. */
+    void directoryHit(const DirectoryContact& hit) { contacts_.directorySearchResponseEvent(hit); }
+
+    /** The contacts of the web service. */
+    Host::WebDirectory& webDirectory() { return webDirectory_; }
+
+    /** A contact of the web service is to go there; whom the user saved stays in the phonebook. */
+    void deleteWebContact(const std::string& itemId) { contacts_.wsiItemDeleted(itemId); }
+
     /** Not owned; outlives the telephone. */
     void setDirectory(Host::DirectorySearch& directory) { phonebook_.setDirectory(&directory); }
 
@@ -145,12 +159,20 @@ class Telephone
     void showList(List list);
     List shownList() const { return shownList_; }
 
-    /** What stands in the search field: local answers are there at once, the directory's come later. "" closes it. */
+    /** What stands in the search field: own people and those of the web service are there at once, the directory's come
+     *  later. "" closes it. */
     void search(const std::string& text);
     const SearchField& searchField() const { return searchField_; }
 
-    /** What was found, in the order in which it is shown; valid until the next event. */
-    std::vector<const ConversationAPI::Conversation*> found();
+    /** Whom a search found. */
+    struct Found
+    {
+        ConversationAPI::Conversation* conversation; ///< valid until the next event
+        ConversationAPI::ConversationSearchObserverIfc::SearchResultsType type;
+    };
+
+    /** In the order in which they are shown; who is not there any more is left out. */
+    std::vector<Found> found();
 
     /** Stores a found person, counted from 1, in the phonebook; whether there is such a one. */
     bool saveFound(long place);
@@ -181,6 +203,7 @@ class Telephone
     Host::Translator translator_;
     Host::Journal journal_;
     Host::PeopleDirectory people_;
+    Host::WebDirectory webDirectory_;
     Host::Phonebook phonebook_;
     Host::NetworkCallLog networkLog_;
     Host::CloudService cloudService_;
@@ -223,6 +246,7 @@ class Telephone
     ConversationAPI::RelativeTimeFormatter times_;
     SearchField searchField_;
     ConversationAPI::ConversationFinder finder_;
+    ConversationAPI::WSIConversationSearchInterface webSearch_;
     ConversationAPI::ConversationSearcher searcher_;
     unsigned long searches_ = 0; ///< so many there have been
 };

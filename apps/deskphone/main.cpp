@@ -1,3 +1,4 @@
+#include "ContactCommand.h"
 #include "Explain.h"
 #include "Options.h"
 #include "Replay.h"
@@ -13,7 +14,7 @@
 namespace
 {
 constexpr int FAILED = 1;
-constexpr int BROKEN_TRACE = 2;
+constexpr int BROKEN_INPUT = 2; ///< a trace, a contact or the phonebook: nothing was done
 constexpr int NOT_ALL_POSSIBLE = 3;
 
 void setUpLog(const Deskphone::Options& options)
@@ -36,6 +37,12 @@ bool carryOut(const Deskphone::Options& options)
         return Deskphone::explain(Deskphone::readTrace(options.trace), options, std::cout, std::cerr);
     case Deskphone::Options::SEARCH:
         return Deskphone::searchPeople(options, std::cout, std::cerr);
+    case Deskphone::Options::CONTACT_LIST:
+    case Deskphone::Options::CONTACT_ADD:
+    case Deskphone::Options::CONTACT_CHANGE:
+    case Deskphone::Options::CONTACT_REMOVE:
+        Deskphone::manageContacts(options, std::cout, std::cerr);
+        return true;
     default:
         return Deskphone::showHistory(options, std::cout, std::cerr);
     }
@@ -71,7 +78,12 @@ int main(int argc, char** argv)
     catch (const Deskphone::BrokenTrace& error)
     {
         std::cerr << error.what() << '\n';
-        return BROKEN_TRACE;
+        return BROKEN_INPUT;
+    }
+    catch (const Deskphone::ContactProblem& problem)
+    {
+        std::cerr << "deskphone: " << problem.what() << '\n';
+        return BROKEN_INPUT;
     }
     catch (const std::exception& error)
     {

@@ -145,6 +145,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     void saveImportedContact(Conversation& contact);
     Conversation* storeFoundContact(const Conversation& saved);
     void saveWSIItem(Conversation* contact);
+    void showDirectoryHit(const DirectoryContact& contact);
     void clearTemporaryConversations();
 
     DirectoryServiceIfc* directoryService_;

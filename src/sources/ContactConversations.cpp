@@ -81,6 +81,16 @@ ContactConversations::Made ContactConversations::createConversationFromWSIItem(c
     return made;
 }
 
+/** The nickname is no name that is compared. */
+DirectoryContact ContactConversations::withComparableNumbers(const DirectoryContact& contact)
+{
+    StaticConversationIDGenerator noId("");
+    DirectoryContact comparable = contactOfConversation(*createConversationFromContact(contact, &noId));
+    comparable.firstName = contact.firstName;
+    comparable.nickname = contact.nickname;
+    return comparable;
+}
+
 void ContactConversations::complete(Conversation& known, const DirectoryContact& news)
 {
     StaticConversationIDGenerator sameId(known.getConversationId());

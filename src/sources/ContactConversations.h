@@ -40,6 +40,12 @@ class ContactConversations
     /** The same for a web-service contact. Its picture is written to a temporary file. */
     Made createConversationFromWSIItem(const WSIItem& item);
 
+    /**
+     * The contact with its numbers in the form in which they are compared. No id is asked for: it would be remembered
+     * for all numbers of somebody who may never be shown.
+     */
+    DirectoryContact withComparableNumbers(const DirectoryContact& contact);
+
     /** Takes in what the news says of a known contact; the rest, its kind and its id stay. */
     void complete(Conversation& known, const DirectoryContact& news);
 

@@ -360,15 +360,8 @@ void DirectoryServiceConversationSource::directorySearchResponseEvent(const Dire
     CONVERSATION_LOG(5, "directorySearchResponseEvent my contact source is: %d",
                      static_cast<int>(Conversation::DIRECTORY_CONTACT));
     const NotificationRound::Scope round(round_);
-    std::unique_ptr<Conversation> hit = contacts_->createConversationFromContact(contact);
-    if (!hit)
-    {
-        return;
-    }
-    DirectoryContact fields = contactOfConversation(*hit); // numbers in the form in which they are compared
-    fields.firstName = contact.firstName;                  // without the nickname, which is no name that is compared
-    fields.nickname = contact.nickname;
-    Conversation* known = found_->webServiceContactOf(contact.searchId, hit->getNumber());
+    const DirectoryContact fields = contacts_->withComparableNumbers(contact);
+    Conversation* known = found_->webServiceContactOf(contact.searchId, firstNumberOf(fields).number);
     if (isOnlyWSIContactPresent(known, fields))
     {
         CONVERSATION_LOG(5, "directorySearchResponseEvent saving wsi conversation");
@@ -384,16 +377,26 @@ void DirectoryServiceConversationSource::directorySearchResponseEvent(const Dire
     }
     else
     {
-        const bool isForGroupPickup = isGroupPickupSearch(contact.searchId);
-        if (isForGroupPickup)
-        {
-            CONVERSATION_LOG(5, "directorySearchResponseEvent handle GROUPPICKUP REMOTE or CALLED event");
-        }
-        Conversation* shown = found_->takeDirectoryHit(std::move(hit));
-        if (isForGroupPickup)
-        {
-            notifyObserversConversationUpdated(shown);
-        }
+        showDirectoryHit(contact);
+    }
+}
+
+void DirectoryServiceConversationSource::showDirectoryHit(const DirectoryContact& contact)
+{
+    std::unique_ptr<Conversation> hit = contacts_->createConversationFromContact(contact);
+    if (!hit)
+    {
+        return;
+    }
+    const bool isForGroupPickup = isGroupPickupSearch(contact.searchId);
+    if (isForGroupPickup)
+    {
+        CONVERSATION_LOG(5, "directorySearchResponseEvent handle GROUPPICKUP REMOTE or CALLED event");
+    }
+    Conversation* shown = found_->takeDirectoryHit(std::move(hit));
+    if (isForGroupPickup)
+    {
+        notifyObserversConversationUpdated(shown);
     }
 }
 

@@ -32,7 +32,11 @@ class RandomDay
     {
         loop_.advanceBy(7000);
         const unsigned kind = below(100);
-        kind < 45 ? call() : kind < 62 ? clearCall() : kind < 84 ? addHistory() : somethingElse();
+        kind < 45   ? call()
+        : kind < 62 ? clearCall()
+        : kind < 78 ? addHistory()
+        : kind < 88 ? changeWebContact()
+                    : somethingElse();
         loop_.runUntilIdle();
     }
 
@@ -195,6 +199,27 @@ class RandomDay
             (below(2) == 0 ? contact.work2 : contact.home).clear();
         }
         telephone_.phonebook().write(Deskphone::writeRequest(contact), true);
+    }
+
+    /** Found, told, completed by the directory, saved or deleted. */
+    void changeWebContact()
+    {
+        const std::string number = below(2) == 0 ? "040 66969229" : "+44 20 7946 0018";
+        WSIItem item;
+        item.id = "exchange" + number;
+        item.searchId = below(2) == 0 ? "told" : "";
+        item.lastName = "Zorn";
+        item.workNumber1 = number;
+        DirectoryContact hit;
+        hit.searchId = "told";
+        hit.workNumber1 = number;
+        hit.firstName = below(2) == 0 ? "Nina" : "";
+        const std::vector<std::function<void()>> all{
+            [&] { telephone_.webDirectory().put(item); },          [&] { telephone_.directoryHit(hit); },
+            [&] { telephone_.search(below(2) == 0 ? "zo" : ""); }, [&] { telephone_.saveFound(1); },
+            [&] { telephone_.deleteWebContact(item.id); },
+        };
+        all[below(static_cast<unsigned>(all.size()))]();
     }
 
     /** Not one with a call, which would go on unseen. */

@@ -1,0 +1,180 @@
+#include "ContactCommand.h"
+
+#include "ContactFields.h"
+#include "EventFields.h"
+#include "Telephone.h"
+#include "TextColumn.h"
+#include "host/SimulatedEventLoop.h"
+
+#include <algorithm>
+#include <ctime>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <vector>
+
+namespace Deskphone
+{
+namespace
+{
+constexpr std::size_t NAME_COLUMNS = 26;
+constexpr std::size_t NUMBER_COLUMNS = 17;
+
+Contact contactWithId(Host::Phonebook& phonebook, const std::string& id)
+{
+    const std::string message = phonebook.read(readRequest(id));
+    if (message.empty())
+    {
+        throw ContactProblem("there is no contact " + inQuotes(id));
+    }
+    return contactOf(message);
+}
+
+std::vector<Contact> allContacts(Host::Phonebook& phonebook)
+{
+    std::vector<Contact> all;
+    for (const std::string& id : phonebook.contactIds())
+    {
+        all.push_back(contactWithId(phonebook, id));
+    }
+    return all;
+}
+
+/** Also a phonebook that was damaged and is empty now: the user should know before it fills again. */
+void requireIntact(const Host::Phonebook& phonebook)
+{
+    if (!phonebook.isStored() || !phonebook.problem().empty())
+    {
+        throw ContactProblem(phonebook.problem());
+    }
+}
+
+bool namesSomebody(const Contact& contact)
+{
+    return std::any_of(CONTACT_FIELDS.begin(), CONTACT_FIELDS.end(),
+                       [&contact](const ContactField& field) { return !(contact.*field.value).empty(); });
+}
+
+/** The contact with what the options tell of it. */
+Contact completed(Contact contact, const Options& options)
+{
+    for (const ContactField& field : CONTACT_FIELDS)
+    {
+        const auto told = options.contactFields.find(field.name);
+        contact.*field.value = told == options.contactFields.end() ? contact.*field.value : told->second;
+    }
+    if (!namesSomebody(contact))
+    {
+        throw ContactProblem("a contact needs a name or a number");
+    }
+    return contact;
+}
+
+Contact add(Host::Phonebook& phonebook, const Options& options)
+{
+    const std::size_t before = phonebook.contactIds().size();
+    phonebook.write(writeRequest(completed({}, options)), true);
+    const std::vector<std::string> ids = phonebook.contactIds();
+    if (ids.size() == before)
+    {
+        throw ContactProblem("the phonebook refuses the contact");
+    }
+    return contactWithId(phonebook, ids.back());
+}
+
+/** The contact as it stands in the phonebook from then on, or stood there. */
+Contact act(Host::Phonebook& phonebook, const Options& options)
+{
+    if (options.command == Options::CONTACT_ADD)
+    {
+        return add(phonebook, options);
+    }
+    const Contact known = contactWithId(phonebook, options.contactId);
+    if (options.command == Options::CONTACT_REMOVE)
+    {
+        phonebook.deleteContact(known.contactId);
+        return known;
+    }
+    phonebook.write(writeRequest(completed(known, options)), true);
+    return contactWithId(phonebook, known.contactId);
+}
+
+void printTable(std::ostream& stream, const std::vector<Contact>& contacts)
+{
+    const auto printLine = [&stream](const std::string& name, const Contact& contact)
+    {
+        stream << "  " << leftAligned(name, NAME_COLUMNS) << ' ';
+        for (const std::string* number : {&contact.work, &contact.work2, &contact.mobile, &contact.home})
+        {
+            stream << leftAligned(*number, NUMBER_COLUMNS) << ' ';
+        }
+        stream << leftAligned(contact.contactId, columnsOf(contact.contactId)) << '\n';
+    };
+    printLine("Name", {"Id", "", "", "Work", "Work 2", "Mobile", "Home"});
+    for (const Contact& contact : contacts)
+    {
+        printLine(joined({contact.first, contact.last}, " "), contact);
+    }
+}
+
+void printJson(std::ostream& stream, const std::vector<Contact>& contacts)
+{
+    for (const Contact& contact : contacts)
+    {
+        nlohmann::ordered_json object{{"contactId", contact.contactId}};
+        for (const ContactField& field : CONTACT_FIELDS)
+        {
+            object[field.name] = contact.*field.value;
+        }
+        stream << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    }
+}
+
+void print(std::ostream& stream, const std::vector<Contact>& contacts, bool asJson)
+{
+    if (asJson)
+    {
+        printJson(stream, contacts);
+    }
+    else if (contacts.empty())
+    {
+        stream << "  no contacts\n";
+    }
+    else
+    {
+        printTable(stream, contacts);
+    }
+}
+
+/** Where the contacts are: nowhere as long as there are none, for looking makes no phonebook. */
+std::filesystem::path folderOf(const Options& options, std::ostream& errors)
+{
+    const std::filesystem::path folder = options.dataFolder();
+    const std::filesystem::path file = Telephone::phonebookFile(folder);
+    std::error_code error;
+    if (options.command == Options::CONTACT_ADD || std::filesystem::exists(file, error) || error)
+    {
+        return folder;
+    }
+    errors << "deskphone: there is no stored phonebook: " << file.string() << '\n';
+    return {};
+}
+} // namespace
+
+void manageContacts(const Options& options, std::ostream& screen, std::ostream& errors)
+{
+    Host::SimulatedEventLoop loop(std::time(nullptr));
+    const Host::EventLoop::Scope scope(loop);
+    Telephone telephone(options.over({}), folderOf(options, errors));
+    Host::Phonebook& phonebook = telephone.phonebook();
+    if (options.command == Options::CONTACT_LIST)
+    {
+        print(screen, allContacts(phonebook), options.json); // what can be read at least
+        requireIntact(phonebook);
+        return;
+    }
+    requireIntact(phonebook);
+    const Contact contact = act(phonebook, options);
+    requireIntact(phonebook);
+    print(screen, {contact}, options.json);
+}
+} // namespace Deskphone
