@@ -1,6 +1,7 @@
 #include "host/CloudService.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace Host
@@ -102,7 +103,11 @@ class CloudService::Conversation final : public Quorvel::ConversationIfc
     {
         record_ = record;
         putMeeting(record.meeting);
+        parties_.insert(record.creatorId);
+        parties_.insert(record.participantIds.begin(), record.participantIds.end());
     }
+
+    bool wasEverOf(const std::string& userId) const { return parties_.count(userId) != 0; }
 
     void put(const CloudSessionEvent& event)
     {
@@ -135,6 +140,7 @@ class CloudService::Conversation final : public Quorvel::ConversationIfc
     }
 
     CloudConversation record_;
+    std::set<std::string> parties_; ///< also those who have left
     std::optional<JoinDetails> joinDetails_;
     std::vector<const Quorvel::ConversationItemIfc*> items_;
 };
@@ -199,16 +205,15 @@ bool CloudService::putConversation(const CloudConversation& conversation)
     {
         return false;
     }
-    if (Conversation* known = findConversation(conversation.id))
+    Conversation* known = findConversation(conversation.id);
+    const bool wasMine = known && isMine(*known);
+    if (!known)
     {
-        known->put(conversation);
-        tell([known](CloudServiceObserver& observer) { observer.updatedConversation(*known); });
-        return true;
+        known = conversations_.emplace_back(std::make_unique<Conversation>()).get();
     }
-    conversations_.push_back(std::make_unique<Conversation>());
-    Conversation* added = conversations_.back().get();
-    added->put(conversation);
-    tell([added](CloudServiceObserver& observer) { observer.newConversation(*added); });
+    known->put(conversation);
+    tellOf(*known, [&](CloudServiceObserver& observer)
+           { wasMine ? observer.updatedConversation(*known) : observer.newConversation(*known); });
     return true;
 }
 
@@ -225,13 +230,13 @@ bool CloudService::putItem(const CloudItem& item)
     {
         Item* known = found->second.get();
         known->put(item);
-        tell([known](CloudServiceObserver& observer) { observer.updatedConversationItem(*known); });
+        tellOf(*conversation, [known](CloudServiceObserver& observer) { observer.updatedConversationItem(*known); });
         return true;
     }
     Item* added = items_.emplace(item.id, std::make_unique<Item>()).first->second.get();
     added->put(item);
     conversation->add(added);
-    tell([added](CloudServiceObserver& observer) { observer.newConversationItem(*added); });
+    tellOf(*conversation, [added](CloudServiceObserver& observer) { observer.newConversationItem(*added); });
     return true;
 }
 
@@ -244,24 +249,27 @@ bool CloudService::putSessionEvent(const CloudSessionEvent& event)
     }
     conversation->put(event);
     const SessionEvent told(event);
-    tell([&told](CloudServiceObserver& observer) { observer.sessionEvent(told); });
+    tellOf(*conversation, [&told](CloudServiceObserver& observer) { observer.sessionEvent(told); });
     return true;
 }
 
 std::vector<const Quorvel::ConversationIfc*> CloudService::conversations() const
 {
-    std::vector<const Quorvel::ConversationIfc*> all;
-    if (me_)
+    std::vector<const Quorvel::ConversationIfc*> mine;
+    for (const auto& conversation : conversations_)
     {
-        std::transform(conversations_.begin(), conversations_.end(), std::back_inserter(all),
-                       [](const auto& conversation) { return conversation.get(); });
+        if (isMine(*conversation))
+        {
+            mine.push_back(conversation.get());
+        }
     }
-    return all;
+    return mine;
 }
 
 const Quorvel::ConversationIfc* CloudService::conversation(const std::string& id) const
 {
-    return me_ ? findConversation(id) : nullptr;
+    const Conversation* found = findConversation(id);
+    return found && isMine(*found) ? found : nullptr;
 }
 
 const Quorvel::UserIfc* CloudService::user(const std::string& id) const
@@ -282,11 +290,26 @@ CloudService::User* CloudService::findUser(const std::string& id) const
     return found == users_.end() ? nullptr : found->second.get();
 }
 
+bool CloudService::isMine(const Conversation& conversation) const
+{
+    return me_ && conversation.wasEverOf(me_->id());
+}
+
 void CloudService::tell(const std::function<void(CloudServiceObserver&)>& notice) const
 {
     if (observer_ && me_)
     {
         notice(*observer_);
+    }
+}
+
+/** Others' conversations are nothing that the signed-in user is told of. */
+void CloudService::tellOf(const Conversation& conversation,
+                          const std::function<void(CloudServiceObserver&)>& notice) const
+{
+    if (isMine(conversation))
+    {
+        tell(notice);
     }
 }
 } // namespace Host

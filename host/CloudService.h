@@ -2,7 +2,10 @@
  * A cloud collaboration service in memory: users, conversations with their items, meetings, who is signed in.
  *
  * It is told records and keeps them; what it gives out by pointer shows the record as it is now and lives as long as
- * the service. Until somebody signs in it has nothing to tell: records are kept, but nobody is told of them.
+ * the service. Until somebody signs in it has nothing to tell: records are kept, but nobody is told of them. Who is
+ * signed in sees the conversations that he began, takes part in, or has taken part in, and no others; users he sees
+ * all.
+ *
  * The observer is not owned. Whatever it is told is already so when it asks; it may change the service while it is
  * told. UI thread only.
  */
@@ -120,8 +123,10 @@ class CloudService final : public Quorvel::ServiceIfc
     /** False for an unknown conversation. */
     bool putSessionEvent(const CloudSessionEvent& event);
 
-    /** In the order in which they came; none while nobody is signed in. */
+    /** Those of the signed-in user, in the order in which they came. */
     std::vector<const Quorvel::ConversationIfc*> conversations() const override;
+
+    /** Null for another's conversation, too. */
     const Quorvel::ConversationIfc* conversation(const std::string& id) const override;
     const Quorvel::UserIfc* user(const std::string& id) const override;
     const Quorvel::UserIfc* me() const override { return me_; }
@@ -133,7 +138,9 @@ class CloudService final : public Quorvel::ServiceIfc
 
     Conversation* findConversation(const std::string& id) const;
     User* findUser(const std::string& id) const;
+    bool isMine(const Conversation& conversation) const;
     void tell(const std::function<void(CloudServiceObserver&)>& notice) const;
+    void tellOf(const Conversation& conversation, const std::function<void(CloudServiceObserver&)>& notice) const;
 
     CloudServiceObserver* observer_ = nullptr;
     std::map<std::string, std::unique_ptr<User>> users_;

@@ -59,6 +59,12 @@ std::string lineOf(const NetworkCallLogEntry& entry)
            "}:" + typeOf(entry.kind) + ":" + (entry.secondNumber.empty() ? "*" : entry.secondNumber) + "}}";
 }
 
+/** Where the service keeps the entry. */
+std::string pathOf(const NetworkCallLogEntry& entry)
+{
+    return std::string("/") + typeOf(entry.kind) + "/" + entry.callLogId;
+}
+
 auto isOfKind(Kind kind)
 {
     return [kind](const NetworkCallLogEntry& entry) { return entry.kind == kind; };
@@ -118,9 +124,15 @@ bool NetworkCallLog::remove(Kind kind, const std::string& callLogId)
     {
         return false;
     }
-    entries_.erase(found);
-    tellObserver(kind);
+    erase(found);
     return true;
+}
+
+void NetworkCallLog::erase(const Entries::const_iterator& entry)
+{
+    const Kind kind = entry->kind;
+    entries_.erase(entry);
+    tellObserver(kind);
 }
 
 std::vector<std::string> NetworkCallLog::entries()
@@ -131,16 +143,16 @@ std::vector<std::string> NetworkCallLog::entries()
     return lines;
 }
 
-/** Calls alone have a path: the service's directories are not the telephone's to change. */
+/** Of calls alone: the service's directories are not the telephone's to change. */
 void NetworkCallLog::deleteCallLogEntry(const std::string& path)
 {
-    for (const Kind kind : {NetworkCallLogEntry::PLACED, NetworkCallLogEntry::MISSED, NetworkCallLogEntry::RECEIVED})
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&path](const NetworkCallLogEntry& entry)
+                                    { return NetworkCallLogEntry::isCall(entry.kind) && pathOf(entry) == path; });
+    if (found != entries_.end())
     {
-        const std::string folder = std::string("/") + typeOf(kind) + "/";
-        if (path.compare(0, folder.size(), folder) == 0 && remove(kind, path.substr(folder.size())))
-        {
-            return;
-        }
+        erase(found);
+        return;
     }
     logAppOrv("Host", LOG_FILE, 2, __LINE__, "The network's call log has no entry '%s'", path.c_str());
 }

@@ -32,6 +32,9 @@ struct NetworkCallLogEntry
         ENTERPRISE_COMMON = 7
     };
 
+    /** Whether it is a call, and no contact of a directory. */
+    static constexpr bool isCall(Kind kind) { return kind == PLACED || kind == MISSED || kind == RECEIVED; }
+
     Kind kind = MISSED;
     std::string callLogId; ///< unique among the entries of a kind
     std::string time;      ///< ISO 8601, "2026-03-05T09:07:00+01:00"
@@ -71,6 +74,7 @@ class NetworkCallLog final : public BroadsoftServiceIfc
     using Entries = std::deque<NetworkCallLogEntry>;
 
     std::size_t numberOf(NetworkCallLogEntry::Kind kind) const;
+    void erase(const Entries::const_iterator& entry);
     void makeRoomFor(NetworkCallLogEntry::Kind kind);
     void tellObserver(NetworkCallLogEntry::Kind kind);
 

@@ -1,4 +1,9 @@
-/** The network service that keeps call logs and directories for the user. Called on the UI thread. */
+/**
+ * The network service that keeps call logs and directories for the user.
+ *
+ * How the service tells of changes is the telephone's own affair: whatever hears of one passes all entries on to the
+ * source (`broadsoftCallLogChanged`). Called on the UI thread.
+ */
 #pragma once
 
 #include <string>

@@ -1,7 +1,8 @@
 /**
  * The call logs and directories that the network service keeps for the user, as items and as conversations.
  *
- * The service tells them as text lines, always all of them. The source keeps the lines, makes the items from them
+ * The service tells them as text lines, always all of them. The source reads them itself when it begins; that they
+ * changed the application hears from the service and passes on. The source keeps the lines, makes the items from them
  * when somebody asks, and owns one conversation for each line. What is shown of those is a second list, a view that
  * owns nothing: getConversations(). A line that cannot be understood is logged and left out.
  *
@@ -53,7 +54,10 @@ class BroadsoftServiceConversationItemSource : public ConversationItemSourceIfc,
     /** The service keeps no marks of what was seen: always false. */
     bool ageAllMissedCalls(const std::vector<std::string>& journalEntryIds) override;
 
-    /** Reads what the service has by now and reports as ready; without a service it never does. */
+    /**
+     * Reads what the service has by now and reports as ready and subscribed; without a service it never does. The
+     * service takes no observers: to call broadsoftCallLogChanged() with what changes later is the application's task.
+     */
     virtual void init();
 
     /**
@@ -62,7 +66,7 @@ class BroadsoftServiceConversationItemSource : public ConversationItemSourceIfc,
      */
     virtual void broadsoftCallLogChanged(std::vector<std::string> updatedDirectories, std::vector<std::string> entries);
 
-    /** The name under which this subscribes to the service. */
+    /** The name under which the application subscribes to the service for this source. */
     virtual std::string getSubscribingService();
 
     /** Does nothing; the items stay the caller's. */

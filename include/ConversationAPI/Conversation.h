@@ -20,6 +20,7 @@
 #include "ConversationAPI/JournalEntryIds.h"
 #include "platform/Semaphore.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,9 @@ class Conversation : public ConversationContact
         CONTENT_UPDATED = 0,
         PRESENCE_UPDATED = 2
     };
+
+    /** So many items it holds while no call is live; older ones go. */
+    static constexpr std::size_t MOST_HISTORY_ITEMS = 10;
 
     /** What a conversation takes from the one folded into it, besides items. */
     struct Folding

@@ -73,6 +73,7 @@ class QuorvelServiceConversationSource : public ConversationSourceIfc,
     std::string displayName() const override { return displayName_; }
     std::string getUserId() const override { return userId_; }
 
+    /** In the order of the list. An empty text finds all. */
     std::vector<std::string> getMatchingConversationIds(std::string searchString) override;
 
     /** Everything that can be found is here already: answers and ends at once. An empty text finds nothing. */
@@ -101,19 +102,25 @@ class QuorvelServiceConversationSource : public ConversationSourceIfc,
     /** Asks the service who is signed in. */
     void fetchMyUserData();
 
-    /** Both take in what the service tells of the conversation, whether it is known or not. */
+    /**
+     * Both take in what the service tells of the conversation, whether it is known or not. One that is of another kind
+     * now, or with somebody else, is made anew: that is told as a change of the whole list.
+     */
     void newConversation(const Quorvel::ConversationIfc* conversation);
     void updatedConversation(const Quorvel::ConversationIfc* conversation);
 
-    /** Both replace the item of this id or add it; an unknown conversation is asked of the service. */
+    /**
+     * Both replace the item of this id or add it; an unknown conversation is asked of the service. Like all items, two
+     * messages of one second count as the same: the one that is taken in last is shown.
+     */
     void newConversationItem(const Quorvel::ConversationItemIfc* item);
     void updatedConversationItem(const Quorvel::ConversationItemIfc* item);
 
-    /** Names or picture of a user are others now. */
+    /** Names or picture of a user are others now: wherever he is shown, in notices that affect him, too. */
     void updatedUser(const Quorvel::UserIfc* user);
     void userPresenceChanged(const std::string& userId, Quorvel::PresenceState state);
 
-    /** A meeting began, ended or has other ways to dial in. */
+    /** A meeting began, ended or has other ways to dial in; an event without join details leaves those. */
     void processRTCSessionEvent(const Quorvel::RTCSessionEventIfc* event);
 
   private:
@@ -121,6 +128,8 @@ class QuorvelServiceConversationSource : public ConversationSourceIfc,
     // NOLINTNEXTLINE(readability-identifier-naming): known by this name
     void CreateConversationsFromQuorvelConversations(const std::vector<const Quorvel::ConversationIfc*>& conversations);
     Conversation* takeIn(const Quorvel::ConversationIfc& conversation);
+    Conversation* add(const Quorvel::ConversationIfc& conversation);
+    const Quorvel::ConversationIfc* askFor(const std::string& conversationId) const;
     Conversation* findOrCreate(const std::string& conversationId);
     Conversation* findConversationForUser(const std::string& userId) const;
     void takeMyUserData(const std::string& userId, const std::string& displayName);

@@ -16,7 +16,6 @@ namespace
 {
 constexpr const char* LOG_FILE = "./src/Conversation";
 
-constexpr std::size_t MOST_HISTORY_ITEMS = 10;
 constexpr std::size_t SHORT_ID_LENGTH = 7;
 
 /** Live in the sense in which a newer record of the call replaces an older one. */

@@ -190,7 +190,10 @@ void BroadsoftServiceConversationItemSource::broadsoftCallLogChanged(std::vector
     }
 }
 
-/** Lines that cannot be understood are dropped here, so that they are in the log once and not at every rebuild. */
+/**
+ * Lines that cannot be understood are dropped here, so that they are in the log once for each change that has them,
+ * and not once more whenever items are made.
+ */
 void BroadsoftServiceConversationItemSource::takeEntries(std::vector<std::string> entries)
 {
     const CriticalSection guard(lock_);

@@ -21,6 +21,46 @@ std::string partyIdOf(const Conversation& conversation, const std::string& creat
     return conversation.getType() == Conversation::GROUP ? creatorId : conversation.getUserId();
 }
 
+bool involves(const Conversation& conversation, const std::string& userId)
+{
+    const auto& participants = conversation.getGroupParticipants();
+    const auto& items = conversation.items();
+    return conversation.getUserId() == userId ||
+           std::any_of(participants.begin(), participants.end(), UserIdMatcher(userId)) ||
+           std::any_of(items.begin(), items.end(),
+                       [&userId](const auto& item) { return item->getCreatorId() == userId; });
+}
+
+bool affects(const Quorvel::ConversationItemIfc& cloudItem, const std::string& userId)
+{
+    const Quorvel::SystemItemIfc* notice = cloudItem.asSystemItem();
+    const std::vector<std::string> ids = notice ? notice->affectedUserIds() : std::vector<std::string>();
+    return std::find(ids.begin(), ids.end(), userId) != ids.end();
+}
+
+bool holds(const Conversation& conversation, const std::string& itemId)
+{
+    const auto& items = conversation.items();
+    return std::any_of(items.begin(), items.end(),
+                       [&itemId](const auto& item) { return item->conversationItemId() == itemId; });
+}
+
+/** The conversation's own notices that affect the user. They have the names of whom they affect, and no ids. */
+std::vector<const Quorvel::ConversationItemIfc*> noticesAffecting(const Conversation& conversation,
+                                                                  const Quorvel::ConversationIfc* cloudConversation,
+                                                                  const std::string& userId)
+{
+    std::vector<const Quorvel::ConversationItemIfc*> notices;
+    if (cloudConversation)
+    {
+        notices = cloudConversation->items();
+    }
+    const auto isOther = [&](const Quorvel::ConversationItemIfc* item)
+    { return !item || !affects(*item, userId) || !holds(conversation, item->id()); };
+    notices.erase(std::remove_if(notices.begin(), notices.end(), isOther), notices.end());
+    return notices;
+}
+
 /** A group without a topic goes by its participants' names. */
 void nameGroup(Conversation& conversation)
 {
@@ -62,6 +102,14 @@ QuorvelConversationBuilder::CreateConversationFromQuorvelConversation(const Quor
     return conversation;
 }
 
+bool QuorvelConversationBuilder::isAnotherNow(const Conversation& conversation,
+                                              const Quorvel::ConversationIfc& cloudConversation) const
+{
+    const Conversation::Type type = convertQuorvelConversationType(cloudConversation.type());
+    const std::string partyId = type == Conversation::GROUP ? "" : users_.remotePartyOf(cloudConversation);
+    return type != conversation.getType() || (!partyId.empty() && partyId != conversation.getUserId());
+}
+
 void QuorvelConversationBuilder::update(Conversation& conversation, const Quorvel::ConversationIfc& cloudConversation)
 {
     describe(conversation, cloudConversation);
@@ -87,12 +135,9 @@ void QuorvelConversationBuilder::describe(Conversation& conversation, const Quor
     }
 }
 
-/** A direct conversation that became a group shows nothing of the one it was with any more. */
 void QuorvelConversationBuilder::describeGroup(Conversation& conversation,
                                                const Quorvel::ConversationIfc& cloudConversation)
 {
-    conversation.setUserId("");
-    takeRemoteParty(conversation, users_.get(""));
     conversation.setGroupName(cloudConversation.topic());
     updateGroupParticipants(conversation, cloudConversation);
     nameGroup(conversation);
@@ -143,25 +188,22 @@ void QuorvelConversationBuilder::updateGroupParticipants(Conversation& conversat
 void QuorvelConversationBuilder::updateMeeting(Conversation& conversation, const Quorvel::RTCSessionEventIfc& event)
 {
     conversation.setModerated(event.isModerated());
-    setGroupCallNumbers(event.joinDetails(), conversation);
-    setGroupCallPin(event.joinDetails(), conversation);
+    if (const Quorvel::JoinDetailsIfc* joinDetails = event.joinDetails())
+    {
+        setGroupCallNumbers(joinDetails, conversation);
+        setGroupCallPin(joinDetails, conversation);
+    }
 }
 
 void QuorvelConversationBuilder::setGroupCallNumbers(const Quorvel::JoinDetailsIfc* joinDetails,
                                                      Conversation& conversation)
 {
-    if (joinDetails)
-    {
-        conversation.setBridgeNumbers(joinDetails->bridgeNumbers());
-    }
+    conversation.setBridgeNumbers(joinDetails ? joinDetails->bridgeNumbers() : std::vector<std::string>());
 }
 
 void QuorvelConversationBuilder::setGroupCallPin(const Quorvel::JoinDetailsIfc* joinDetails, Conversation& conversation)
 {
-    if (joinDetails)
-    {
-        conversation.setGroupCallPin(joinDetails->pin());
-    }
+    conversation.setGroupCallPin(joinDetails ? joinDetails->pin() : std::string());
 }
 
 std::vector<QuorvelConversationBuilder::OwnedItem>
@@ -240,18 +282,27 @@ std::string QuorvelConversationBuilder::shownNameOf(const std::string& userId) c
     return name.empty() ? userId : name;
 }
 
-bool QuorvelConversationBuilder::involves(const Conversation& conversation, const std::string& userId)
+bool QuorvelConversationBuilder::updateUser(Conversation& conversation,
+                                            const Quorvel::ConversationIfc* cloudConversation,
+                                            const Quorvel::UserIfc& user)
 {
-    const auto& participants = conversation.getGroupParticipants();
-    const auto& items = conversation.items();
-    return conversation.getUserId() == userId ||
-           std::any_of(participants.begin(), participants.end(), UserIdMatcher(userId)) ||
-           std::any_of(items.begin(), items.end(),
-                       [&userId](const auto& item) { return item->getCreatorId() == userId; });
+    const std::string userId = user.id();
+    const auto notices = noticesAffecting(conversation, cloudConversation, userId);
+    if (notices.empty() && !involves(conversation, userId))
+    {
+        return false;
+    }
+    for (const Quorvel::ConversationItemIfc* notice : notices)
+    {
+        putItem(conversation, *notice);
+    }
+    renameInItems(conversation, user);
+    renameParty(conversation, user);
+    return true;
 }
 
 /** The items are changed where they are: their order does not depend on names. */
-void QuorvelConversationBuilder::updateUser(Conversation& conversation, const Quorvel::UserIfc& user)
+void QuorvelConversationBuilder::renameInItems(Conversation& conversation, const Quorvel::UserIfc& user)
 {
     const std::string userId = user.id();
     const ConversationParticipant changed = QuorvelUsers::participantFrom(user);
@@ -268,10 +319,16 @@ void QuorvelConversationBuilder::updateUser(Conversation& conversation, const Qu
             item->setLastName(changed.getSurname());
         }
     }
+}
+
+void QuorvelConversationBuilder::renameParty(Conversation& conversation, const Quorvel::UserIfc& user)
+{
+    const std::string userId = user.id();
     if (conversation.getType() == Conversation::GROUP)
     {
         std::vector<ConversationParticipant> participants = conversation.getGroupParticipants();
-        std::replace_if(participants.begin(), participants.end(), UserIdMatcher(userId), changed);
+        std::replace_if(participants.begin(), participants.end(), UserIdMatcher(userId),
+                        QuorvelUsers::participantFrom(user));
         conversation.setGroupParticipants(std::move(participants));
         nameGroup(conversation);
     }

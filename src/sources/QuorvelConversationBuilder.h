@@ -32,17 +32,27 @@ class QuorvelConversationBuilder
     // NOLINTNEXTLINE(readability-identifier-naming): known by this name
     std::unique_ptr<Conversation> CreateConversationFromQuorvelConversation(const Quorvel::ConversationIfc& cloud);
 
-    /** Keeps what the cloud does not tell this time: unknown users' names, the meeting, earlier items. */
+    /**
+     * Whether it is of another kind now, or with somebody else. Nothing of such a conversation may stay, not even in
+     * the copies of it, which keep a name when there is none in its place: it is to be made anew, and not updated.
+     */
+    bool isAnotherNow(const Conversation& conversation, const Quorvel::ConversationIfc& cloudConversation) const;
+
+    /** Keeps what the cloud does not tell this time: unknown users' names, earlier items. */
     void update(Conversation& conversation, const Quorvel::ConversationIfc& cloudConversation);
 
     /** Replaces the item of the same id, else adds it. */
     void putItem(Conversation& conversation, const Quorvel::ConversationItemIfc& cloudItem);
 
+    /** Without join details the ways to dial in stay what they were. */
     void updateMeeting(Conversation& conversation, const Quorvel::RTCSessionEventIfc& event);
 
-    /** Whether anything in the conversation shows the user. */
-    static bool involves(const Conversation& conversation, const std::string& userId);
-    void updateUser(Conversation& conversation, const Quorvel::UserIfc& user);
+    /**
+     * Whether anything in the conversation shows the user; that is brought up to date. Whom a notice affects is asked
+     * of the cloud's conversation: without it, null, notices stay as they are.
+     */
+    bool updateUser(Conversation& conversation, const Quorvel::ConversationIfc* cloudConversation,
+                    const Quorvel::UserIfc& user);
 
   private:
     using OwnedItem = std::unique_ptr<ConversationItem>;
@@ -61,6 +71,8 @@ class QuorvelConversationBuilder
     OwnedItem createSystemItem(const Quorvel::UserIfc& party, const Quorvel::ConversationItemIfc& cloudItem,
                                const Quorvel::SystemItemIfc& systemItem);
     std::string shownNameOf(const std::string& userId) const;
+    static void renameInItems(Conversation& conversation, const Quorvel::UserIfc& user);
+    static void renameParty(Conversation& conversation, const Quorvel::UserIfc& user);
 
     ConversationItemFactory* itemFactory_;
     ConversationFactory* conversationFactory_;

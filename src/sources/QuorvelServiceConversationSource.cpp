@@ -207,7 +207,10 @@ void QuorvelServiceConversationSource::CreateConversationsFromQuorvelConversatio
     }
 }
 
-/** Null for a conversation without id, which nobody could ever ask for. */
+/**
+ * Null for a conversation without id, which nobody could ever ask for, and for one that was made anew: of that the
+ * observers have heard then, unless they are being told something just now and hear of it later.
+ */
 Conversation* QuorvelServiceConversationSource::takeIn(const Quorvel::ConversationIfc& conversation)
 {
     const std::string id = conversation.id();
@@ -216,11 +219,25 @@ Conversation* QuorvelServiceConversationSource::takeIn(const Quorvel::Conversati
         CONVERSATION_LOG(2, "A conversation of the cloud without id is left out");
         return nullptr;
     }
-    if (Conversation* known = getConversation(id))
+    Conversation* known = getConversation(id);
+    if (!known)
+    {
+        return add(conversation);
+    }
+    if (!builder_->isAnotherNow(*known, conversation))
     {
         builder_->update(*known, conversation);
         return known;
     }
+    const NotificationRound::Scope round(round_);
+    removeConversationWithId(id);
+    add(conversation);
+    round_.tellListAtEnd();
+    return nullptr;
+}
+
+Conversation* QuorvelServiceConversationSource::add(const Quorvel::ConversationIfc& conversation)
+{
     std::unique_ptr<Conversation> created = builder_->CreateConversationFromQuorvelConversation(conversation);
     created->setSource(this);
     conversations_->push_back(created.get());
@@ -234,7 +251,7 @@ Conversation* QuorvelServiceConversationSource::findOrCreate(const std::string& 
     {
         return known;
     }
-    const Quorvel::ConversationIfc* conversation = service_ ? service_->conversation(conversationId) : nullptr;
+    const Quorvel::ConversationIfc* conversation = askFor(conversationId);
     if (!conversation)
     {
         CONVERSATION_LOG(2, "The cloud reports a change of conversation '%s', which it does not know",
@@ -242,6 +259,12 @@ Conversation* QuorvelServiceConversationSource::findOrCreate(const std::string& 
         return nullptr;
     }
     return takeIn(*conversation);
+}
+
+/** Null for a conversation that the service does not know. */
+const Quorvel::ConversationIfc* QuorvelServiceConversationSource::askFor(const std::string& conversationId) const
+{
+    return service_ ? service_->conversation(conversationId) : nullptr;
 }
 
 void QuorvelServiceConversationSource::newConversation(const Quorvel::ConversationIfc* conversation)
@@ -306,17 +329,22 @@ void QuorvelServiceConversationSource::userPresenceChanged(const std::string& us
 /** All that the user's record tells is taken over before anybody is told: who is told may make the record change. */
 void QuorvelServiceConversationSource::updatedUser(const Quorvel::UserIfc* user)
 {
-    const std::string userId = user ? user->id() : std::string();
-    if (userId.empty())
+    if (!user || user->id().empty())
     {
         CONVERSATION_LOG(2, "updatedUser() without a user");
         return;
     }
+    const std::string userId = user->id();
     const NotificationRound::Scope round(round_);
+    const std::vector<Conversation*> all(conversations_->begin(), conversations_->end());
     std::vector<Conversation*> changed;
-    std::copy_if(conversations_->begin(), conversations_->end(), std::back_inserter(changed),
-                 [&userId](const Conversation* one) { return QuorvelConversationBuilder::involves(*one, userId); });
-    std::for_each(changed.begin(), changed.end(), [&](Conversation* one) { builder_->updateUser(*one, *user); });
+    for (Conversation* conversation : all)
+    {
+        if (builder_->updateUser(*conversation, askFor(conversation->getConversationId()), *user))
+        {
+            changed.push_back(conversation);
+        }
+    }
     if (users_->myId() == userId)
     {
         takeMyUserData(userId, QuorvelUsers::displayNameOf(*user));

@@ -11,6 +11,10 @@
 #include <fstream>
 #include <random>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 namespace
 {
 using namespace ConversationAPI;
@@ -25,13 +29,21 @@ std::string joined(const Texts& texts)
     return all;
 }
 
-/** "Ann Lee/2: i1 i0 [7]" is a conversation shown under that name, its user's presence 2, with items and a number. */
+/**
+ * "Ann Lee/2: i1(Bob Ray) i0 @me [7]" is a conversation shown under that name, its user's presence 2, with items, the
+ * first of which affects somebody, a participant and a number.
+ */
 std::string describe(const Conversation& conversation)
 {
     std::string text = conversation.getContactName() + "/" + std::to_string(conversation.getPresenceState()) + ":";
     for (const auto& item : conversation.items())
     {
-        text += " " + item->conversationItemId();
+        const std::string affected = joined(item->getAffectedParticipants());
+        text += " " + item->conversationItemId() + (affected.empty() ? "" : "(" + affected + ")");
+    }
+    for (const ConversationParticipant& one : conversation.getGroupParticipants())
+    {
+        text += " @" + one.getUserId();
     }
     const Texts& numbers = conversation.getBridgeNumbers();
     return text + (numbers.empty() ? "" : " [" + joined(numbers) + (conversation.isModerated() ? "]!" : "]"));
@@ -112,9 +124,19 @@ class CloudSourceTest : public testing::Test
         listener.take();
     }
 
+    bool put(const std::string& id, int type, const std::string& one, const std::string& other)
+    {
+        return cloud.putConversation({id, type, "Topic", "ann", {one, other}, false, {}});
+    }
+
     bool text(const std::string& id, const std::string& conversation, const std::string& creator, long time)
     {
         return cloud.putItem({id, conversation, creator, time, 0, "", "hello", 0, {}});
+    }
+
+    bool notice(const std::string& id, const std::string& conversation, const std::string& affected, long time)
+    {
+        return cloud.putItem({id, conversation, "me", time, 0, "", "", 0, CloudSystemMessage{1, 1, {affected, "bob"}}});
     }
 
     bool user(const std::string& id, const std::string& first, const std::string& last, int presence)
@@ -188,13 +210,17 @@ TEST_F(CloudSourceTest, NamesWhomADirectConversationIsWith)
         EXPECT_EQ(source.getConversationForUser(made.getUserId())->getUserId(), made.getUserId());
     }
     EXPECT_EQ(source.getConversationForUser(""), nullptr);
-    cloud.putConversation({"display name alone", 0, "", "short", {}, false, {}});
+    cloud.putConversation({"display name alone", 0, "", "short", {"me"}, false, {}});
     EXPECT_EQ(describe(at("display name alone")) + at("display name alone").getLastName(), "Shorty/4:Shorty");
 }
 
 TEST_F(CloudSourceTest, UsesThePictureOfTheDirectoryForWhoHasNone)
 {
     const std::string path = "/tmp/ldappic";
+    const std::string kept = path + ".kept"; // a picture that is there comes back
+    const int otherRuns = open((path + ".lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0666);
+    flock(otherRuns, LOCK_EX);
+    std::rename(path.c_str(), kept.c_str());
     std::ofstream(path) << "picture";
     cloud.putConversation({"own", 0, "", "me", {"me"}, false, {}});
     cloud.putConversation({"ghost", 0, "", "me", {"me", "ghost"}, false, {}});
@@ -205,6 +231,8 @@ TEST_F(CloudSourceTest, UsesThePictureOfTheDirectoryForWhoHasNone)
     std::remove(path.c_str());
     logIn();
     EXPECT_EQ(at("own").getContactImagePath(), "");
+    std::rename(kept.c_str(), path.c_str());
+    close(otherRuns);
 }
 
 TEST_F(CloudSourceTest, MakesItemsOfMessages)
@@ -236,7 +264,7 @@ TEST_F(CloudSourceTest, MakesItemsOfMessages)
         cloud.putItem(joins);
         EXPECT_TRUE(at("direct").initialItem()->getUserHasLeftOrJoined());
     }
-    EXPECT_EQ(describe(at("direct")), "Ann Lee/2: s t i1");
+    EXPECT_EQ(describe(at("direct")), "Ann Lee/2: s(Ann Lee) t i1");
 }
 
 TEST_F(CloudSourceTest, TakesInEachChangeAndTellsItOnce)
@@ -255,9 +283,20 @@ TEST_F(CloudSourceTest, TakesInEachChangeAndTellsItOnce)
         {"without conversation", [&] { return presence("bob", 0); }, {}, {"Ann Lee/1: i1"}},
         {"a value unheard of", [&] { return presence("ann", 9); }, {"direct/2"}, {"Ann Lee/4: i1"}},
         {"a user", [&] { return user("ann", "Ann", "Ray", 3); }, {"direct/0"}, {"Ann Ray/3: i1"}},
+        {"notice", [&] { return notice("n", "direct", "x", 13); }, {"direct/0"}, {"Ann Ray/3: n(x|Bob Ray) i1"}},
+        {"whom it affects", [&] { return user("x", "X", "", 0); }, {"direct/0"}, {"Ann Ray/3: n(X|Bob Ray) i1"}},
+        {"others'", [&] { return put("others", 0, "ann", "bob"); }, {}, {"Ann Ray/3: n(X|Bob Ray) i1"}},
+        {"theirs", [&] { return text("o", "others", "bob", 14); }, {}, {"Ann Ray/3: n(X|Bob Ray) i1"}},
+        {"a group", [&] { return put("direct", 1, "me", "x"); }, {"changed"}, {"Topic/4: n(X|Bob Ray) i1 @me @x"}},
+        {"with a stranger", [&] { return put("direct", 0, "me", "y"); }, {"changed"}, {"/4: n(X|Bob Ray) i1"}},
+        {"with Ann again", [&] { return put("direct", 0, "me", "ann"); }, {"changed"}, {"Ann Ray/3: n(X|Bob Ray) i1"}},
+        {"within one second", [&] { return text("i3", "direct", "ann", 13); }, {"direct/0"}, {"Ann Ray/3: i3 i1"}},
+        {"whom nothing shows", [&] { return user("x", "Y", "", 0); }, {}, {"Ann Ray/3: i3 i1"}},
         {"deleted", [&] { return remove("direct"); }, {"changed"}, {}},
         {"deleted again", [&] { return remove("direct"); }, {}, {}},
-        {"and back", [&] { return text("i2", "direct", "me", 9); }, {"direct/0"}, {"Ann Ray/3: i1 i2"}},
+        {"now mine", [&] { return put("others", 1, "me", "me"); }, {"others/0"}, {"Topic/4: o @me"}},
+        {"not here", [&] { return remove("others"); }, {"changed"}, {}},
+        {"and back", [&] { return text("i2", "direct", "me", 9); }, {"direct/0"}, {"Ann Ray/3: i3 i1 i2"}},
     };
     for (const auto& step : steps)
     {
@@ -267,7 +306,7 @@ TEST_F(CloudSourceTest, TakesInEachChangeAndTellsItOnce)
         EXPECT_EQ(source.getInUseConversationIds().size(), step.shown.size());
     }
     EXPECT_EQ(at("direct").getUpdateReason(), Conversation::CONTENT_UPDATED);
-    EXPECT_EQ(at("direct").items()[1]->participants().front().getName(), "Ann Ray") << "items show the new name";
+    EXPECT_EQ(at("direct").items()[2]->participants().front().getName(), "Ann Ray") << "items show the new name";
     EXPECT_FALSE(text("i1", "elsewhere", "ann", 1) || cloud.putUser({}) || cloud.putConversation({}));
 }
 
@@ -296,8 +335,9 @@ TEST_F(CloudSourceTest, KnowsParticipantsAndMeetingOfAGroup)
     EXPECT_EQ(at("group").initialItem()->participants().front().getName(), "Gus Host");
 
     EXPECT_TRUE(cloud.putSessionEvent({"group", false, {}}));
+    EXPECT_TRUE(shown().find("|1|7|free|in|") != std::string::npos) << "no word of the meeting is no news of it";
     cloud.putConversation({"group", 1, "Plans", "ann", {"ann"}, false, {}});
-    EXPECT_EQ(shown(), "Plans|1|7|free|out|ann=Ann Lee") << "no word of the meeting is no news of it";
+    EXPECT_EQ(shown(), "Plans|||free|out|ann=Ann Lee") << "without meeting there is none to dial into";
     EXPECT_TRUE(cloud.putSessionEvent({"group", true, CloudMeeting{{"3", "2"}, ""}}));
     EXPECT_EQ(shown(), "Plans|3|2||moderated|out|ann=Ann Lee");
     EXPECT_EQ(listener.take(), Texts(5, "group/0"));
@@ -334,7 +374,7 @@ TEST_F(CloudSourceTest, KeepsWhatItKnowsWhenTheServiceForgets)
     source.updatedConversation(direct);
     source.updatedConversation(cloud.conversation("group"));
     source.newConversationItem(item);
-    EXPECT_EQ(rows(), (Texts{"Ann Lee/2: i1", "Max Mey, Ann Lee, Caller.Unknown.XXX/4: [1]!"}));
+    EXPECT_EQ(rows(), (Texts{"Ann Lee/2: i1", "Max Mey, Ann Lee, Caller.Unknown.XXX/4: @me @ann @ghost [1]!"}));
     EXPECT_EQ(source.getUserId() + at("direct").getUserId(), "meann");
     EXPECT_EQ(listener.take(), (Texts{"direct/0", "group/0", "direct/0"}));
 
@@ -415,21 +455,22 @@ TEST_F(CloudSourceTest, ShowsWhatTheServiceHasAfterAnySequenceOfEvents)
     const auto change = [&](int which) // two of them are at times direct, each with somebody else
     {
         changed = {"c" + std::to_string(which), which < 2 ? any(2) : 1, any(2) ? "T" : "", "me", {}, any(2) == 1, {}};
-        changed.participantIds = {"me", which == 0 ? "ann" : "bob", anybody()};
-        changed.meeting = CloudMeeting{{std::to_string(any(9))}, ""};
+        changed.participantIds = {"me", which == 0 ? "ann" : (any(2) ? "bob" : "ghost"), anybody()};
+        changed.meeting = any(2) ? std::optional(CloudMeeting{{std::to_string(any(9))}, ""}) : std::nullopt;
         return cloud.putConversation(changed);
     };
     const std::vector<std::function<bool()>> events{
         [&] { return user(anybody(), "F" + std::to_string(any(9)), "", any(5)); },
         [&] { return change(any(4)); },
         [&] { return text("i" + std::to_string(any(60)), conversation(), anybody(), ++now); },
+        [&] { return notice("n" + std::to_string(any(60)), conversation(), anybody(), ++now); },
         [&] { return presence(anybody(), any(5)); },
         [&] {
             return cloud.putSessionEvent({conversation(), any(2) == 1, changed.meeting});
         },
         [&] { return (source.loadConversations(), true); },
     };
-    const auto happens = [&] { events[static_cast<std::size_t>(any(6))](); };
+    const auto happens = [&] { events[static_cast<std::size_t>(any(7))](); };
     for (int step = 0; step < 600; ++step)
     {
         listener.reaction = any(3) == 0 ? happens : std::function<void()>();
