@@ -39,9 +39,12 @@ std::string record(const Trace& trace)
     return text;
 }
 
+/** What a record may leave out: also the moment that stands for none, and a list without texts. */
 bool saysNothing(const nlohmann::json& value)
 {
-    return value.is_null() || value == false || value == 0 || value == "";
+    const bool isNoMoment = value.is_string() && Deskphone::parseMoment(value.get<std::string>()) == 0;
+    return value.is_null() || value == false || value == 0 || value == "" || value == nlohmann::json::array() ||
+           isNoMoment;
 }
 
 bool isSameMoment(const nlohmann::json& a, const nlohmann::json& b)

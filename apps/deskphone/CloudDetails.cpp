@@ -32,7 +32,7 @@ std::string presenceText(Conversation::PresenceState presence)
 }
 
 /** The id, when nothing else is known of the user: without a name, participants count as anonymous. */
-std::string nameOf(const ConversationParticipant& user)
+std::string userName(const ConversationParticipant& user)
 {
     const std::string name = joined({user.getFirstName(), user.getSurname()}, " ");
     return name.empty() || name == ConversationAPI::ANONYMOUS_NAME ? user.getUserId() : name;
@@ -46,7 +46,7 @@ std::optional<CloudMessage> messageOf(const ConversationItem* item)
         return std::nullopt;
     }
     CloudMessage message;
-    message.sender = nameOf(item->creator());
+    message.sender = userName(item->creator());
     message.subject = item->getItemSubjectText();
     message.text = item->getItemText();
     message.attachments = item->getNumberOfAttachments();
@@ -102,7 +102,7 @@ CloudDetails cloudDetailsOf(const Conversation& conversation)
     details.message = messageOf(conversation.initialItem());
     for (const ConversationParticipant& participant : conversation.getGroupParticipants())
     {
-        details.participants.push_back(nameOf(participant));
+        details.participants.push_back(userName(participant));
     }
     details.bridgeNumbers = conversation.getBridgeNumbers();
     details.pin = conversation.getGroupCallPin();

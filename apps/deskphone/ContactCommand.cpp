@@ -1,7 +1,8 @@
 #include "ContactCommand.h"
 
-#include "ContactFields.h"
+#include "Contact.h"
 #include "EventFields.h"
+#include "ScreenText.h"
 #include "Telephone.h"
 #include "TextColumn.h"
 #include "host/SimulatedEventLoop.h"
@@ -17,7 +18,6 @@ namespace Deskphone
 namespace
 {
 constexpr std::size_t NAME_COLUMNS = 26;
-constexpr std::size_t NUMBER_COLUMNS = 17;
 
 Contact contactWithId(Host::Phonebook& phonebook, const std::string& id)
 {
@@ -51,7 +51,25 @@ void requireIntact(const Host::Phonebook& phonebook)
 bool namesSomebody(const Contact& contact)
 {
     return std::any_of(CONTACT_FIELDS.begin(), CONTACT_FIELDS.end(),
-                       [&contact](const ContactField& field) { return !(contact.*field.value).empty(); });
+                       [&contact](const ContactField& field)
+                       { return field.isOfPerson && !(contact.*field.value).empty(); });
+}
+
+std::string numberOfType(const Contact& contact, CallPartyIdentifier::PhoneNumberIconType type)
+{
+    switch (type)
+    {
+    case CallPartyIdentifier::HOME:
+        return contact.home;
+    case CallPartyIdentifier::WORK_1:
+        return contact.work;
+    case CallPartyIdentifier::WORK_2:
+        return contact.work2;
+    case CallPartyIdentifier::MOBILE:
+        return contact.mobile;
+    default:
+        return "";
+    }
 }
 
 /** The contact with what the options tell of it. */
@@ -65,6 +83,10 @@ Contact completed(Contact contact, const Options& options)
     if (!namesSomebody(contact))
     {
         throw ContactProblem("a contact needs a name or a number");
+    }
+    if (numberOfType(contact, contact.mainNumber).empty())
+    {
+        contact.mainNumber = CallPartyIdentifier::NO_ICON; // which is gone with its number
     }
     return contact;
 }

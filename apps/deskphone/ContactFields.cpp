@@ -13,6 +13,7 @@ Contact readContact(EventFields& fields, const std::string& contactId)
     {
         contact.*field.value = fields.text(field.name);
     }
+    contact.mainNumber = fields.choice("mainNumber", EventFields::partyTypes(), CallPartyIdentifier::NO_ICON);
     return contact;
 }
 
@@ -23,5 +24,6 @@ void writeContact(FieldWriter& fields, const Contact& contact)
     {
         fields.text(field.name, contact.*field.value);
     }
+    fields.choice("mainNumber", EventFields::partyTypes(), contact.mainNumber);
 }
 } // namespace Deskphone

@@ -3,6 +3,7 @@
 #include "ConversationAPI/Conversation.h"
 #include "Player.h"
 #include "ScreenRow.h"
+#include "ScreenText.h"
 #include "Telephone.h"
 #include "TextColumn.h"
 
@@ -15,9 +16,7 @@ using ConversationAPI::ConversationItem;
 
 namespace
 {
-constexpr std::size_t STATE_COLUMNS = 22;
 constexpr std::size_t TIME_COLUMNS = 15;
-constexpr std::size_t NUMBER_COLUMNS = 17;
 
 const std::string& partyNumber(const ConversationItem& item)
 {

@@ -1,5 +1,6 @@
 #include "JournalUpdates.h"
 
+#include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/JournalServiceConversationItemSource.h"
 #include "host/EventLoop.h"
 
@@ -12,9 +13,6 @@ namespace Deskphone
 {
 namespace
 {
-/** So many calls a row shows: of an entry that has more, nobody sees the oldest go. */
-constexpr std::size_t LONGEST_ROW = 10;
-
 template <typename Call>
 std::vector<std::string> times(const std::vector<Call>& calls)
 {
@@ -105,7 +103,9 @@ void JournalUpdates::forwardOrMakeAnew(const Record& entry, const std::string& e
 
 bool JournalUpdates::isOneNewerCall(const Times& before, const Times& now)
 {
-    const bool hasOldestGone = before.size() == now.size() && now.size() >= LONGEST_ROW;
+    // An entry with more calls than a row shows: nobody sees the oldest go.
+    const bool hasOldestGone =
+        before.size() == now.size() && now.size() >= ConversationAPI::Conversation::MOST_HISTORY_ITEMS;
     return (now.size() == before.size() + 1 || hasOldestGone) && std::equal(now.begin() + 1, now.end(), before.begin());
 }
 

@@ -26,6 +26,36 @@ const EventFields::Choices<NetworkCallLogEntry::Kind>& networkKinds()
     return all;
 }
 
+/** What the network's own list shows, by the names of the display's menu. */
+const EventFields::Choices<std::string>& networkFilters()
+{
+    static const EventFields::Choices<std::string> all = {
+        {"all", "All"},
+        {"missed", "CvuDispIF.Missed"},
+        {"received", "CvuDispIF.Received"},
+        {"placed", "CvuDispIF.Dialled"},
+    };
+    return all;
+}
+
+/** The network's lines know no escapes: what ends a field cannot stand in it. */
+std::string textWithout(char end, EventFields& fields, const std::string& name)
+{
+    std::string value = fields.text(name);
+    if (value.find(end) != std::string::npos)
+    {
+        throw TraceError("field " + inQuotes(name) + " holds " + inQuotes(std::string(1, end)) +
+                         ", which ends it in the network's lines");
+    }
+    return value;
+}
+
+std::string requiredTextWithout(char end, EventFields& fields, const std::string& name)
+{
+    fields.requiredText(name);
+    return textWithout(end, fields, name);
+}
+
 /** A contact of a directory tells no time of its own; whatever stands in its place says nothing. */
 class NetworkCall : public Event
 {
@@ -33,18 +63,18 @@ class NetworkCall : public Event
     NetworkCall(EventFields& fields, long time)
     {
         entry_.kind = fields.requiredChoice("kind", networkKinds());
-        entry_.callLogId = fields.requiredText("callLogId");
-        entry_.number = fields.requiredText("number");
-        entry_.firstName = fields.text("first");
-        entry_.lastName = fields.text("last");
-        if (isCall())
+        entry_.callLogId = requiredTextWithout('}', fields, "callLogId");
+        entry_.number = requiredTextWithout(':', fields, "number");
+        entry_.firstName = textWithout(':', fields, "first");
+        entry_.lastName = textWithout(':', fields, "last");
+        if (NetworkCallLogEntry::isCall(entry_.kind))
         {
             callTime_ = fields.moment("callTime", time);
         }
         else
         {
             callTime_ = time;
-            entry_.secondNumber = fields.text("secondNumber");
+            entry_.secondNumber = textWithout('}', fields, "secondNumber");
         }
         entry_.time = formatMoment(callTime_);
     }
@@ -58,7 +88,7 @@ class NetworkCall : public Event
         fields.text("number", entry_.number);
         fields.text("first", entry_.firstName);
         fields.text("last", entry_.lastName);
-        if (isCall())
+        if (NetworkCallLogEntry::isCall(entry_.kind))
         {
             fields.moment("callTime", callTime_);
         }
@@ -66,8 +96,6 @@ class NetworkCall : public Event
     }
 
   private:
-    bool isCall() const { return entry_.kind <= NetworkCallLogEntry::RECEIVED; }
-
     NetworkCallLogEntry entry_;
     long callTime_ = 0; ///< seconds since the epoch, UTC
 };
@@ -76,7 +104,8 @@ class NetworkCallRemoved : public Event
 {
   public:
     NetworkCallRemoved(EventFields& fields, long)
-        : kind_(fields.requiredChoice("kind", networkKinds())), callLogId_(fields.requiredText("callLogId"))
+        : kind_(fields.requiredChoice("kind", networkKinds())),
+          callLogId_(requiredTextWithout('}', fields, "callLogId"))
     {
     }
 
@@ -104,6 +133,18 @@ class ShowStateChanged : public Event
   private:
     const long state_;
 };
+
+class NetworkListFiltered : public Event
+{
+  public:
+    NetworkListFiltered(EventFields& fields, long) : filter_(fields.requiredChoice("calls", networkFilters())) {}
+
+    void apply(Telephone& telephone) const override { telephone.filterNetworkList(filter_); }
+    void write(FieldWriter& fields) const override { fields.choice("calls", networkFilters(), filter_); }
+
+  private:
+    const std::string filter_;
+};
 } // namespace
 
 void addNetworkCallEvents(EventCatalogue& catalogue)
@@ -111,5 +152,6 @@ void addNetworkCallEvents(EventCatalogue& catalogue)
     catalogue.add<NetworkCall>("network-call");
     catalogue.add<NetworkCallRemoved>("network-call-removed");
     catalogue.add<ShowStateChanged>("network-show");
+    catalogue.add<NetworkListFiltered>("network-filter");
 }
 } // namespace Deskphone

@@ -1,6 +1,6 @@
 #include "Options.h"
 
-#include "ContactFields.h"
+#include "Contact.h"
 #include "EventCatalogue.h"
 #include "Moment.h"
 #include "TimeZone.h"
@@ -14,8 +14,6 @@ namespace Deskphone
 {
 namespace
 {
-constexpr int WRONG_USAGE = 1;
-
 constexpr const char* EXAMPLES = R"(
 Examples:
   deskphone replay apps/deskphone/traces/working-day.jsonl
@@ -45,8 +43,8 @@ column counts what the row holds and what of it is new.
 
 Exit codes: 0 all went well, 1 wrong usage, unreadable trace or unwritable record, 2 broken trace (nothing was
 applied), or a contact that is not there or of whom nothing is told, or a broken phonebook (no contact was changed),
-3 an event or a command asked for something that was not possible, there is no such row, or the history could not be
-read or stored.
+3 an event or a command asked for something that was not possible, there is no such row, or history or contacts could
+not be read or stored.
 )";
 
 void check(CLI::Option* option, const std::string& what, bool (*isRight)(const std::string&))
@@ -60,7 +58,7 @@ bool isLogLevel(const std::string& text)
     return text.size() == 1 && text[0] >= '0' && text[0] <= '6';
 }
 
-bool isFile(const std::string& text)
+bool isPath(const std::string& text)
 {
     return !text.empty() && text != "-";
 }
@@ -112,16 +110,16 @@ void addSettings(CLI::App& command, Options& options)
         ->group(group);
 }
 
-void addHistoryFile(CLI::App& command, Options& options)
+void addDataFolder(CLI::App& command, Options& options)
 {
     CLI::Option* data = command.add_option("--data", options.data, "Folder of the stored history and contacts");
-    check(data->type_name("DIR"), "folder", isFile);
+    check(data->type_name("DIR"), "folder", isPath);
 }
 
 /** A trace may be somebody else's. */
-void addHistoryFileOrNone(CLI::App& command, Options& options)
+void addDataFolderOrNone(CLI::App& command, Options& options)
 {
-    addHistoryFile(command, options);
+    addDataFolder(command, options);
     command.add_flag("--fresh", options.fresh, "Begin without any history and contacts, and keep none")
         ->excludes("--data");
 }
@@ -133,7 +131,7 @@ void addRow(CLI::App& command, Options& options, CLI::App& choice)
     CLI::Option* number =
         choice.add_option("--number", options.number, "The first row with this number, in any spelling");
     check(number->type_name("NUMBER"), "number", isNotEmpty);
-    addHistoryFile(command, options);
+    addDataFolder(command, options);
 }
 
 void addAppearance(CLI::App& command, Options& options)
@@ -167,9 +165,9 @@ CLI::App& addHistoryCommand(CLI::App& app, Options& options, Options::Command co
 
 void addHistoryCommands(CLI::App& app, Options& options)
 {
-    addHistoryFile(addHistoryCommand(app, options, Options::HISTORY, "history",
-                                     "Print the conversation list of the stored history"),
-                   options);
+    addDataFolder(addHistoryCommand(app, options, Options::HISTORY, "history",
+                                    "Print the conversation list of the stored history"),
+                  options);
 
     CLI::App& mark = addHistoryCommand(app, options, Options::MARK_READ, "mark-read",
                                        "Mark missed calls as seen, all of them unless a row is named");
@@ -190,11 +188,12 @@ void addSearch(CLI::App& app, Options& options)
     check(text->type_name("")->required(), "text", isNotEmpty);
     CLI::Option* ldap =
         search.add_option("--ldap", options.ldap, "How to reach an LDAP directory (docs/directory-search.md)");
-    check(ldap->type_name("FILE"), "file", isFile);
-    CLI::Option* save = search.add_option("--save", options.row, "Store this result, counted from 1, as a contact");
+    check(ldap->type_name("FILE"), "file", isPath);
+    CLI::Option* save =
+        search.add_option("--save", options.resultToSave, "Store this result, counted from 1, as a contact");
     check(save->type_name("N"), "result; the first one is 1", isRow);
     addAppearance(search, options);
-    addHistoryFile(search, options);
+    addDataFolder(search, options);
     addSettings(search, options);
 }
 
@@ -204,7 +203,7 @@ CLI::App& addContactCommand(CLI::App& contact, Options& options, Options::Comman
     CLI::App& added = *contact.add_subcommand(name, description);
     added.callback([&options, command] { options.command = command; });
     added.add_flag("--json", options.json, "Print one JSON object a contact");
-    addHistoryFile(added, options);
+    addDataFolder(added, options);
     return added;
 }
 
@@ -212,13 +211,16 @@ void addContactFields(CLI::App& command, Options& options)
 {
     for (const ContactField& field : CONTACT_FIELDS)
     {
-        const std::string name = field.name;
-        command
-            .add_option_function<std::string>(
-                "--" + name, [&options, name](const std::string& value) { options.contactFields[name] = value; },
-                field.meaning)
-            ->type_name("TEXT")
-            ->check([](const std::string& value) { return faultOfText(value); });
+        if (field.isOfPerson)
+        {
+            const std::string name = field.name;
+            command
+                .add_option_function<std::string>(
+                    "--" + name, [&options, name](const std::string& value) { options.contactFields[name] = value; },
+                    field.meaning)
+                ->type_name("TEXT")
+                ->check([](const std::string& value) { return faultOfText(value); });
+        }
     }
 }
 
@@ -267,8 +269,8 @@ void addReplay(CLI::App& app, Options& options)
     CLI::Option* record = replay.add_option("--record", options.record,
                                             "Write everything that happens into this file, settings and all: a "
                                             "trace that shows the same rows anywhere");
-    check(record->type_name("FILE"), "file (the list goes to standard output)", isFile);
-    addHistoryFileOrNone(replay, options);
+    check(record->type_name("FILE"), "file (the list goes to standard output)", isPath);
+    addDataFolderOrNone(replay, options);
     addSettings(replay, options);
     replay.footer("Events: settings, " + EventCatalogue::all().names() + "\n(docs/trace.md describes them)");
 }
@@ -280,7 +282,7 @@ void addExplain(CLI::App& app, Options& options)
     addTrace(explain, options);
     CLI::Option* row = explain.add_option("--row", options.row, "The row, counted from 1 as replay shows them");
     check(row->type_name("N")->required(), "row; the first one is 1", isRow);
-    addHistoryFileOrNone(explain, options);
+    addDataFolderOrNone(explain, options);
     addSettings(explain, options);
 }
 
@@ -317,7 +319,7 @@ std::filesystem::path Options::dataFolder() const
     return folder;
 }
 
-std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
+std::optional<Options> parseOptions(int argc, char** argv, ExitCode& exitCode)
 {
     Options options;
     CLI::App app("deskphone - an IP desk telephone's conversation list, driven from outside", "deskphone");
@@ -342,7 +344,7 @@ std::optional<Options> parseOptions(int argc, char** argv, int& exitCode)
     }
     catch (const CLI::ParseError& error)
     {
-        exitCode = app.exit(error) == 0 ? 0 : WRONG_USAGE;
+        exitCode = app.exit(error) == 0 ? ALL_WENT_WELL : FAILED;
         return std::nullopt;
     }
 }

@@ -1,6 +1,7 @@
 /** What the program is asked to do on the command line. */
 #pragma once
 
+#include "ExitCode.h"
 #include "TelephoneSettings.h"
 
 #include <filesystem>
@@ -35,7 +36,7 @@ struct Options
     bool withIds = false;
     std::optional<std::string> record; ///< a file
 
-    /** What to explain, to mark, to delete or to save: its place from 1, 0 for none, or a number that it has. */
+    /** What to explain, to mark or to delete: its place from 1, 0 for none, or a number that it has. */
     long row = 0;
     std::optional<std::string> number;
     bool all = false;
@@ -45,6 +46,7 @@ struct Options
 
     std::string text;                ///< what to search
     std::optional<std::string> ldap; ///< how the directory is reached: a file
+    long resultToSave = 0;           ///< its place from 1; 0 for none
 
     std::optional<long> at; ///< when the stored history is shown: seconds since the epoch, UTC; nothing for now
 
@@ -73,5 +75,5 @@ struct Options
 
 /** Nothing when the program is to end at once, with the given exit code: help was asked for, or the options are
  *  wrong; what is to be said has been printed. */
-std::optional<Options> parseOptions(int argc, char** argv, int& exitCode);
+std::optional<Options> parseOptions(int argc, char** argv, ExitCode& exitCode);
 } // namespace Deskphone

@@ -9,49 +9,50 @@ namespace
 {
 struct Field
 {
-    const char* name; ///< in a trace
-    const char* key;  ///< in an entry
+    std::string Contact::*value;
     std::string DirectoryContact::*ofHit;
     std::string WSIItem::*ofWebContact;
 };
 
 constexpr Field FIELDS[] = {
-    {"first", "Firstname", &DirectoryContact::firstName, &WSIItem::firstName},
-    {"last", "Surname", &DirectoryContact::lastName, &WSIItem::lastName},
-    {"work", "Office", &DirectoryContact::workNumber1, &WSIItem::workNumber1},
-    {"work2", "Office2", &DirectoryContact::workNumber2, &WSIItem::workNumber2},
-    {"mobile", "Mobile", &DirectoryContact::mobileNumber, &WSIItem::mobileNumber},
-    {"home", "Private", &DirectoryContact::homeNumber, &WSIItem::homeNumber},
-    {"email", "Email", &DirectoryContact::email, &WSIItem::email},
-    {"company", "Company", &DirectoryContact::company, &WSIItem::company},
+    {&Contact::first, &DirectoryContact::firstName, &WSIItem::firstName},
+    {&Contact::last, &DirectoryContact::lastName, &WSIItem::lastName},
+    {&Contact::work, &DirectoryContact::workNumber1, &WSIItem::workNumber1},
+    {&Contact::work2, &DirectoryContact::workNumber2, &WSIItem::workNumber2},
+    {&Contact::mobile, &DirectoryContact::mobileNumber, &WSIItem::mobileNumber},
+    {&Contact::home, &DirectoryContact::homeNumber, &WSIItem::homeNumber},
+    {&Contact::email, &DirectoryContact::email, &WSIItem::email},
+    {&Contact::company, &DirectoryContact::company, &WSIItem::company},
+    {&Contact::address, &DirectoryContact::address1, &WSIItem::address1},
+    {&Contact::address2, &DirectoryContact::address2, &WSIItem::address2},
+    {&Contact::role, &DirectoryContact::role, &WSIItem::role},
 };
 } // namespace
 
 PersonFields::PersonFields(EventFields& fields)
 {
-    static_assert(std::size(FIELDS) == std::tuple_size_v<decltype(values_)>);
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    for (const ContactField& field : CONTACT_FIELDS)
     {
-        values_[i] = fields.text(FIELDS[i].name);
+        person_.*field.value = field.isOfPerson ? fields.text(field.name) : "";
     }
 }
 
 void PersonFields::write(FieldWriter& fields) const
 {
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    for (const ContactField& field : CONTACT_FIELDS)
     {
-        fields.text(FIELDS[i].name, values_[i]);
+        fields.text(field.name, person_.*field.value);
     }
 }
 
 PhonebookSearchResults::Entry PersonFields::entry() const
 {
     PhonebookSearchResults::Entry entry;
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    for (const ContactField& field : CONTACT_FIELDS)
     {
-        if (!values_[i].empty())
+        if (!(person_.*field.value).empty())
         {
-            entry[FIELDS[i].key] = values_[i];
+            entry[field.element] = person_.*field.value;
         }
     }
     return entry;
@@ -60,9 +61,9 @@ PhonebookSearchResults::Entry PersonFields::entry() const
 DirectoryContact PersonFields::hit() const
 {
     DirectoryContact hit;
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    for (const Field& field : FIELDS)
     {
-        hit.*FIELDS[i].ofHit = values_[i];
+        hit.*field.ofHit = person_.*field.value;
     }
     return hit;
 }
@@ -70,9 +71,9 @@ DirectoryContact PersonFields::hit() const
 WSIItem PersonFields::webContact() const
 {
     WSIItem contact;
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    for (const Field& field : FIELDS)
     {
-        contact.*FIELDS[i].ofWebContact = values_[i];
+        contact.*field.ofWebContact = person_.*field.value;
     }
     return contact;
 }

@@ -1,11 +1,9 @@
 /** Somebody whom a directory knows, as the fields of a trace's event and as the directories tell of people. */
 #pragma once
 
+#include "Contact.h"
 #include "platform/DirectoryServiceIfc.h"
 #include "platform/WSIServiceIfc.h"
-
-#include <array>
-#include <string>
 
 namespace Deskphone
 {
@@ -29,6 +27,6 @@ class PersonFields
     WSIItem webContact() const;
 
   private:
-    std::array<std::string, 8> values_;
+    Contact person_;
 };
 } // namespace Deskphone

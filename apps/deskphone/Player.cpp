@@ -2,9 +2,9 @@
 
 #include "Contact.h"
 #include "HistoryCall.h"
-#include "JournalProblem.h"
+#include "StorageProblem.h"
 #include "Telephone.h"
-#include "TimeZone.h"
+#include "TelephoneSetup.h"
 #include "TraceRecorder.h"
 #include "host/SimulatedEventLoop.h"
 
@@ -70,17 +70,13 @@ bool apply(const TraceEvent& event, Telephone& telephone, const std::string& fil
 
 bool play(const Trace& trace, const Options& options, const Watcher& watcher, std::ostream& errors)
 {
-    const TelephoneSettings settings = options.over(trace.settings);
-    if (!settings.timeZone.empty())
-    {
-        setTimeZone(settings.timeZone);
-    }
+    const TelephoneSettings settings = setUp(options, trace.settings);
     std::optional<TraceRecorder> recorder;
     startRecord(recorder, trace, options, settings);
     Host::SimulatedEventLoop loop(trace.start);
     const Host::EventLoop::Scope scope(loop);
     Telephone telephone(settings, options.dataFolder());
-    JournalProblem problem(telephone.journal(), errors);
+    StorageProblem problem(telephone, errors);
     if (recorder)
     {
         recordContacts(*recorder, telephone.phonebook(), trace.start);
@@ -105,6 +101,6 @@ bool play(const Trace& trace, const Options& options, const Watcher& watcher, st
     {
         recorder->finish();
     }
-    return telephone.journal().isStored() && wasAllPossible;
+    return telephone.isStored() && wasAllPossible;
 }
 } // namespace Deskphone

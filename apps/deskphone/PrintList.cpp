@@ -9,13 +9,17 @@ namespace Deskphone
 {
 namespace
 {
-/** When it is and, of the cloud's list, whose it is. */
+/** When it is and, unless it is the local one, which list is shown; of the cloud's, whose it is. */
 ScreenTitle titleOf(Telephone& telephone)
 {
     const std::string now = telephone.times().formatFromUTCToFullDate(Host::currentTime(nullptr));
     if (telephone.shownList() == Telephone::LOCAL_LIST)
     {
         return {now, "no calls"};
+    }
+    if (telephone.shownList() == Telephone::NETWORK_LIST)
+    {
+        return {now + "  network", "no entries"};
     }
     const std::string user = telephone.cloudUserName();
     return {now + "  cloud" + (user.empty() ? ", nobody is signed in" : " of " + user), "no conversations"};

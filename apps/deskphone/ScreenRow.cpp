@@ -119,6 +119,19 @@ std::string readableName(const std::string& first, const std::string& last)
     return last == ConversationAPI::ANONYMOUS_NAME ? "Unknown caller" : joined({first, last}, " ");
 }
 
+/** A user of the cloud of whom nothing is known is shown by his id, and is no anonymous caller. */
+std::string partyName(const Conversation& conversation)
+{
+    const std::string& first = conversation.getFirstName();
+    const std::string& last = conversation.getLastName();
+    const bool isNameless = (first.empty() && last.empty()) || last == ConversationAPI::ANONYMOUS_NAME;
+    if (isNameless && !conversation.getUserId().empty())
+    {
+        return conversation.getUserId();
+    }
+    return conversation.isCallAnonymous() ? "Unknown caller" : readableName(first, last);
+}
+
 std::size_t newMissedCallsOf(const Conversation& conversation)
 {
     std::size_t count = 0;
@@ -185,8 +198,7 @@ std::string nameOf(const Conversation& conversation)
     std::string name = conversation.getDisplayName();
     if (name.empty())
     {
-        name = conversation.isCallAnonymous() ? "Unknown caller"
-                                              : readableName(conversation.getFirstName(), conversation.getLastName());
+        name = partyName(conversation);
     }
     const ConversationAPI::SecondParty& second = conversation.secondParty();
     const std::string secondName = readableName(second.firstName, second.lastName);

@@ -11,8 +11,6 @@ namespace Deskphone
 namespace
 {
 constexpr std::size_t SCREEN_COLUMNS = 98;
-constexpr std::size_t NUMBER_COLUMNS = 17;
-constexpr std::size_t STATE_COLUMNS = 22;
 constexpr std::size_t WHEN_COLUMNS = 12;
 constexpr std::size_t ITEMS_COLUMNS = 3;
 constexpr std::size_t NEW_COLUMNS = 8; ///< " (1 new)"
@@ -22,7 +20,9 @@ constexpr std::size_t ID_COLUMNS = 9;  ///< a short id and two blanks
 constexpr std::size_t NAME_COLUMNS =
     SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - NEW_COLUMNS - 4;
 
-constexpr const char* DETAIL_INDENT = "        "; ///< below the name, a little further in
+constexpr const char* MARGIN = "  "; ///< to the left of all columns
+
+/** Where the lines below a row begin: under its name, which stands in column 4, a little further in. */
 constexpr std::size_t DETAIL_COLUMN = 6;
 
 const char* markOf(const ScreenRow& row)
@@ -59,7 +59,7 @@ const char* arrowOf(ScreenRow::Direction direction)
     }
 }
 
-const char* nameOf(ScreenRow::Direction direction)
+const char* directionName(ScreenRow::Direction direction)
 {
     switch (direction)
     {
@@ -183,6 +183,7 @@ std::string ruler(bool withIds)
     }
     return line;
 }
+
 /** What every object begins with. */
 nlohmann::ordered_json lineObject(std::size_t line)
 {
@@ -195,7 +196,7 @@ void printObject(std::ostream& stream, nlohmann::ordered_json object, const Scre
         {"name", row.name},
         {"number", row.number},
         {"state", row.state},
-        {"direction", nameOf(row.direction)},
+        {"direction", directionName(row.direction)},
         {"live", row.isLive()},
         {"newMissedCalls", row.newMissedCalls},
         {"time", row.hasTime() ? formatMoment(row.time) : ""},
@@ -222,24 +223,25 @@ void printObject(std::ostream& stream, nlohmann::ordered_json object, const Scre
 void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vector<ScreenRow>& rows, bool withIds)
 {
     const std::string summary = summaryOf(rows);
-    stream << "  " << leftAligned(title.text, SCREEN_COLUMNS - columnsOf(summary)) << summary << '\n';
-    stream << "  " << ruler(withIds) << '\n';
+    stream << MARGIN << leftAligned(title.text, SCREEN_COLUMNS - columnsOf(summary)) << summary << '\n';
+    stream << MARGIN << ruler(withIds) << '\n';
     for (const ScreenRow& row : rows)
     {
         // A party without a name is shown by its number, as on any telephone.
-        stream << "  " << markOf(row) << ' ' << arrowOf(row.direction) << ' '
+        stream << MARGIN << markOf(row) << ' ' << arrowOf(row.direction) << ' '
                << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
                << leftAligned(besideName(row), NUMBER_COLUMNS) << ' ' << leftAligned(stateOrFinder(row), STATE_COLUMNS)
                << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' ' << countsOf(row, withIds)
                << (withIds ? "  " + row.shortId : "") << '\n';
         for (const std::string& line : row.cloud.lines())
         {
-            stream << DETAIL_INDENT << shortened(line, SCREEN_COLUMNS - DETAIL_COLUMN) << '\n';
+            stream << MARGIN << std::string(DETAIL_COLUMN, ' ') << shortened(line, SCREEN_COLUMNS - DETAIL_COLUMN)
+                   << '\n';
         }
     }
     if (rows.empty())
     {
-        stream << "  " << title.whenEmpty << '\n';
+        stream << MARGIN << title.whenEmpty << '\n';
     }
 }
 

@@ -3,12 +3,17 @@
 
 #include "ScreenRow.h"
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace Deskphone
 {
+// Columns that other tables of items have in common with the screen.
+inline constexpr std::size_t NUMBER_COLUMNS = 17; ///< in comparable form
+inline constexpr std::size_t STATE_COLUMNS = 22;
+
 struct ScreenTitle
 {
     std::string text;      ///< at the head of the screen

@@ -1,9 +1,9 @@
 #include "SearchCommand.h"
 
-#include "JournalProblem.h"
 #include "PrintList.h"
+#include "StorageProblem.h"
 #include "Telephone.h"
-#include "TimeZone.h"
+#include "TelephoneSetup.h"
 #include "host/LdapDirectory.h"
 #include "host/RealTimeEventLoop.h"
 
@@ -61,22 +61,13 @@ bool save(Telephone& telephone, long place, std::ostream& errors)
         errors << "deskphone: there is no result " << place << '\n';
         return false;
     }
-    if (!telephone.phonebook().isStored())
-    {
-        errors << "deskphone: " << telephone.phonebook().problem() << '\n';
-        return false;
-    }
     return true;
 }
 } // namespace
 
 bool searchPeople(const Options& options, std::ostream& screen, std::ostream& errors)
 {
-    const TelephoneSettings settings = options.over({});
-    if (!settings.timeZone.empty())
-    {
-        setTimeZone(settings.timeZone);
-    }
+    const TelephoneSettings settings = setUp(options);
     Host::RealTimeEventLoop loop;
     const Host::EventLoop::Scope scope(loop);
     std::unique_ptr<Host::LdapDirectory> directory; // outlives the telephone
@@ -84,8 +75,9 @@ bool searchPeople(const Options& options, std::ostream& screen, std::ostream& er
     {
         return false;
     }
-    Telephone telephone(settings, options.dataFolder());
-    const JournalProblem problem(telephone.journal(), errors);
+    const bool saves = options.resultToSave != 0;
+    Telephone telephone(settings, saves ? options.dataFolder() : folderToLookInto(options));
+    StorageProblem problem(telephone, errors);
     if (directory)
     {
         telephone.setDirectory(*directory);
@@ -93,6 +85,8 @@ bool searchPeople(const Options& options, std::ostream& screen, std::ostream& er
     telephone.search(options.text);
     waitForEnd(loop, telephone.searchField());
     printFound(screen, telephone, options);
-    return save(telephone, options.row, errors);
+    const bool wasPossible = save(telephone, options.resultToSave, errors);
+    problem.tellWhenNew();
+    return telephone.isStored() && wasPossible;
 }
 } // namespace Deskphone

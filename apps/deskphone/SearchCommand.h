@@ -7,7 +7,7 @@
 
 namespace Deskphone
 {
-/** Prints who was found, and stores one of them when the options ask for it. False when that was not possible, or the
- *  directory cannot be asked; `errors` says why. */
+/** Prints who was found, and stores one of them when the options ask for it. False when that was not possible, the
+ *  directory cannot be asked, or history or contacts could not be read or stored; `errors` says why. */
 bool searchPeople(const Options& options, std::ostream& screen, std::ostream& errors);
 } // namespace Deskphone

@@ -29,9 +29,12 @@ class FoundSaved : public Event
 
     void apply(Telephone& telephone) const override
     {
+        const std::string result = "result " + std::to_string(place_);
+        const bool exists = static_cast<std::size_t>(place_) <= telephone.found().size();
         if (!telephone.saveFound(place_))
         {
-            throw NotPossible("there is no result " + std::to_string(place_));
+            throw NotPossible(exists ? result + " is the cloud's, which has no number to store"
+                                     : "there is no " + result);
         }
     }
 

@@ -1,16 +1,14 @@
 #include "StoredHistory.h"
 
-#include "ConversationAPI/AggregatorSwitchIfc.h"
-#include "JournalProblem.h"
 #include "PrintList.h"
+#include "StorageProblem.h"
 #include "Telephone.h"
-#include "TimeZone.h"
+#include "TelephoneSetup.h"
 #include "Trace.h"
 #include "UserActions.h"
 #include "host/SimulatedEventLoop.h"
 
 #include <ctime>
-#include <filesystem>
 
 namespace Deskphone
 {
@@ -34,7 +32,7 @@ void markRead(Telephone& telephone, const Options& options)
     }
     else
     {
-        telephone.conversations().markAllMissedCallsRead();
+        telephone.markAllMissedRead();
     }
 }
 
@@ -42,7 +40,7 @@ void deleteRows(Telephone& telephone, const Options& options)
 {
     if (options.all)
     {
-        telephone.conversations().deleteConversations();
+        telephone.deleteAllRows();
     }
     else
     {
@@ -50,9 +48,14 @@ void deleteRows(Telephone& telephone, const Options& options)
     }
 }
 
-/** Whether that was possible. */
+/** Whether that was possible. What is stored is changed only when all of it could be read: the rows, and who stands in
+ *  which, would be others than those that the user saw. */
 bool act(Telephone& telephone, const Options& options, std::ostream& errors)
 {
+    if (options.command != Options::HISTORY && !telephone.isStored())
+    {
+        return false;
+    }
     try
     {
         if (options.command == Options::MARK_READ)
@@ -75,37 +78,31 @@ bool act(Telephone& telephone, const Options& options, std::ostream& errors)
 
 bool showHistory(const Options& options, std::ostream& screen, std::ostream& errors)
 {
-    const TelephoneSettings settings = options.over({});
-    if (!settings.timeZone.empty())
-    {
-        setTimeZone(settings.timeZone);
-    }
+    const TelephoneSettings settings = setUp(options);
     Host::SimulatedEventLoop loop(options.at.value_or(std::time(nullptr)));
     const Host::EventLoop::Scope scope(loop);
-    const std::filesystem::path folder = options.dataFolder();
-    const std::filesystem::path file = Telephone::journalFile(folder);
-    std::error_code error;
-    const bool exists = std::filesystem::exists(file, error) || error; // what cannot be looked at, the journal tells
-    if (!exists)
+    const std::filesystem::path folder = folderToLookInto(options);
+    if (folder.empty())
     {
-        errors << "deskphone: there is no stored history: " << file.string() << '\n'; // and looking makes none
+        errors << "deskphone: there is no stored history: " << Telephone::journalFile(options.dataFolder()).string()
+               << '\n';
     }
-    Telephone telephone(settings, exists ? folder : std::filesystem::path());
-    JournalProblem problem(telephone.journal(), errors);
-    const bool isRead = telephone.journal().isStored();
-    const bool wasPossible = isRead && act(telephone, options, errors);
+    Telephone telephone(settings, folder);
+    StorageProblem problem(telephone, errors);
+    const bool isRead = telephone.isStored();
+    const bool wasPossible = act(telephone, options, errors);
     loop.runUntilIdle();
     problem.tellWhenNew();
     if (!wasPossible)
     {
         return false;
     }
-    if (!telephone.journal().isStored())
+    if (isRead && !telephone.isStored())
     {
         errors << "deskphone: the change was not stored\n";
         return false;
     }
     printList(screen, telephone, options);
-    return true;
+    return isRead;
 }
 } // namespace Deskphone

@@ -8,6 +8,6 @@
 namespace Deskphone
 {
 /** Prints the list that the stored history gives, after what the options ask for. False when that was not possible,
- *  or when it could not be stored; `errors` says why. */
+ *  or when history or contacts could not be read or stored; `errors` says why. */
 bool showHistory(const Options& options, std::ostream& screen, std::ostream& errors);
 } // namespace Deskphone

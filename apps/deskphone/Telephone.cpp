@@ -47,8 +47,9 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
       contacts_(&conversationFactory_, &phonebook_, &webDirectory_),
       contactGrouping_(contacts_, itemAggregator_, idGenerator_),
       cloudConversations_(&itemFactory_, &conversationFactory_, &cloudListStarter_),
-      cloudNotices_(cloudService_, cloudConversations_), local_(itemFactory_), cloud_(itemFactory_),
-      provider_(&itemFactory_), times_(&Host::currentTime), finder_(local_.aggregator), webSearch_(&contacts_)
+      cloudNotices_(cloudService_, cloudConversations_), cloudSearch_(cloudConversations_), local_(itemFactory_),
+      cloud_(itemFactory_), provider_(&itemFactory_), networkProvider_(&itemFactory_), times_(&Host::currentTime),
+      finder_(local_.aggregator), webSearch_(&contacts_)
 {
     wireFactories();
     wireLists();
@@ -69,6 +70,7 @@ Telephone::~Telephone()
     liveCalls_.clearObserver();
     history_.clearObserver();
     provider_.setSource(nullptr, false);
+    networkProvider_.setSource(nullptr, false);
     contacts_.removeObserver(&contactGrouping_);
     cloudListStarter_.setAggregator(nullptr);
     idGenerator_.setConversationSources({});
@@ -104,6 +106,8 @@ void Telephone::wireDisplay(const TelephoneSettings& settings)
     switch_.addConversationEventObserver(&display_);
     switch_.addConversationEventObserverToProvider(&display_);
     provider_.setSource(&local_.forProvider, false);
+    networkProvider_.addObserver(&networkDisplay_);
+    networkProvider_.setSource(&networkCalls_, true);
     times_.setTranslatorIfc(&translator_);
     times_.timeFormatChanged(settings.timeFormat);
     times_.dateFormatChanged(settings.dateFormat);
@@ -111,11 +115,12 @@ void Telephone::wireDisplay(const TelephoneSettings& settings)
 
 /**
  * The history is there as soon as the journal service has accepted the subscription; this one does so at once. The
- * cloud's conversations come when somebody signs in.
+ * cloud's conversations come when somebody signs in. Of two items of one row and second the later source's stays: what
+ * both logs have of a call is to be the journal's, which alone knows whether the user has seen it.
  */
 void Telephone::startSources()
 {
-    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&history_, &networkCalls_, &liveCalls_};
+    std::vector<ConversationAPI::ConversationItemSourceIfc*> sources{&networkCalls_, &history_, &liveCalls_};
     itemAggregator_.addItemSources(sources);
     journal_.addObserver(&journalUpdates_);
     history_.setJournalServiceSubscribed(true);
@@ -131,6 +136,7 @@ void Telephone::startSources()
     searcher_.addSearchableConversationSource(&finder_);
     searcher_.addSearchableConversationSource(&contacts_);
     searcher_.addSearchableConversationSource(&webSearch_);
+    searcher_.addSearchableConversationSource(&cloudSearch_);
     local_.aggregator.start();
 }
 
@@ -148,11 +154,21 @@ void Telephone::reloadHistory()
     history_.notifyObserver();
 }
 
-/** Also the entries whose calls the row is too short to show. What the journal reports then brings the row up to date.
+/**
+ * Also the entries whose calls the row is too short to show. What the journal reports then brings the row up to date.
+ * The network keeps no marks, and the id of one of its entries may be that of one of the journal's.
  */
 void Telephone::markMissedRead(const ConversationAPI::Conversation& row)
 {
-    history_.ageAllMissedCalls(row.getJournalServiceEntries());
+    if (shownList_ != NETWORK_LIST)
+    {
+        history_.ageAllMissedCalls(row.getJournalServiceEntries());
+    }
+}
+
+void Telephone::markAllMissedRead()
+{
+    shownList_ == NETWORK_LIST ? networkProvider_.markAllMissedCallsRead() : switch_.markAllMissedCallsRead();
 }
 
 /**
@@ -162,9 +178,19 @@ void Telephone::markMissedRead(const ConversationAPI::Conversation& row)
  */
 void Telephone::deleteRow(const ConversationAPI::Conversation& row)
 {
+    if (shownList_ == NETWORK_LIST)
+    {
+        networkProvider_.deleteConversation(row.getConversationId());
+        return;
+    }
     const std::vector<NetworkEntry> entries = networkEntriesOf(networkCalls_, row);
     switch_.deleteConversation(row.getConversationId());
     deleteNetworkEntries(networkCalls_, entries);
+}
+
+void Telephone::deleteAllRows()
+{
+    shownList_ == NETWORK_LIST ? networkProvider_.deleteConversations() : switch_.deleteConversations();
 }
 
 /** The source tells those who show its own list; which items it gives for the history depends on the state, too. */
@@ -182,9 +208,17 @@ void Telephone::search(const std::string& text)
     {
         searcher_.cancelSearch();
         local_.aggregator.clearTemporaryConversations();
+        cloud_.aggregator.clearTemporaryConversations();
         return;
     }
     searcher_.startSearch("search " + std::to_string(++searches_), text, &searchField_);
+}
+
+/** Whichever list is shown: a search looks for everybody. */
+ConversationAPI::Conversation* Telephone::conversationWithId(const std::string& id)
+{
+    ConversationAPI::Conversation* local = local_.aggregator.getConversationByConversationID(id);
+    return local ? local : cloud_.aggregator.getConversationByConversationID(id);
 }
 
 std::vector<Telephone::Found> Telephone::found()
@@ -192,7 +226,7 @@ std::vector<Telephone::Found> Telephone::found()
     std::vector<Found> all;
     for (const SearchField::Result& result : searchField_.found())
     {
-        if (auto* one = local_.aggregator.getConversationByConversationID(result.conversationId))
+        if (ConversationAPI::Conversation* one = conversationWithId(result.conversationId))
         {
             all.push_back({one, result.type});
         }
@@ -204,26 +238,39 @@ bool Telephone::saveFound(long place)
 {
     const std::vector<Found> all = found();
     const bool exists = place >= 1 && static_cast<std::size_t>(place) <= all.size();
-    if (exists)
+    ConversationAPI::Conversation* one = exists ? all[static_cast<std::size_t>(place) - 1].conversation : nullptr;
+    if (!one || cloudConversations_.getConversation(one->getConversationId()))
     {
-        contacts_.saveContact(all[static_cast<std::size_t>(place) - 1].conversation);
+        return false;
     }
-    return exists;
+    contacts_.saveContact(one);
+    return true;
 }
 
+/** The network's source puts its list in order and tells nobody. */
 void Telephone::sortRows(RowOrder order)
 {
-    shown().aggregator.setSortType(order);
+    if (shownList_ == NETWORK_LIST)
+    {
+        networkCalls_.sortBroadsoftCallLogs(order);
+        networkProvider_.start();
+        return;
+    }
+    combinedList().aggregator.setSortType(order);
     switch_.conversationsChanged();
 }
 
 /**
  * start() puts a list in order whose rows changed one by one. The provider comes last: it tells the display, which has
- * moved by then, also a list that is not ready yet.
+ * moved by then, also a list that is not ready yet. The network's list has a display of its own, which is up to date.
  */
-void Telephone::showList(List list)
+void Telephone::showList(ShownList list)
 {
     shownList_ = list;
+    if (list == NETWORK_LIST)
+    {
+        return;
+    }
     if (list == CLOUD_LIST)
     {
         switch_.useQuorvelConversationAggregator();
@@ -232,8 +279,8 @@ void Telephone::showList(List list)
     {
         switch_.useNormalConversationAggregator();
     }
-    shown().aggregator.start();
-    provider_.setSource(&shown().forProvider, true);
+    combinedList().aggregator.start();
+    provider_.setSource(&combinedList().forProvider, true);
 }
 
 const ConversationAPI::Conversation* Telephone::row(long place) const

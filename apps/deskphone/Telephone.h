@@ -13,21 +13,24 @@
  *     journal() ─────▶ journalUpdates_ ─▶ history_ ──┼──▶ itemAggregator_ ────┬─▶ local_ ──┬──▶ display_
  *     mailbox ───────▶ mailbox() (history_)          │                        │            └──▶ provider_ ──▶ display_
  *     networkLog() ──▶ networkCalls_ ────────────────┘                        │
+ *                      networkCalls_ ──▶ networkProvider_ ──▶ networkDisplay_ │
  *     phonebook() ───▶ contacts_ ─────────────────────────────────────────────┘
  *     cloud() ───────▶ cloudNotices_ ──▶ cloudConversations_ ───────────────────▶ cloud_, in place of local_
  *     configuration ─▶ setVoiceMailNumber()
  *     user ──────────▶ conversations() ──▶ provider_ ──▶ local_ ──▶ itemAggregator_ ──▶ history_ ──▶ journal()
  *                                                        local_ ──▶ contacts()
  *                                          provider_ ──▶ cloud_ ──▶ cloudConversations_
- *     user ──────────▶ showList() ──▶ conversations(), provider_: local_ or cloud_
+ *     user ──────────▶ showList() ──▶ conversations(), provider_: local_ or cloud_; rows(): display_ or networkDisplay_
  *     contacts_ ─────▶ contactGrouping_, local_ ──▶ itemAggregator_, which groups calls by the numbers of a contact
  *     user ──────────▶ search() ──▶ searcher_ ──▶ finder_ (local_), contacts_ ──▶ phonebook() ──▶ people()
  *                                   searcher_ ──▶ webSearch_ ──▶ webDirectory() and contacts_
+ *                                   searcher_ ──▶ cloudSearch_ ──▶ cloudConversations_
  *     webDirectory() ▶ contacts_
  */
 #pragma once
 
 #include "CloudListStarter.h"
+#include "CloudSearch.h"
 #include "CombinedList.h"
 #include "ContactGrouping.h"
 #include "ConversationAPI/ActiveCallConversationItemSource.h"
@@ -77,10 +80,11 @@ class Telephone
     };
 
     /** Which conversations the screen shows. */
-    enum List
+    enum ShownList
     {
         LOCAL_LIST, ///< calls, the mailbox and contacts
-        CLOUD_LIST
+        CLOUD_LIST,
+        NETWORK_LIST ///< the network's call logs and directories, each entry a row of its own
     };
 
     /** Where a telephone keeps its history and its contacts, in the folder of its data; "" without one. */
@@ -135,16 +139,25 @@ class Telephone
     /** The mailbox's number, in any spelling; "" when there is none. Its row and its calls are made anew. */
     void setVoiceMailNumber(const std::string& number);
 
+    /** Whether history and contacts are read, and all that changed is on the disk; true when nothing is kept. */
+    bool isStored() const { return journal_.isStored() && phonebook_.isStored(); }
+
     // What the user interface uses.
 
-    /** Look-ups, deletion, marking as read. */
+    /** Look-ups, deletion, marking as read: of the local or the cloud's list, whichever was shown last. */
     ConversationAPI::AggregatorSwitchIfc& conversations() { return switch_; }
 
     /** Deletes a row of the shown list: of the history's with the calls that the network has of it. */
     void deleteRow(const ConversationAPI::Conversation& row);
 
+    /** Deletes what the shown list can delete. */
+    void deleteAllRows();
+
     /** The user has looked at the missed calls of a row. */
     void markMissedRead(const ConversationAPI::Conversation& row);
+
+    /** The user has looked at all missed calls of the shown list. */
+    void markAllMissedRead();
 
     /** Has the rows of the history made anew from the journal. */
     void reloadHistory();
@@ -152,15 +165,18 @@ class Telephone
     /** 0 or 6 while the display shows the call history; in any other state the network's entries are not part of it. */
     void networkShowStateChanged(int state);
 
-    /** Each list keeps its own order; this one is the shown list's. */
+    /** Which calls the network's own list shows: see BroadsoftServiceConversationItemSource. */
+    void filterNetworkList(const std::string& filter) { networkCalls_.bwCallLogFilterChanged(filter); }
+
+    /** Each list keeps its own order, the network's until its next change; this one is the shown list's. */
     void sortRows(RowOrder order);
 
-    /** At first the local list is shown. The other one is kept up to date meanwhile. */
-    void showList(List list);
-    List shownList() const { return shownList_; }
+    /** At first the local list is shown. The others are kept up to date meanwhile. */
+    void showList(ShownList list);
+    ShownList shownList() const { return shownList_; }
 
-    /** What stands in the search field: own people and those of the web service are there at once, the directory's come
-     *  later. "" closes it. */
+    /** What stands in the search field: the people of the telephone's lists and those of the web service are there at
+     *  once, the directory's come later. "" closes it. */
     void search(const std::string& text);
     const SearchField& searchField() const { return searchField_; }
 
@@ -174,14 +190,18 @@ class Telephone
     /** In the order in which they are shown; who is not there any more is left out. */
     std::vector<Found> found();
 
-    /** Stores a found person, counted from 1, in the phonebook; whether there is such a one. */
+    /** Stores a found person, counted from 1, in the phonebook; false when there is no such one, or it is the cloud's,
+     *  of whom there is no number to store. */
     bool saveFound(long place);
 
     /** Who is signed in to the cloud; "" for nobody. */
     std::string cloudUserName() const { return cloudConversations_.displayName(); }
 
     /** What the screen shows, from top to bottom; valid until the next event. */
-    const Host::DisplayModel::Rows& rows() const { return display_.rows(); }
+    const Host::DisplayModel::Rows& rows() const
+    {
+        return (shownList_ == NETWORK_LIST ? networkDisplay_ : display_).rows();
+    }
 
     /** The row at a place, counted from 1; null when there is none. */
     const ConversationAPI::Conversation* row(long place) const;
@@ -196,7 +216,8 @@ class Telephone
     void wireLists();
     void wireDisplay(const TelephoneSettings& settings);
     void startSources();
-    CombinedList& shown() { return shownList_ == CLOUD_LIST ? cloud_ : local_; }
+    CombinedList& combinedList() { return shownList_ == CLOUD_LIST ? cloud_ : local_; }
+    ConversationAPI::Conversation* conversationWithId(const std::string& id);
 
     // What the library builds on.
     Host::DigitAnalysis digitAnalysis_;
@@ -214,8 +235,10 @@ class Telephone
     ConversationAPI::RandomCachingConversationIDGenerator idGenerator_;
     ConversationAPI::ConversationFactory conversationFactory_;
 
-    // The rows of the screen. It asks nobody; all that tells it something stands below.
+    // The rows of the screen. They ask nobody; all that tells them something stands below. What the network's own list
+    // is told does not go through the switch, which never lets an observer go.
     Host::DisplayModel display_;
+    Host::DisplayModel networkDisplay_;
 
     // Sources of items.
     ConversationAPI::ActiveCallConversationItemSource liveCalls_;
@@ -233,16 +256,18 @@ class Telephone
     CloudListStarter cloudListStarter_; ///< what the next tells of log-ins
     ConversationAPI::QuorvelServiceConversationSource cloudConversations_;
     Host::CloudNotices cloudNotices_; ///< what reports to the last
+    CloudSearch cloudSearch_;
 
     // The lists in which each party stands once. Whoever turns the switch to the other one also hands its source to the
     // provider: see showList().
     CombinedList local_;
     CombinedList cloud_;
-    List shownList_ = LOCAL_LIST;
+    ShownList shownList_ = LOCAL_LIST;
 
     // What the user interface sees of them.
     ConversationAPI::AggregatorSwitch switch_;
     ConversationAPI::ConversationListProvider provider_;
+    ConversationAPI::ConversationListProvider networkProvider_;
     ConversationAPI::RelativeTimeFormatter times_;
     SearchField searchField_;
     ConversationAPI::ConversationFinder finder_;

@@ -10,6 +10,33 @@
 namespace Deskphone
 {
 using ConversationAPI::Conversation;
+using ConversationAPI::ConversationItem;
+
+namespace
+{
+/**
+ * Whether the row is the history's, whatever it began with. A row that a network's call began stays undeletable for the
+ * library, also when the journal's record of that call, or a later call, stands for the row by now; made anew it would
+ * not be.
+ */
+bool isOfHistory(const Conversation& row)
+{
+    const auto isVoiceMail = [](const auto& item) { return item->isVoiceMail(); };
+    const ConversationItem* shown = row.initialItem();
+    return shown != nullptr && shown->isDeleteOnConversationList() &&
+           std::none_of(row.items().begin(), row.items().end(), isVoiceMail);
+}
+
+/** Of the network's own list, calls alone: its directories are not the telephone's to change. */
+bool offersDeletion(const Telephone& telephone, const Conversation& row)
+{
+    if (telephone.shownList() == Telephone::NETWORK_LIST)
+    {
+        return row.initialItem() != nullptr && row.initialItem()->isNonActiveCall();
+    }
+    return (row.isDeletable() || isOfHistory(row)) && !row.isActiveOrProgressingOrClearing();
+}
+} // namespace
 
 const Conversation& rowAtPlace(const Telephone& telephone, long place)
 {
@@ -37,7 +64,7 @@ const Conversation& rowWithNumber(Telephone& telephone, const std::string& numbe
 
 void deleteRow(Telephone& telephone, const Conversation& row)
 {
-    if (!row.isDeletable() || row.isActiveOrProgressingOrClearing())
+    if (!offersDeletion(telephone, row))
     {
         throw NotPossible("the telephone does not offer to delete this row");
     }

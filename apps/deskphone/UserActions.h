@@ -18,6 +18,7 @@ const ConversationAPI::Conversation& rowAtPlace(const Telephone& telephone, long
 /** The first row with the number, in any spelling. Throws NotPossible when there is none. */
 const ConversationAPI::Conversation& rowWithNumber(Telephone& telephone, const std::string& number);
 
-/** With all of its calls. Throws NotPossible for the row of the mailbox, of a live call or of the network's calls. */
+/** With all of its calls. Throws NotPossible for the row of the mailbox, for that of a live call, for one of which a
+ *  network's call is the newest, and for a contact in the network's own list. */
 void deleteRow(Telephone& telephone, const ConversationAPI::Conversation& row);
 } // namespace Deskphone

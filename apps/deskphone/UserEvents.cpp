@@ -1,4 +1,3 @@
-#include "ConversationAPI/AggregatorSwitchIfc.h"
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
 #include "Telephone.h"
@@ -21,11 +20,12 @@ const EventFields::Choices<Telephone::RowOrder>& orders()
     return all;
 }
 
-const EventFields::Choices<Telephone::List>& lists()
+const EventFields::Choices<Telephone::ShownList>& lists()
 {
-    static const EventFields::Choices<Telephone::List> all = {
+    static const EventFields::Choices<Telephone::ShownList> all = {
         {"local", Telephone::LOCAL_LIST},
         {"cloud", Telephone::CLOUD_LIST},
+        {"network", Telephone::NETWORK_LIST},
     };
     return all;
 }
@@ -98,17 +98,17 @@ class ShowList : public Event
     void write(FieldWriter& fields) const override { fields.choice("list", lists(), list_); }
 
   private:
-    const Telephone::List list_;
+    const Telephone::ShownList list_;
 };
 
 void deleteAll(Telephone& telephone)
 {
-    telephone.conversations().deleteConversations();
+    telephone.deleteAllRows();
 }
 
 void markMissedRead(Telephone& telephone)
 {
-    telephone.conversations().markAllMissedCallsRead();
+    telephone.markAllMissedRead();
 }
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "ContactCommand.h"
+#include "ExitCode.h"
 #include "Explain.h"
 #include "Options.h"
 #include "Replay.h"
@@ -13,10 +14,6 @@
 
 namespace
 {
-constexpr int FAILED = 1;
-constexpr int BROKEN_INPUT = 2; ///< a trace, a contact or the phonebook: nothing was done
-constexpr int NOT_ALL_POSSIBLE = 3;
-
 void setUpLog(const Deskphone::Options& options)
 {
     Host::LogSink& sink = Host::LogSink::instance();
@@ -48,16 +45,16 @@ bool carryOut(const Deskphone::Options& options)
     }
 }
 
-int run(const Deskphone::Options& options)
+Deskphone::ExitCode run(const Deskphone::Options& options)
 {
     const bool wasAllPossible = carryOut(options);
     std::cout.flush();
     if (!std::cout)
     {
         std::cerr << "deskphone: cannot write the list\n";
-        return FAILED;
+        return Deskphone::FAILED;
     }
-    return wasAllPossible ? 0 : NOT_ALL_POSSIBLE;
+    return wasAllPossible ? Deskphone::ALL_WENT_WELL : Deskphone::NOT_ALL_POSSIBLE;
 }
 } // namespace
 
@@ -65,7 +62,7 @@ int main(int argc, char** argv)
 {
     try
     {
-        int exitCode = 0;
+        Deskphone::ExitCode exitCode = Deskphone::ALL_WENT_WELL;
         const auto options = Deskphone::parseOptions(argc, argv, exitCode);
         if (!options)
         {
@@ -78,16 +75,16 @@ int main(int argc, char** argv)
     catch (const Deskphone::BrokenTrace& error)
     {
         std::cerr << error.what() << '\n';
-        return BROKEN_INPUT;
+        return Deskphone::BROKEN_INPUT;
     }
     catch (const Deskphone::ContactProblem& problem)
     {
         std::cerr << "deskphone: " << problem.what() << '\n';
-        return BROKEN_INPUT;
+        return Deskphone::BROKEN_INPUT;
     }
     catch (const std::exception& error)
     {
         std::cerr << "deskphone: " << error.what() << '\n';
-        return FAILED;
+        return Deskphone::FAILED;
     }
 }
