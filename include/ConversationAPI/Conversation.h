@@ -22,6 +22,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ConversationAPI
@@ -40,7 +41,7 @@ class Conversation : public ConversationContact
     };
 
     /** So many items it holds while no call is live; older ones go. */
-    static constexpr std::size_t MOST_HISTORY_ITEMS = 10;
+    static constexpr std::size_t MOST_HISTORY_ITEMS = DataThatShouldBeClonedOnCopy::MOST_HISTORY_ITEMS;
 
     /** What a conversation takes from the one folded into it, besides items. */
     struct Folding
@@ -86,7 +87,11 @@ class Conversation : public ConversationContact
     /** The id itself, a phantom's too. */
     const SharedText& storedIdText() const { return id_; }
 
-    void setPhantom(bool phantom);
+    void setPhantom(bool phantom)
+    {
+        phantom_ = phantom;
+        keysChanged();
+    }
     bool isPhantomConversation() const { return phantom_; }
     void setTemporary(bool temporary) { temporary_ = temporary; }
     bool isTemporary() const { return temporary_; }
@@ -156,7 +161,7 @@ class Conversation : public ConversationContact
 
     /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
     void append(ConversationItem* item);
-    void prepend(ConversationItem* item);
+    void prepend(ConversationItem* item) { append(item); }
 
     /** append() for each of the items, which it takes, none of them null; observers are told once. */
     void appendAll(const std::vector<ConversationItem*>& items);
@@ -169,7 +174,11 @@ class Conversation : public ConversationContact
 
     /** Deletes the items whose call id or item id is this; "" does nothing. */
     void removeItem(std::string itemId);
-    void removeAndDeleteFrontItem();
+    void removeAndDeleteFrontItem()
+    {
+        data_.removeFront();
+        keysChanged();
+    }
 
     /** The conversation's items are these from now on; those it held and are not among them are deleted. */
     void setConversationItems(const std::vector<ConversationItem*>& items);
@@ -185,8 +194,14 @@ class Conversation : public ConversationContact
     const DataThatShouldBeClonedOnCopy::Items& items() const { return data_.items(); }
     /** Whether no item is a live call or has an id of its own. */
     bool holdsOnlyPlainItems() const { return data_.holdsOnlyPlainItems(); }
-    bool equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const;
-    bool itemNeedsAddingToConversation(const ConversationItem& item) const;
+    bool equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const
+    {
+        return data_.findEquivalent(item) != nullptr;
+    }
+    bool itemNeedsAddingToConversation(const ConversationItem& item) const
+    {
+        return !item.isStartedRemoteCall() || !data_.holdsEndLaterThan(item);
+    }
     void setAllItemsAsViewed();
 
     /** Entry ids of every call and voicemail ever added, in that order, those no longer held included. */
@@ -220,7 +235,10 @@ class Conversation : public ConversationContact
     void removeObserver(ConversationModificationObserverIfc* list) { observers_.remove(list, *this); }
 
     /** Tells the observers how the four numbers differ from what they were. */
-    void conversationNumbersChanged(const std::vector<std::string>& numbersBefore);
+    void conversationNumbersChanged(const std::vector<std::string>& numbersBefore)
+    {
+        observers_.tellNumberChanges(*this, numbersBefore.data(), numbersBefore.size());
+    }
 
     std::string toDebugString() const;
 
@@ -249,28 +267,28 @@ class Conversation : public ConversationContact
         return item ? (item->*question)() : Answer();
     }
 
-    void storeId(SharedText id);
+    void storeId(SharedText id)
+    {
+        id_ = std::move(id);
+        keysChanged();
+    }
     void addWithContact(OwnedItem item);
     void addItem(OwnedItem item);
+    void addOldest(OwnedItem item);
     void replaceCall(OwnedItem item);
     void consumeItem(OwnedItem item);
-    void addMergedItems(std::vector<ConversationItem*> items, bool replacesLiveCall);
-    void trimHistory();
 
     void updateContactFrom(const ConversationItem& item);
     void takeContactFrom(const ConversationItem& item);
-    OwnedItem makeContactItem(long time) const;
     void refreshDummyItem();
     void contactChanged() override;
-    void contactNumbersChanged(const ContactNumbers& before) override;
+    void contactNumbersChanged(const ContactNumbers& before) override
+    {
+        observers_.tellNumberChanges(*this, before.data(), before.size());
+    }
 
     const SharedText& contactId() const;
-    void takeIdOf(const Conversation& other);
-    void makePermanent();
-    void traceItems() const;
 
-    void notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first, const std::string& second);
-    void reportNumberChanges(const std::string* before, std::size_t count);
     void notifyObserversConversationIsModified() { observers_.tellModified(getConversationId()); }
     void keysChanged() { observers_.tellKeysChanged(*this); }
 

@@ -123,7 +123,7 @@ class ConversationItem
     virtual void addParticipant(const CallPartyIdentifier& party);
     virtual void setNumberOfAttachments(int count);
     virtual ActiveCall::callDirection activeCallDirection() const;
-    virtual ConversationItemState getState() const;
+    virtual ConversationItemState getState() const { return ConversationItemState::NO_STATE; }
 
     /** Call control's id of a live call; "" for everything else. */
     virtual std::string getCallId() const { return callId_.str(); }
@@ -132,12 +132,12 @@ class ConversationItem
     virtual std::string getHistoryDuration() const { return {}; }
     virtual std::string getCreatorId() const { return {}; }
     virtual int getNumberOfAttachments() const;
-    virtual systemMessageType getType() const;
-    virtual addParticipantReason getAddParticipantReason() const;
+    virtual systemMessageType getType() const { return NO_SYSTEM_MESSAGE; }
+    virtual addParticipantReason getAddParticipantReason() const { return NO_ADD_PARTICIPANT_REASON; }
     virtual ConversationParticipant creator() const;
     virtual void setCreator(ConversationParticipant creator);
     virtual bool getUserHasLeftOrJoined() const { return false; }
-    virtual std::vector<std::string> getAffectedParticipants() const;
+    virtual std::vector<std::string> getAffectedParticipants() const { return {}; }
 
     /** These change the first party; without one they do nothing. */
     virtual void setNumber(std::string number);
@@ -149,11 +149,11 @@ class ConversationItem
     /** A copy that reports "[clone]"; the caller owns it. */
     virtual ConversationItem* clone() = 0;
 
-    virtual DisplayAPI::ForwardedCallType getForwardedCallType() const;
+    virtual DisplayAPI::ForwardedCallType getForwardedCallType() const { return DisplayAPI::NOT_FORWARDED; }
 
     /** Null for kinds that know of no forwarding; lives as long as the item. */
-    virtual const CallPartyIdentifier* getForwardedCallParty() const;
-    virtual void setForwardedCallParty(const CallPartyIdentifier& party);
+    virtual const CallPartyIdentifier* getForwardedCallParty() const { return nullptr; }
+    virtual void setForwardedCallParty(const CallPartyIdentifier&) {}
 
     /** These change the first party; without one they do nothing. */
     virtual void setFirstName(const std::string& firstName);
@@ -162,7 +162,7 @@ class ConversationItem
                                  const std::string& home);
 
     /** How many events of this item the user has not seen yet. */
-    virtual int numberOfNewEvents();
+    virtual int numberOfNewEvents() { return 0; }
     virtual void setLastPhoneNumberType(NumberType::NT type);
 
     /** The number to call back: the last used one, else the first party's number of the last used type. */
@@ -175,7 +175,7 @@ class ConversationItem
     virtual bool doParticipantsMatch(const ConversationItem& other) const;
     virtual bool getHDAudioIconStatus() const { return false; }
     virtual bool isDSSCall() const { return false; }
-    virtual void setViewed(bool viewed);
+    virtual void setViewed(bool) {}
     virtual bool getViewed() const { return false; }
     virtual std::string getGroupName() const { return {}; }
     virtual std::string getGroupNumber() const { return {}; }
@@ -227,6 +227,7 @@ class ConversationItem
     bool hasConversationItemId() const { return !conversationItemId_.empty(); }
     bool hasExchangeContactId() const { return !exchangeContactId_.empty(); }
     const SharedText& conversationIdText() const { return conversationId_; }
+    const SharedText& conversationItemIdText() const { return conversationItemId_; }
     const SharedText& exchangeContactIdText() const { return exchangeContactId_; }
     const SharedText& callIdText() const { return callId_; }
 

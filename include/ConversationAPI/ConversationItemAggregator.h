@@ -20,7 +20,6 @@
 #include "platform/Semaphore.h"
 
 #include <deque>
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -28,6 +27,7 @@
 
 namespace ConversationAPI
 {
+class ContactRegrouping;
 class ConversationFactory;
 class ConversationItemSourceIfc;
 class ItemPlacement;
@@ -106,15 +106,8 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     void refreshConversations();
     void loadConversationListData();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
-    Conversation* placeItem(ConversationItem* item, const std::function<void(Conversation&)>& beforeAdding);
     Conversation* findConversationOfCall(const std::string& callId);
     void settleAfterCall(Conversation* conversation, const std::string& callId);
-    void uniteWithConversationOfSameId(Conversation* conversation);
-
-    UniqueConversationList findConversationsOf(Conversation& contact);
-    void conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found);
-    void mergeConversations(Conversation& target, Conversation& source);
-    void removeConversation(Conversation* conversation);
     void triggerGarbageCollectionOnIDGenerators();
 
     template <typename Notification>
@@ -131,5 +124,6 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     const std::unique_ptr<ItemPlacement> placement_;
     std::set<ConversationSourceObserverIfc*> observers_;
     NotificationRound round_;
+    const std::unique_ptr<ContactRegrouping> regrouping_;
 };
 } // namespace ConversationAPI

@@ -5,6 +5,7 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <cstddef>
 #include <string>
 
 namespace ConversationAPI
@@ -25,12 +26,15 @@ class ConversationObservers
     void tellModified(const std::string& conversationId);
     void tellKeysChanged(Conversation& conversation);
 
-    /** `first` is the number now, `second` the number before; "" where there is none. */
-    void tellNumberUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,
-                           const std::string& second);
+    /** How the four numbers differ from what they were: `before`, `count` of them, which should be four. */
+    void tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count);
 
   private:
     using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;
+
+    /** `first` is the number now, `second` the number before; "" where there is none. */
+    void notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,
+                                       const std::string& second);
 
     Observers observers_;
 };

@@ -12,6 +12,7 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -22,6 +23,9 @@ class DataThatShouldBeClonedOnCopy
 {
   public:
     using OwnedItem = std::unique_ptr<ConversationItem>;
+
+    /** So many items stay, save while a live call stands first. */
+    static constexpr std::size_t MOST_HISTORY_ITEMS = 10;
 
     /** An item of the set, with its time at hand. */
     class HeldItem
@@ -67,6 +71,9 @@ class DataThatShouldBeClonedOnCopy
     void removeEquivalent(const ConversationItem& item);
     void insert(OwnedItem item);
 
+    /** One that isOlderThanAll(). */
+    void pushBack(OwnedItem item) { items_.emplace_back(std::move(item)); }
+
     /** Deletes every item for which the predicate holds. */
     template <typename Predicate>
     void removeIf(Predicate predicate)
@@ -99,6 +106,9 @@ class DataThatShouldBeClonedOnCopy
     void removeFront();
     void clearItems();
 
+    /** Empties the set. Answers these items, be they from it or not, each once and in order; the others are deleted. */
+    std::vector<OwnedItem> clearFor(const std::vector<ConversationItem*>& items);
+
     /** Deletes calls started elsewhere that had ended by the time of this one. */
     void removeRemoteCallsEarlierThan(const ConversationItem& item);
 
@@ -109,8 +119,8 @@ class DataThatShouldBeClonedOnCopy
     bool isOlderThanAll(const ConversationItem& item, std::size_t count) const;
     void reserve(std::size_t count) { items_.reserve(count); }
 
-    /** Deletes the last items until at most so many remain. */
-    void trimTo(std::size_t most);
+    /** Deletes the last items beyond MOST_HISTORY_ITEMS, save while a live call stands first. */
+    void trimHistory();
 
   private:
     static bool isPlain(const ConversationItem& item);

@@ -14,6 +14,7 @@
 namespace ConversationAPI
 {
 class Conversation;
+class ConversationList;
 
 class NotificationRound
 {
@@ -48,6 +49,9 @@ class NotificationRound
 
     /** Deletes the conversation, which is in no list any more, as soon as nobody is being told anything. */
     void retire(Conversation* conversation);
+
+    /** Takes the conversation off the list and retires it; nothing when it is not in the list, be it null. */
+    void retireFrom(ConversationList& list, Conversation* conversation);
 
   private:
     void finish();

@@ -361,7 +361,7 @@ void CombinedRows::removeActiveItemForCall(const std::string& callId, const Conv
         notifyObserversOfConversationDeleted(row);
         if (row->getConversationItemsSize() == 0)
         {
-            retireRow(row);
+            round_.retireFrom(list_, row);
             return;
         }
     }
@@ -426,16 +426,7 @@ void CombinedRows::removeRow(Conversation* row)
 {
     const NotificationRound::Scope round(round_);
     notifyObserversOfConversationDeleted(row);
-    retireRow(row);
-}
-
-void CombinedRows::retireRow(Conversation* row)
-{
-    if (list_.contains(row))
-    {
-        list_.pop(row);
-        round_.retire(row);
-    }
+    round_.retireFrom(list_, row);
 }
 
 std::string CombinedRows::phantomCallId() const

@@ -75,7 +75,6 @@ class CombinedRows
 
     void forgetCallElsewhere(const std::string& callId);
     void settleRowAfterCall(Conversation* row);
-    void retireRow(Conversation* row);
     void notifyObserversOfConversationDeleted(Conversation* row);
 
     ConversationList& list_;

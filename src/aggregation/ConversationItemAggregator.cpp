@@ -9,11 +9,12 @@
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "Log.h"
 #include "Observers.h"
+#include "aggregation/ContactRegrouping.h"
+#include "aggregation/ConversationItemAggregatorLog.h"
 #include "aggregation/ItemBatches.h"
 #include "aggregation/ItemPlacement.h"
 #include "aggregation/ItemSources.h"
 #include "aggregation/LaterItems.h"
-#include "model/ItemOrder.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
@@ -22,23 +23,6 @@
 namespace ConversationAPI
 {
 using namespace ConversationListConditions;
-
-namespace
-{
-constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
-
-/**
- * In the aggregator's own list a contact only groups items; the conversations stay those of the history. Their calls
- * are different ones.
- */
-constexpr Conversation::Folding REGROUPING{true, false, false, false};
-
-bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
-{
-    return !liveCallId.empty() && conversation.isActiveOrProgressingOrClearing() &&
-           conversation.getCallId() != liveCallId;
-}
-} // namespace
 
 /** Takes the semaphore unless an operation further up holds it: observers told under it may call back. */
 class ConversationItemAggregator::Lock
@@ -82,7 +66,8 @@ ConversationItemAggregator::ConversationItemAggregator(ConversationFactory* fact
     : conversations_(std::make_unique<ConversationList>()), sources_(std::make_unique<ItemSources>()),
       idGenerator_(&RandomCachingConversationIDGenerator::isSameConversationAtSameTime), factory_(factory),
       placement_(std::make_unique<ItemPlacement>(*conversations_, *factory_, idGenerator_)),
-      round_([this](bool tellObservers) { rebuild(tellObservers); })
+      round_([this](bool tellObservers) { rebuild(tellObservers); }),
+      regrouping_(std::make_unique<ContactRegrouping>(*conversations_, *placement_, round_, *this))
 {
     conversations_->setName("ConversationItemAggregatorList");
     idGenerator_.setConversationSources({this});
@@ -193,46 +178,30 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
     CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
     const ItemBatches batches(items);
     LaterItems later;
-    const auto place = [&](const ItemBatches::Ranked& one)
-    { return placeItem(one.item, [&](Conversation& conversation) { later.appendBefore(conversation, one); }); };
+    const auto place = [&](const ItemBatches::Ranked& one, bool startsConversation)
+    {
+        const auto beforeAdding = [&](Conversation& conversation) { later.appendBefore(conversation, one); };
+        return startsConversation ? placement_->addNewConversation(one.item, nullptr, beforeAdding)
+                                  : placement_->placeItemOfRebuild(one.item, beforeAdding);
+    };
     const std::vector<ItemBatches::Batch>& all = batches.inOrder();
     for (std::size_t i = 0; i < all.size(); ++i)
     {
         const ItemBatches::Batch& batch = all[i];
         prefetch(*all[std::min(i + PREFETCH_DISTANCE, all.size() - 1)].first.item);
-        Conversation* target = place(batch.first);
+        Conversation* target = place(batch.first, batch.hasNumberOfItsOwn);
         if (target)
         {
             later.add(*target, batch.rest, batch.end);
         }
         else
         {
-            std::for_each(batch.rest, batch.end, place);
+            std::for_each(batch.rest, batch.end, [&place](const ItemBatches::Ranked& one) { place(one, false); });
         }
     }
     later.appendAll();
     placement_->nameExtraConversations();
     triggerGarbageCollectionOnIDGenerators();
-}
-
-/** A conversation that is there already and gets the item is given to `beforeAdding`. */
-Conversation* ConversationItemAggregator::placeItem(ConversationItem* item,
-                                                    const std::function<void(Conversation&)>& beforeAdding)
-{
-    if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
-    {
-        CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
-                            "clearing items");
-        return placement_->addNewConversation(item, placement_->getIDGeneratorForItemOfRebuild(item), beforeAdding);
-    }
-    Conversation* target = placement_->findTarget(item);
-    if (!target)
-    {
-        return placement_->addNewConversation(item, nullptr, beforeAdding);
-    }
-    beforeAdding(*target);
-    target->append(item);
-    return target;
 }
 
 void ConversationItemAggregator::newConversationItem(ConversationItem* item)
@@ -304,7 +273,7 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
     const bool isEmptied = conversation->getConversationItemsSize() == 0;
     if (isEmptied)
     {
-        removeConversation(conversation); // observers may combine everything anew, and must not find it
+        round_.retireFrom(*conversations_, conversation); // observers may combine everything anew, and must not find it
     }
     notifyObservers([&callId](ConversationSourceObserverIfc& observer)
                     { observer.removeActiveItemForCall(callId, nullptr); });
@@ -327,31 +296,7 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
 void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId)
 {
     conversation->callEnded(callId);
-    uniteWithConversationOfSameId(conversation);
-}
-
-/**
- * Two live calls of a contact on two of its numbers stand in two conversations of one id. When one has ended there
- * is no reason for that any more. The later one takes in the other: the contact's numbers are with the first.
- */
-void ConversationItemAggregator::uniteWithConversationOfSameId(Conversation* conversation)
-{
-    if (conversation->isActiveOrProgressingOrClearing())
-    {
-        return;
-    }
-    std::vector<Conversation*> sameId;
-    std::copy_if(conversations_->begin(), conversations_->end(), std::back_inserter(sameId),
-                 [conversation](const Conversation* other)
-                 { return other->storedIdText() == conversation->storedIdText(); });
-    if (sameId.size() == 2)
-    {
-        for (ConversationItem* item : sameId.back()->foldIn(*sameId.front(), REGROUPING))
-        {
-            sameId.back()->append(item); // of one id, nothing is a stranger, whichever numbers are known
-        }
-        removeConversation(sameId.front());
-    }
+    regrouping_->uniteWithConversationOfSameId(*conversation);
 }
 
 /** A call that waits or is shown as held need not be what its conversation shows first. */
@@ -392,7 +337,7 @@ void ConversationItemAggregator::reloadCallsForNumber(const std::string& number)
     }
     CONVERSATION_LOG(5, "reloadCallsForNumber() - Conversation found for number [%s]", number.c_str());
     const std::vector<std::string> entries = conversation->getJournalServiceEntries();
-    removeConversation(conversation);
+    round_.retireFrom(*conversations_, conversation);
     sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.reloadCalls(entries); });
 }
 
@@ -406,7 +351,7 @@ void ConversationItemAggregator::deleteConversation(const std::string& conversat
     }
     const std::vector<std::string> entries = conversation->getJournalServiceEntries();
     sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.deleteCalls(entries); });
-    removeConversation(getConversation(id));
+    round_.retireFrom(*conversations_, getConversation(id));
 }
 
 void ConversationItemAggregator::deleteConversations()
@@ -438,11 +383,13 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
                      contact->getConversationId().c_str(), contact->getWorkNumber1().c_str(),
                      contact->getWorkNumber2().c_str(), contact->getMobileNumber().c_str(),
                      contact->getHomeNumber().c_str());
-    const UniqueConversationList found = findConversationsOf(*contact);
+    const UniqueConversationList found = regrouping_->findConversationsOf(*contact);
     CONVERSATION_LOG(6, "conversationUpdated found %d matching conversations", static_cast<int>(found.size()));
     if (!found.empty())
     {
-        conversationUpdatedByNumber(*contact, found);
+        const NotificationRound::Scope round(round_);
+        regrouping_->conversationUpdatedByNumber(*contact, found);
+        triggerGarbageCollectionOnIDGenerators();
     }
 }
 
@@ -456,98 +403,6 @@ void ConversationItemAggregator::contactsUpdated(const std::vector<Conversation*
     }
     collectsIdsLater_ = false;
     triggerGarbageCollectionOnIDGenerators();
-}
-
-ConversationItemAggregator::UniqueConversationList
-ConversationItemAggregator::findConversationsOf(Conversation& contact)
-{
-    static constexpr const char* FOUND_BY_NUMBER[] = {
-        "findByConversationWork1 found id=[%p]%s", "findByConversationWork2 found id=[%p]%s",
-        "findByConversationMob found id=[%p]%s", "findByConversationHom found id=[%p]%s"};
-    UniqueConversationList all;
-    const auto add = [&](const char* format, Conversation* found)
-    {
-        if (found && found != &contact)
-        {
-            CONVERSATION_LOG(6, format, static_cast<void*>(found), found->getConversationId().c_str());
-            all.push_back(found);
-        }
-    };
-    add("findByConversationId found id=[%p]%s", getConversation(contact.getConversationId()));
-    const ContactNumbers numbers = contact.contactDetails()->numbers;
-    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
-    {
-        add(FOUND_BY_NUMBER[slot], placement_->getConversationOfNumber(numbers[slot]));
-    }
-    return all;
-}
-
-/** The first conversation found takes in the others, save those that are live with another call. */
-void ConversationItemAggregator::conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found)
-{
-    const NotificationRound::Scope round(round_);
-    const auto firstOwn = std::find_if(found.begin(), found.end(),
-                                       [](const Conversation* one) { return !one->extraActiveConversation(); });
-    const bool hasOwnConversation = firstOwn != found.end();
-    Conversation* root = hasOwnConversation ? *firstOwn : found.at(0);
-    CONVERSATION_LOG(6, "conversationUpdatedByNumber root=%p, rootid=%s", static_cast<void*>(root),
-                     root->getConversationId().c_str());
-    CONVERSATION_LOG(6, "merge converationItems with new contact");
-    std::string liveCallId;
-    std::vector<Conversation*> united;
-    for (Conversation* conversation : found)
-    {
-        if (!conversations_->contains(conversation))
-        {
-            continue;
-        }
-        if (isLiveWithOtherCall(*conversation, liveCallId) ||
-            (hasOwnConversation && conversation->extraActiveConversation()))
-        {
-            // Two live calls under one id would lose one of them: this one only shows the contact's name.
-            conversation->updateName(contact.getFirstName(), contact.getLastName());
-            continue;
-        }
-        if (conversation->isActiveOrProgressingOrClearing())
-        {
-            liveCallId = conversation->getCallId();
-        }
-        conversation->setExtraActiveConversation(false); // as the contact's own it takes the contact's history, too
-        mergeConversations(*conversation, contact);
-        united.push_back(conversation);
-    }
-    CONVERSATION_LOG(6, "group converationItems that are now assciated together because of the new contact");
-    for (Conversation* other : united)
-    {
-        const bool areListed = conversations_->contains(root) && conversations_->contains(other);
-        if (areListed && other != root && other->getConversationId() == root->getConversationId())
-        {
-            mergeConversations(*root, *other);
-            removeConversation(other);
-        }
-    }
-    if (conversations_->contains(root) && root->getConversationItemsSize() == 0)
-    {
-        removeConversation(root);
-    }
-    triggerGarbageCollectionOnIDGenerators();
-}
-
-void ConversationItemAggregator::mergeConversations(Conversation& target, Conversation& source)
-{
-    for (ConversationItem* item : target.foldIn(source, REGROUPING))
-    {
-        newConversationItem(item);
-    }
-}
-
-void ConversationItemAggregator::removeConversation(Conversation* conversation)
-{
-    if (conversation && conversations_->contains(conversation))
-    {
-        conversations_->pop(conversation);
-        round_.retire(conversation);
-    }
 }
 
 void ConversationItemAggregator::triggerGarbageCollectionOnIDGenerators()

@@ -16,8 +16,8 @@ class ItemBatches::Grouping
   public:
     struct Group
     {
+        bool hasNumberOfItsOwn;
         std::size_t size = 0;
-        bool isOfOneConversation = true;
     };
 
     explicit Grouping(std::size_t items)
@@ -35,12 +35,12 @@ class ItemBatches::Grouping
             lastGroup_ = groupOfNumber_.emplace(number, groups_.size()).first->second;
             lastNumber_ = number;
         }
-        addTo(lastGroup_, item);
+        addTo(lastGroup_, item, true);
     }
 
     void addAlone(const Ranked& item)
     {
-        addTo(groups_.size(), item);
+        addTo(groups_.size(), item, false);
         lastNumber_ = {};
     }
 
@@ -52,7 +52,7 @@ class ItemBatches::Grouping
             const auto group = groupOfNumber_.find(number);
             if (group != groupOfNumber_.end())
             {
-                groups_[group->second].isOfOneConversation = false;
+                groups_[group->second].hasNumberOfItsOwn = false;
             }
         }
     }
@@ -76,11 +76,11 @@ class ItemBatches::Grouping
     }
 
   private:
-    void addTo(std::size_t group, const Ranked& item)
+    void addTo(std::size_t group, const Ranked& item, bool hasNumberOfItsOwn)
     {
         if (group == groups_.size())
         {
-            groups_.emplace_back();
+            groups_.push_back({hasNumberOfItsOwn});
         }
         ++groups_[group].size;
         items_.push_back(item);
@@ -162,7 +162,7 @@ void ItemBatches::addOthers(std::vector<Ranked> others)
     for (const Ranked& other : others)
     {
         rank = firstBehind(other, rank);
-        batches_.push_back({{rank.time, rank.place, other.item}, nullptr, nullptr});
+        batches_.push_back({{rank.time, rank.place, other.item}, nullptr, nullptr, false});
     }
 }
 
@@ -188,15 +188,15 @@ void ItemBatches::addTimed(const Grouping& grouping)
     {
         Ranked* end = first + group.size;
         std::sort(first, end);
-        for (; !group.isOfOneConversation && first != end; ++first)
+        if (group.hasNumberOfItsOwn)
         {
-            add(first, first + 1);
+            add(first, end, true);
+            first = end;
         }
-        if (first != end)
+        for (; first != end; ++first)
         {
-            add(first, end);
+            add(first, first + 1, false);
         }
-        first = end;
     }
 }
 } // namespace ConversationAPI

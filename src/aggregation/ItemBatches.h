@@ -41,6 +41,7 @@ class ItemBatches
         Ranked first;
         const Ranked* rest; ///< the items that go with it, in order
         const Ranked* end;
+        bool hasNumberOfItsOwn; ///< that no item of another batch has
     };
 
     /** The items, none of them null, in the order in which the sources gave them. */
@@ -61,7 +62,10 @@ class ItemBatches
     void addOthers(std::vector<Ranked> others);
     Ranked firstBehind(const Ranked& other, const Ranked& from) const;
     void addTimed(const Grouping& grouping);
-    void add(const Ranked* first, const Ranked* end) { batches_.push_back({*first, first + 1, end}); }
+    void add(const Ranked* first, const Ranked* end, bool hasNumberOfItsOwn)
+    {
+        batches_.push_back({*first, first + 1, end, hasNumberOfItsOwn});
+    }
 
     std::vector<Ranked> timed_; ///< the items that are ordered by their time alone, batch by batch
     std::vector<Batch> batches_;

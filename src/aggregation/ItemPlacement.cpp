@@ -9,6 +9,9 @@
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
+#include "Log.h"
+#include "aggregation/ConversationItemAggregatorLog.h"
+#include "model/ItemOrder.h"
 
 #include <algorithm>
 
@@ -94,6 +97,24 @@ ItemPlacement::ItemPlacement(ConversationList& conversations, ConversationFactor
                              RandomCachingConversationIDGenerator& extraCallIds)
     : conversations_(conversations), factory_(factory), extraCallIds_(extraCallIds)
 {
+}
+
+Conversation* ItemPlacement::placeItemOfRebuild(ConversationItem* item, const BeforeJoining& beforeJoining)
+{
+    if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
+    {
+        CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
+                            "clearing items");
+        return addNewConversation(item, getIDGeneratorForItemOfRebuild(item), beforeJoining);
+    }
+    Conversation* target = findTarget(item);
+    if (!target)
+    {
+        return addNewConversation(item, nullptr, beforeJoining);
+    }
+    beforeJoining(*target);
+    target->append(item);
+    return target;
 }
 
 Conversation* ItemPlacement::findTarget(ConversationItem* item)

@@ -28,8 +28,11 @@ class ItemPlacement
     ItemPlacement(ConversationList& conversations, ConversationFactory& factory,
                   RandomCachingConversationIDGenerator& extraCallIds);
 
-    /** Where an item of a rebuild that is no live call belongs; null when it starts a conversation. */
-    Conversation* findTarget(ConversationItem* item);
+    /**
+     * Gives an item of a rebuild to the conversation that it belongs to or starts, and answers that one; null when none
+     * could be made. `beforeJoining` is told of a conversation that is there already before it gets the item.
+     */
+    Conversation* placeItemOfRebuild(ConversationItem* item, const BeforeJoining& beforeJoining);
 
     /** Where a single item belongs; null when it starts a conversation. */
     Conversation* getConversationAssociatedWithItem(ConversationItem* item);
@@ -44,13 +47,6 @@ class ItemPlacement
     ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
 
     /**
-     * The same for a rebuild, in which the calls may come in another order than they began: what was an additional
-     * call stays one, and keeps its id, even if the other call is over. A ringing group call is none beside the
-     * call that it was picked up as.
-     */
-    ConversationIDGenerator* getIDGeneratorForItemOfRebuild(ConversationItem* item);
-
-    /**
      * Starts a conversation with the item, which it takes; without a generator, the factory's own gives the
      * id. Answers the conversation of that id that was there already if the item belongs to it, null when no
      * conversation could be made. `beforeJoining` is told of that one before it gets the item.
@@ -62,6 +58,15 @@ class ItemPlacement
     void nameExtraConversations();
 
   private:
+    /** Where an item of a rebuild that is no live call belongs; null when it starts a conversation. */
+    Conversation* findTarget(ConversationItem* item);
+
+    /**
+     * As getIDGeneratorForItem(), for a rebuild, in which the calls may come in another order than they began: what was
+     * an additional call stays one, and keeps its id, even if the other call is over. A ringing group call is none
+     * beside the call that it was picked up as.
+     */
+    ConversationIDGenerator* getIDGeneratorForItemOfRebuild(ConversationItem* item);
     static void nameLike(const Conversation* beside, Conversation& conversation);
     Conversation* findAnonymousTarget(ConversationItem* item);
     Conversation* getLiveConversationBeside(ConversationItem* item);

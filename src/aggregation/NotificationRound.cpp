@@ -1,6 +1,7 @@
 #include "ConversationAPI/NotificationRound.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationList.h"
 
 #include <utility>
 
@@ -43,6 +44,15 @@ void NotificationRound::retire(Conversation* conversation)
     if (depth_ == 0)
     {
         retired_.clear();
+    }
+}
+
+void NotificationRound::retireFrom(ConversationList& list, Conversation* conversation)
+{
+    if (conversation && list.contains(conversation))
+    {
+        list.pop(conversation);
+        retire(conversation);
     }
 }
 

@@ -1,9 +1,10 @@
 #include "ConversationAPI/Conversation.h"
 
 #include "ConversationAPI/ConversationIDGenerator.h"
-#include "ConversationAPI/ConversationItemFactory.h"
 #include "ConversationAPI/WellKnownNames.h"
 #include "Log.h"
+#include "model/ContactItem.h"
+#include "model/ConversationLog.h"
 #include "model/ConversationMerge.h"
 #include "model/Prefetch.h"
 
@@ -14,16 +15,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/Conversation";
-
 constexpr std::size_t SHORT_ID_LENGTH = 7;
-
-/** Live in the sense in which a newer record of the call replaces an older one. */
-bool isReplaceableLiveCall(const ConversationItem& item)
-{
-    return item.isActiveOrProgressingOrClearing() || item.isCallWaitingIgnored() || item.isCallWaiting() ||
-           item.isCallWaitingIsolated() || item.isRepresentedHeldCall();
-}
 } // namespace
 
 Conversation::Conversation(ConversationIDGenerator& idGenerator, ConversationItemFactory* itemFactory)
@@ -96,23 +88,11 @@ std::string Conversation::getShortConversationId() const
     return id.size() > SHORT_ID_LENGTH ? id.substr(id.size() - SHORT_ID_LENGTH) : std::string();
 }
 
-void Conversation::storeId(SharedText id)
-{
-    id_ = std::move(id);
-    keysChanged();
-}
-
-void Conversation::setPhantom(bool phantom)
-{
-    phantom_ = phantom;
-    keysChanged();
-}
-
 void Conversation::ensureInitialItemExists(long time)
 {
     if (data_.initialItem() == nullptr)
     {
-        data_.setDummyItem(makeContactItem(time));
+        data_.setDummyItem(makeContactItem(*this, itemFactory_, time));
         keysChanged();
     }
 }
@@ -188,11 +168,6 @@ void Conversation::appendAll(const std::vector<ConversationItem*>& items)
     notifyObserversConversationIsModified();
 }
 
-void Conversation::prepend(ConversationItem* item)
-{
-    append(item);
-}
-
 void Conversation::addWithContact(OwnedItem item)
 {
     updateContactFrom(*item);
@@ -200,8 +175,26 @@ void Conversation::addWithContact(OwnedItem item)
     addItem(std::move(item));
 }
 
+/** One more call of the history behind others of it, which a rebuild adds most of all: nothing else changes. */
+void Conversation::addOldest(OwnedItem item)
+{
+    itemWasAdded_ = true;
+    journalEntries_.add(item->getItemId());
+    if (data_.items().size() < MOST_HISTORY_ITEMS)
+    {
+        item->shareExchangeContactId(exchangeContactIdText());
+        item->shareConversationId(id_);
+        data_.pushBack(std::move(item));
+    }
+}
+
 void Conversation::addItem(OwnedItem item)
 {
+    if (!id_.empty() && item->isNonActiveCall() && data_.isOlderThanAll(*item, 1))
+    {
+        addOldest(std::move(item));
+        return;
+    }
     const bool heldOnlyPlainItems = data_.holdsOnlyPlainItems();
     const ConversationItem* shownBefore = initialItem();
     itemWasAdded_ = true;
@@ -236,27 +229,7 @@ void Conversation::consumeItem(OwnedItem item)
     added.shareExchangeContactId(exchangeContactIdText());
     generateConversationID();
     added.shareConversationId(id_);
-    trimHistory();
-}
-
-void Conversation::trimHistory()
-{
-    const bool mayBeLive = !data_.holdsOnlyPlainItems();
-    if (mayBeLive && (isActiveOrProgressingOrClearing() || isRepresentedHeldCall()))
-    {
-        return;
-    }
-    data_.trimTo(MOST_HISTORY_ITEMS);
-}
-
-bool Conversation::itemNeedsAddingToConversation(const ConversationItem& item) const
-{
-    return !item.isStartedRemoteCall() || !data_.holdsEndLaterThan(item);
-}
-
-bool Conversation::equivalentItemAlreadyAddedToThisConversation(const ConversationItem& item) const
-{
-    return data_.findEquivalent(item) != nullptr;
+    data_.trimHistory();
 }
 
 void Conversation::updateItem(ConversationItem* item)
@@ -326,30 +299,13 @@ void Conversation::removeItem(std::string itemId)
     notifyObserversConversationIsModified();
 }
 
-void Conversation::removeAndDeleteFrontItem()
-{
-    data_.removeFront();
-    keysChanged();
-}
-
 void Conversation::setConversationItems(const std::vector<ConversationItem*>& items)
 {
     {
         const CriticalSection guard(lock_);
-        const auto isAmongThem = [&items](const ConversationItem& held)
-        { return std::find(items.begin(), items.end(), &held) != items.end(); };
-        std::vector<OwnedItem> kept = data_.extractIf(isAmongThem);
-        data_.clearItems();
-        for (auto next = items.begin(); next != items.end(); ++next)
+        for (OwnedItem& item : data_.clearFor(items))
         {
-            ConversationItem* item = *next;
-            if (item == nullptr || std::find(items.begin(), next, item) != next)
-            {
-                continue; // whoever names an item twice still gives it once
-            }
-            const auto known =
-                std::find_if(kept.begin(), kept.end(), [item](const OwnedItem& held) { return held.get() == item; });
-            addItem(known == kept.end() ? OwnedItem(item) : std::move(*known));
+            addItem(std::move(item));
         }
     }
     keysChanged();
@@ -382,37 +338,7 @@ void Conversation::setAllItemsAsViewed()
 
 void Conversation::mergeItems(std::vector<ConversationItem*> items)
 {
-    addMergedItems(std::move(items), true);
-}
-
-/** With `replacesLiveCall`, a live call that comes first takes the place of the one that the conversation shows. */
-void Conversation::addMergedItems(std::vector<ConversationItem*> items, bool replacesLiveCall)
-{
-    items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
-    if (items.empty())
-    {
-        return;
-    }
-    const ContactNumbers numbersBefore = contactDetails()->numbers;
-    {
-        const CriticalSection guard(lock_);
-        const ConversationItem* initial = initialItem();
-        if (replacesLiveCall && isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
-            isReplaceableLiveCall(*items.front()))
-        {
-            removeAndDeleteFrontItem();
-        }
-        for (ConversationItem* item : items)
-        {
-            addItem(OwnedItem(item));
-        }
-    }
-    notifyObserversConversationIsModified();
-    if (getContactSource() != NO_CONTACT)
-    {
-        CONVERSATION_LOG(6, "mergeItems");
-        reportNumberChanges(numbersBefore.data(), numbersBefore.size());
-    }
+    ConversationMerge::addItems(*this, std::move(items), true);
 }
 
 std::vector<ConversationItem*> Conversation::mergeWith(Conversation& other)
@@ -448,45 +374,6 @@ void Conversation::cloneContactInfo(const Conversation& other)
     }
 }
 
-void Conversation::takeIdOf(const Conversation& other)
-{
-    if (other.id_.empty() || other.id_.str() == TEMPORARY_CONVERSATION_ID)
-    {
-        return;
-    }
-    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(this), id_.str().c_str(),
-                     other.id_.str().c_str());
-    storeId(other.id_);
-}
-
-void Conversation::makePermanent()
-{
-    CONVERSATION_LOG(6, "mergeWith: making conversation permanent");
-    setTemporary(false);
-}
-
-void Conversation::traceItems() const
-{
-    if (data_.empty() || !loggingOnAppOrv("ConversationAPI", 5))
-    {
-        return;
-    }
-    CONVERSATION_LOG(5, "\t %d", static_cast<int>(data_.items().size()));
-    for (const auto& item : data_.items())
-    {
-        CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
-    }
-    for (const auto& item : data_.items())
-    {
-        for (const ConversationParticipant& party : item->participants())
-        {
-            CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
-                             party.contactNumber(WORK_1_SLOT).c_str(), party.contactNumber(WORK_2_SLOT).c_str(),
-                             party.contactNumber(MOBILE_SLOT).c_str(), party.contactNumber(HOME_SLOT).c_str());
-        }
-    }
-}
-
 void Conversation::updateContactFrom(const ConversationItem& item)
 {
     const CopyOnWrite<ContactDetails> before = contactDetails();
@@ -501,31 +388,10 @@ void Conversation::takeContactFrom(const ConversationItem& item)
     updateSecondPartyNameAndNumber(item, shown);
 }
 
-/**
- * The contact as an item. It carries no conversation id: with one on both sides, sameness would be a matter of
- * ids alone, and a contact would never match by number. A contact of whom neither name nor main number is known
- * is still no anonymous caller.
- */
-Conversation::OwnedItem Conversation::makeContactItem(long time) const
-{
-    if (!itemFactory_)
-    {
-        return nullptr;
-    }
-    OwnedItem item(
-        itemFactory_->getDummyConversationItem(time, getNumber(), getFirstName(), getLastName(), getNumberType()));
-    item->setPhoneNumbers(getWorkNumber1(), getWorkNumber2(), getMobileNumber(), getHomeNumber());
-    item->shareExchangeContactId(exchangeContactIdText());
-    if (getNumber().empty() && joinNames(getFirstName(), getLastName()).empty())
-    {
-        item->setLastName("");
-    }
-    return item;
-}
-
 void Conversation::refreshDummyItem()
 {
-    data_.setDummyItem(makeContactItem(data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0));
+    const long time = data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0;
+    data_.setDummyItem(makeContactItem(*this, itemFactory_, time));
     keysChanged();
 }
 
@@ -544,49 +410,6 @@ void Conversation::contactChanged()
     {
         keysChanged();
     }
-}
-
-void Conversation::contactNumbersChanged(const ContactNumbers& before)
-{
-    reportNumberChanges(before.data(), before.size());
-}
-
-void Conversation::conversationNumbersChanged(const std::vector<std::string>& numbersBefore)
-{
-    reportNumberChanges(numbersBefore.data(), numbersBefore.size());
-}
-
-void Conversation::reportNumberChanges(const std::string* before, std::size_t count)
-{
-    CONVERSATION_LOG(6, "conversationNumbersChanged");
-    if (before == contactDetails()->numbers.data())
-    {
-        return;
-    }
-    const ContactNumbers now = contactDetails()->numbers;
-    for (std::size_t slot = 0; slot < count; ++slot)
-    {
-        if (slot >= now.size())
-        {
-            CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
-                             static_cast<int>(slot));
-        }
-        else if (before[slot].empty() && !now[slot].empty())
-        {
-            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, now[slot], "");
-        }
-        else if (before[slot] != now[slot])
-        {
-            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
-            notifyObserversNumbersUpdated(reason, now[slot], before[slot]);
-        }
-    }
-}
-
-void Conversation::notifyObserversNumbersUpdated(numberUpdateReason reason, const std::string& first,
-                                                 const std::string& second)
-{
-    observers_.tellNumberUpdated(reason, *this, first, second);
 }
 
 std::string Conversation::getGroupName() const

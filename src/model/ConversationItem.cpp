@@ -20,11 +20,6 @@ void boostExceptionThrown(const std::exception& e)
 {
     CONVERSATION_LOG(2, "Boost exception thrown '%s'\n", e.what());
 }
-
-bool isIsolatedOrTransferring(const ConversationItem& item)
-{
-    return item.isIsolated() || item.isCallWaitingIsolated() || item.isBlindTransferring();
-}
 } // namespace
 
 ConversationItem::ConversationItem()
@@ -210,24 +205,9 @@ ActiveCall::callDirection ConversationItem::activeCallDirection() const
     return static_cast<ActiveCall::callDirection>(0);
 }
 
-ConversationItemState ConversationItem::getState() const
-{
-    return ConversationItemState::NO_STATE;
-}
-
 int ConversationItem::getNumberOfAttachments() const
 {
     return rarities_->numberOfAttachments;
-}
-
-ConversationItem::systemMessageType ConversationItem::getType() const
-{
-    return NO_SYSTEM_MESSAGE;
-}
-
-ConversationItem::addParticipantReason ConversationItem::getAddParticipantReason() const
-{
-    return NO_ADD_PARTICIPANT_REASON;
 }
 
 ConversationParticipant ConversationItem::creator() const
@@ -238,11 +218,6 @@ ConversationParticipant ConversationItem::creator() const
 void ConversationItem::setCreator(ConversationParticipant creator)
 {
     rarities_.write().creator = std::move(creator);
-}
-
-std::vector<std::string> ConversationItem::getAffectedParticipants() const
-{
-    return {};
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the operation is known with this signature.
@@ -267,18 +242,6 @@ void ConversationItem::setLastPhoneNumber(const std::string& number)
     lastPhoneNumber_.assign(number);
 }
 
-DisplayAPI::ForwardedCallType ConversationItem::getForwardedCallType() const
-{
-    return DisplayAPI::NOT_FORWARDED;
-}
-
-const CallPartyIdentifier* ConversationItem::getForwardedCallParty() const
-{
-    return nullptr;
-}
-
-void ConversationItem::setForwardedCallParty(const CallPartyIdentifier&) {}
-
 void ConversationItem::setFirstName(const std::string& firstName)
 {
     if (ConversationParticipant* party = firstParty())
@@ -302,11 +265,6 @@ void ConversationItem::setPhoneNumbers(const std::string& work1, const std::stri
     {
         party->setPhoneNumbers(work1, work2, mobile, home);
     }
-}
-
-int ConversationItem::numberOfNewEvents()
-{
-    return 0;
 }
 
 void ConversationItem::setLastPhoneNumberType(NumberType::NT type)
@@ -386,8 +344,6 @@ bool ConversationItem::doParticipantsMatch(const ConversationItem& other) const
     return std::equal(mine.begin(), mine.end(), theirs.begin());
 }
 
-void ConversationItem::setViewed(bool) {}
-
 std::vector<ConversationParticipant> ConversationItem::getParticipantsCopy() const
 {
     return {participants_.begin(), participants_.end()};
@@ -421,62 +377,17 @@ bool ConversationItem::areGroupPickupConversationItems(const ConversationItem& o
 
 bool ConversationItem::lessThanConsideringTime(const ConversationItem& other, long time, long otherTime) const
 {
-    if (!conversationItemId_.empty() && conversationItemId_ == other.conversationItemId_)
-    {
-        return false;
-    }
-    if (isOrderedByTimeAlone(getState()) && isOrderedByTimeAlone(other.getState()))
-    {
-        return time > otherTime;
-    }
-    if (isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() && callId_ == other.callId_)
-    {
-        return false;
-    }
-    if (isConnected() != other.isConnected())
-    {
-        return isConnected();
-    }
-    if (isActiveOrClearing() != other.isActiveOrClearing())
-    {
-        return isActiveOrClearing();
-    }
-    if (isActiveOrClearing() && isIsolatedOrTransferring(other))
-    {
-        return true;
-    }
-    if (other.isActiveOrClearing() && isIsolatedOrTransferring(*this))
-    {
-        return false;
-    }
-    if (isProgressing() != other.isProgressing())
-    {
-        return isProgressing();
-    }
-    // True for two started remote calls in either order: whichever is asked first comes first.
-    if (isStartedRemoteCall() || other.isStartedRemoteCall())
-    {
-        return isStartedRemoteCall();
-    }
-    if (other.isNonActiveCall() && isRepresentedHeldCall())
-    {
-        return true;
-    }
-    if (isNonActiveCall() && other.isRepresentedHeldCall())
-    {
-        return false;
-    }
-    return time > otherTime;
+    return precedes(*this, other, time, otherTime);
 }
 
 bool ConversationItem::lessThanOtherConsideringModificationTime(const ConversationItem& other) const
 {
-    return lessThanConsideringTime(other, modificationTimeStampUTC(), other.modificationTimeStampUTC());
+    return precedes(*this, other, modificationTimeStampUTC(), other.modificationTimeStampUTC());
 }
 
 bool ConversationItem::lessThanOtherConsideringCreationTime(const ConversationItem& other) const
 {
-    return lessThanConsideringTime(other, timeStampUTC(), other.timeStampUTC());
+    return precedes(*this, other, timeStampUTC(), other.timeStampUTC());
 }
 
 bool ConversationItem::operator<(const ConversationItem& other) const

@@ -1,8 +1,13 @@
 #include "model/ConversationMerge.h"
 
 #include "ConversationAPI/ConversationIDGenerator.h"
+#include "ConversationAPI/WellKnownNames.h"
+#include "Log.h"
+#include "model/ContactItem.h"
+#include "model/ConversationLog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -24,6 +29,12 @@ bool conversationHasWSISourcedContactInfo(const Conversation& conversation)
     return conversation.getContactSource() == Conversation::WSI_CONTACT;
 }
 
+/** Live in the sense in which a newer record of the call replaces an older one. */
+bool isReplaceableLiveCall(const ConversationItem& item)
+{
+    return item.isActiveOrProgressingOrClearing() || item.isCallWaitingIgnored() || item.isCallWaiting() ||
+           item.isCallWaitingIsolated() || item.isRepresentedHeldCall();
+}
 } // namespace
 
 ConversationMerge::ConversationMerge(Conversation& into, const Conversation& from)
@@ -38,9 +49,9 @@ std::vector<ConversationItem*> ConversationMerge::merge()
     {
         return {};
     }
-    into_.mergeItems(cloneItems());
-    into_.takeIdOf(from_);
-    into_.traceItems();
+    addItems(into_, cloneItems(), true);
+    takeId();
+    traceItems();
     std::vector<OwnedItem> strangers = extract(itemsNotCovered());
     into_.takeContactDetails(from_);
     takeOrigin({true, true, false});
@@ -60,13 +71,13 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     takeGroupFields();
     const Items arrived = cloneItems();
     const bool hadOlderOnes = dropCallsAmong(arrived);
-    into_.addMergedItems(arrived, folding.replacesLiveCall && !hadOlderOnes);
+    addItems(into_, arrived, folding.replacesLiveCall && !hadOlderOnes);
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
-        into_.takeIdOf(from_);
+        takeId();
     }
-    into_.traceItems();
+    traceItems();
     Items strangers = itemsNotCovered();
     if (!keepsContact)
     {
@@ -83,6 +94,35 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     return handOver(std::move(handedBack));
 }
 
+void ConversationMerge::addItems(Conversation& into, std::vector<ConversationItem*> items, bool replacesLiveCall)
+{
+    items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
+    if (items.empty())
+    {
+        return;
+    }
+    const ContactNumbers numbersBefore = into.contactDetails()->numbers;
+    {
+        const CriticalSection guard(into.lock_);
+        const ConversationItem* initial = into.initialItem();
+        if (replacesLiveCall && into.isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
+            isReplaceableLiveCall(*items.front()))
+        {
+            into.removeAndDeleteFrontItem();
+        }
+        for (ConversationItem* item : items)
+        {
+            into.addItem(OwnedItem(item));
+        }
+    }
+    into.notifyObserversConversationIsModified();
+    if (into.getContactSource() != Conversation::NO_CONTACT)
+    {
+        CONVERSATION_LOG(6, "mergeItems");
+        into.contactNumbersChanged(numbersBefore);
+    }
+}
+
 bool ConversationMerge::fromIsContactOnly() const
 {
     return conversationOnlyHasContactInfo(from_) || conversationHasWSISourcedContactInfo(from_);
@@ -91,6 +131,18 @@ bool ConversationMerge::fromIsContactOnly() const
 bool ConversationMerge::contactsDiffer() const
 {
     return into_.isOtherContactThan(from_);
+}
+
+void ConversationMerge::takeId()
+{
+    const SharedText& id = from_.id_;
+    if (id.empty() || id.str() == TEMPORARY_CONVERSATION_ID)
+    {
+        return;
+    }
+    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(&into_), into_.id_.str().c_str(),
+                     id.str().c_str());
+    into_.storeId(id);
 }
 
 /** A contact whose conversation gets another id is still the same contact when its record comes anew. */
@@ -138,6 +190,29 @@ bool ConversationMerge::dropCallsAmong(const Items& arrived)
     const CriticalSection guard(into_.lock_);
     into_.keysChanged();
     return !into_.data_.extractIf(isAmongThem).empty();
+}
+
+void ConversationMerge::traceItems() const
+{
+    const auto& items = into_.items();
+    if (items.empty() || !loggingOnAppOrv("ConversationAPI", 5))
+    {
+        return;
+    }
+    CONVERSATION_LOG(5, "\t %d", static_cast<int>(items.size()));
+    for (const auto& item : items)
+    {
+        CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
+    }
+    for (const auto& item : items)
+    {
+        for (const ConversationParticipant& party : item->participants())
+        {
+            CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
+                             party.contactNumber(WORK_1_SLOT).c_str(), party.contactNumber(WORK_2_SLOT).c_str(),
+                             party.contactNumber(MOBILE_SLOT).c_str(), party.contactNumber(HOME_SLOT).c_str());
+        }
+    }
 }
 
 std::vector<ConversationItem*> ConversationMerge::itemsNotCovered() const
@@ -220,11 +295,17 @@ void ConversationMerge::finish()
     restampItems();
     if (into_.isTemporary() && !from_.isTemporary())
     {
-        into_.makePermanent();
+        makePermanent();
     }
     into_.contactNumbersChanged(numbersBefore_);
     into_.notifyObserversConversationIsModified();
     updateIdGeneratorCache();
+}
+
+void ConversationMerge::makePermanent()
+{
+    CONVERSATION_LOG(6, "mergeWith: making conversation permanent");
+    into_.setTemporary(false);
 }
 
 void ConversationMerge::restampItems()
@@ -245,7 +326,7 @@ void ConversationMerge::updateIdGeneratorCache()
 {
     if (into_.hasTakenInContact() || from_.hasTakenInContact())
     {
-        if (const OwnedItem contact = into_.makeContactItem(0))
+        if (const OwnedItem contact = makeContactItem(into_, into_.itemFactory_, 0))
         {
             into_.idGenerator_.remember(into_.id_.str(), contact.get());
         }

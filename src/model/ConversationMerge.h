@@ -1,8 +1,8 @@
 /**
  * Takes one conversation into another.
  *
- * The work of Conversation::mergeWith() and Conversation::foldIn(), for the length of one call. `from` stays
- * as it is; whoever called owns the items that are handed back.
+ * The work of Conversation::mergeWith(), foldIn() and mergeItems(), for the length of one call. `from` stays as it
+ * is; whoever called owns the items that are handed back.
  */
 #pragma once
 
@@ -21,6 +21,12 @@ class ConversationMerge
     std::vector<ConversationItem*> merge();
     std::vector<ConversationItem*> fold(const Conversation::Folding& folding);
 
+    /**
+     * Adds all items, which the conversation owns then. With `replacesLiveCall`, a live call that comes first takes
+     * the place of the one that the conversation shows.
+     */
+    static void addItems(Conversation& into, std::vector<ConversationItem*> items, bool replacesLiveCall);
+
   private:
     using Items = std::vector<ConversationItem*>;
     using OwnedItem = Conversation::OwnedItem;
@@ -34,9 +40,12 @@ class ConversationMerge
     void takeOrigin(const Conversation::Folding& folding);
     std::vector<OwnedItem> extract(const Items& items);
     Items handOver(std::vector<OwnedItem> items);
+    void takeId();
     void rememberOwnContact();
     void takeGroupFields();
+    void traceItems() const;
     void finish();
+    void makePermanent();
     void restampItems();
     void updateIdGeneratorCache();
     ConversationItem* lastingItem() const;

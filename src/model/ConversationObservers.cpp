@@ -2,6 +2,8 @@
 
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/ConversationModificationObserverIfc.h"
+#include "Log.h"
+#include "model/ConversationLog.h"
 
 #include <algorithm>
 
@@ -50,8 +52,35 @@ void ConversationObservers::tellKeysChanged(Conversation& conversation)
     }
 }
 
-void ConversationObservers::tellNumberUpdated(numberUpdateReason reason, Conversation& conversation,
-                                              const std::string& first, const std::string& second)
+void ConversationObservers::tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count)
+{
+    CONVERSATION_LOG(6, "conversationNumbersChanged");
+    if (before == conversation.contactDetails()->numbers.data())
+    {
+        return;
+    }
+    const ContactNumbers now = conversation.contactDetails()->numbers;
+    for (std::size_t slot = 0; slot < count; ++slot)
+    {
+        if (slot >= now.size())
+        {
+            CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
+                             static_cast<int>(slot));
+        }
+        else if (before[slot].empty() && !now[slot].empty())
+        {
+            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, conversation, now[slot], "");
+        }
+        else if (before[slot] != now[slot])
+        {
+            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
+            notifyObserversNumbersUpdated(reason, conversation, now[slot], before[slot]);
+        }
+    }
+}
+
+void ConversationObservers::notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation,
+                                                          const std::string& first, const std::string& second)
 {
     for (ConversationModificationObserverIfc* observer : Observers(observers_))
     {

@@ -118,15 +118,23 @@ bool DataThatShouldBeClonedOnCopy::holdsEndLaterThan(const ConversationItem& ite
                        [&item](const HeldItem& held) { return held->isEndingRemoteCall() && held->isLaterThan(item); });
 }
 
+/** All are asked: a held call that stood among them may have left them in another order than that of their times. */
 bool DataThatShouldBeClonedOnCopy::isOlderThanAll(const ConversationItem& item, std::size_t count) const
 {
-    return holdsOnlyPlainItems() && items_.size() >= count && item.timeStampUTC() < items_.back().time() &&
-           isPlain(item);
+    const long time = item.timeStampUTC();
+    return holdsOnlyPlainItems() && items_.size() >= count && isPlain(item) &&
+           std::all_of(items_.begin(), items_.end(), [time](const HeldItem& held) { return time < held.time(); });
 }
 
-void DataThatShouldBeClonedOnCopy::trimTo(std::size_t most)
+void DataThatShouldBeClonedOnCopy::trimHistory()
 {
-    while (items_.size() > most)
+    const ConversationItem* shown = initialItem();
+    const bool mayBeLive = shown && !holdsOnlyPlainItems();
+    if (mayBeLive && (shown->isActiveOrProgressingOrClearing() || shown->isRepresentedHeldCall()))
+    {
+        return;
+    }
+    while (items_.size() > MOST_HISTORY_ITEMS)
     {
         specialItems_ -= isPlain(*items_.back()) ? 0 : 1;
         items_.pop_back();
@@ -137,5 +145,24 @@ void DataThatShouldBeClonedOnCopy::clearItems()
 {
     items_.clear();
     specialItems_ = 0;
+}
+
+std::vector<DataThatShouldBeClonedOnCopy::OwnedItem>
+DataThatShouldBeClonedOnCopy::clearFor(const std::vector<ConversationItem*>& items)
+{
+    std::vector<OwnedItem> owned;
+    for (auto next = items.begin(); next != items.end(); ++next)
+    {
+        ConversationItem* item = *next;
+        if (item == nullptr || std::find(items.begin(), next, item) != next)
+        {
+            continue; // whoever names an item twice still gives it once
+        }
+        const auto held =
+            std::find_if(items_.begin(), items_.end(), [item](const HeldItem& one) { return one.get() == item; });
+        owned.push_back(held == items_.end() ? OwnedItem(item) : held->take());
+    }
+    clearItems();
+    return owned;
 }
 } // namespace ConversationAPI

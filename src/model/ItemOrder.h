@@ -1,9 +1,9 @@
 /**
- * Sorting by the order of items.
+ * The order of items, and sorting by it.
  *
- * That order is no strict weak ordering, so the standard sorts must not be given it. But nearly all items are
- * ordered by their time alone: those are sorted by it, the few others (live calls) are sorted among themselves
- * one by one, and both are merged.
+ * It is no strict weak ordering, so the standard sorts must not be given it. But nearly all items are ordered by
+ * their time alone: those are sorted by it, the few others (live calls) are sorted among themselves one by one, and
+ * both are merged.
  */
 #pragma once
 
@@ -17,6 +17,9 @@ namespace ConversationAPI
 {
 /** Whether items of this state have no place of their own in the order but that of their time. */
 bool isOrderedByTimeAlone(ConversationItemState state);
+
+/** Whether an item comes before another one, if these are their times; see ConversationItem::operator<(). */
+bool precedes(const ConversationItem& item, const ConversationItem& other, long time, long otherTime);
 
 /** By what something that is ordered by an item finds its place. */
 struct ItemStanding

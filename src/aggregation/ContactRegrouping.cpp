@@ -1,0 +1,151 @@
+#include "aggregation/ContactRegrouping.h"
+
+#include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationIDCondition.h"
+#include "Log.h"
+#include "aggregation/ConversationItemAggregatorLog.h"
+#include "aggregation/ItemPlacement.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace ConversationAPI
+{
+using namespace ConversationListConditions;
+
+namespace
+{
+/**
+ * In the aggregator's own list a contact only groups items; the conversations stay those of the history. Their calls
+ * are different ones.
+ */
+constexpr Conversation::Folding REGROUPING{true, false, false, false};
+
+bool isLiveWithOtherCall(const Conversation& conversation, const std::string& liveCallId)
+{
+    return !liveCallId.empty() && conversation.isActiveOrProgressingOrClearing() &&
+           conversation.getCallId() != liveCallId;
+}
+} // namespace
+
+ContactRegrouping::ContactRegrouping(ConversationList& conversations, ItemPlacement& placement,
+                                     NotificationRound& round, ConversationItemSourceObserverIfc& newItems)
+    : conversations_(conversations), placement_(placement), round_(round), newItems_(newItems)
+{
+}
+
+ContactRegrouping::UniqueConversationList ContactRegrouping::findConversationsOf(const Conversation& contact) const
+{
+    static constexpr const char* FOUND_BY_NUMBER[] = {
+        "findByConversationWork1 found id=[%p]%s", "findByConversationWork2 found id=[%p]%s",
+        "findByConversationMob found id=[%p]%s", "findByConversationHom found id=[%p]%s"};
+    UniqueConversationList all;
+    const auto add = [&](const char* format, Conversation* found)
+    {
+        if (found && found != &contact)
+        {
+            CONVERSATION_LOG(6, format, static_cast<void*>(found), found->getConversationId().c_str());
+            all.push_back(found);
+        }
+    };
+    add("findByConversationId found id=[%p]%s",
+        conversations_.find(ConversationIDCondition(contact.getConversationId())));
+    const ContactNumbers numbers = contact.contactDetails()->numbers;
+    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
+    {
+        add(FOUND_BY_NUMBER[slot], placement_.getConversationOfNumber(numbers[slot]));
+    }
+    return all;
+}
+
+void ContactRegrouping::conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found)
+{
+    const auto firstOwn = std::find_if(found.begin(), found.end(),
+                                       [](const Conversation* one) { return !one->extraActiveConversation(); });
+    const bool hasOwnConversation = firstOwn != found.end();
+    Conversation* root = hasOwnConversation ? *firstOwn : found.at(0);
+    CONVERSATION_LOG(6, "conversationUpdatedByNumber root=%p, rootid=%s", static_cast<void*>(root),
+                     root->getConversationId().c_str());
+    CONVERSATION_LOG(6, "merge converationItems with new contact");
+    const std::vector<Conversation*> united = mergeWithContact(contact, found, hasOwnConversation);
+    CONVERSATION_LOG(6, "group converationItems that are now assciated together because of the new contact");
+    groupAround(root, united);
+    if (conversations_.contains(root) && root->getConversationItemsSize() == 0)
+    {
+        round_.retireFrom(conversations_, root);
+    }
+}
+
+/** Answers the conversations that are the contact's now: not those of an additional live call. */
+std::vector<Conversation*>
+ContactRegrouping::mergeWithContact(Conversation& contact, const UniqueConversationList& found, bool hasOwnConversation)
+{
+    std::string liveCallId;
+    std::vector<Conversation*> united;
+    for (Conversation* conversation : found)
+    {
+        if (!conversations_.contains(conversation))
+        {
+            continue;
+        }
+        if (isLiveWithOtherCall(*conversation, liveCallId) ||
+            (hasOwnConversation && conversation->extraActiveConversation()))
+        {
+            // Two live calls under one id would lose one of them: this one only shows the contact's name.
+            conversation->updateName(contact.getFirstName(), contact.getLastName());
+            continue;
+        }
+        if (conversation->isActiveOrProgressingOrClearing())
+        {
+            liveCallId = conversation->getCallId();
+        }
+        conversation->setExtraActiveConversation(false); // as the contact's own it takes the contact's history, too
+        mergeConversations(*conversation, contact);
+        united.push_back(conversation);
+    }
+    return united;
+}
+
+/** Observers that are told of items placed anew may have conversations removed meanwhile. */
+void ContactRegrouping::groupAround(Conversation* root, const std::vector<Conversation*>& united)
+{
+    for (Conversation* other : united)
+    {
+        const bool areListed = conversations_.contains(root) && conversations_.contains(other);
+        if (areListed && other != root && other->getConversationId() == root->getConversationId())
+        {
+            mergeConversations(*root, *other);
+            round_.retireFrom(conversations_, other);
+        }
+    }
+}
+
+void ContactRegrouping::mergeConversations(Conversation& target, Conversation& source)
+{
+    for (ConversationItem* item : target.foldIn(source, REGROUPING))
+    {
+        newItems_.newConversationItem(item);
+    }
+}
+
+/** The later one takes in the other: the contact's numbers are with the first. */
+void ContactRegrouping::uniteWithConversationOfSameId(const Conversation& conversation)
+{
+    if (conversation.isActiveOrProgressingOrClearing())
+    {
+        return;
+    }
+    std::vector<Conversation*> sameId;
+    std::copy_if(conversations_.begin(), conversations_.end(), std::back_inserter(sameId),
+                 [&conversation](const Conversation* other)
+                 { return other->storedIdText() == conversation.storedIdText(); });
+    if (sameId.size() == 2)
+    {
+        for (ConversationItem* item : sameId.back()->foldIn(*sameId.front(), REGROUPING))
+        {
+            sameId.back()->append(item); // of one id, nothing is a stranger, whichever numbers are known
+        }
+        round_.retireFrom(conversations_, sameId.front());
+    }
+}
+} // namespace ConversationAPI

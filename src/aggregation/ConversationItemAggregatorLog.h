@@ -1,0 +1,7 @@
+/** The name under which everything that the item aggregator consists of writes its log lines. */
+#pragma once
+
+namespace ConversationAPI
+{
+inline constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
+} // namespace ConversationAPI
