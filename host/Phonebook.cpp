@@ -93,12 +93,12 @@ std::string Phonebook::problem() const
     return file_ ? file_->problem() : std::string();
 }
 
-void Phonebook::write(const std::string& xml, bool notify)
+bool Phonebook::write(const std::string& xml, bool notify)
 {
     std::optional<ContactMessage> message = parseContactMessage(xml, "write_request");
     if (!message)
     {
-        return;
+        return false;
     }
     const std::string id = message->id.empty() ? newId() : message->id;
     const PhonebookContact* known = contacts_->find(id);
@@ -110,7 +110,7 @@ void Phonebook::write(const std::string& xml, bool notify)
     if (!namesSomebody(message->values))
     {
         logAppOrv("Host", LOG_FILE, 2, __LINE__, "A contact of which nothing is told is not stored");
-        return;
+        return false;
     }
     contacts_->put(id, std::move(message->values));
     Notices notices;
@@ -120,6 +120,7 @@ void Phonebook::write(const std::string& xml, bool notify)
                              { isNew ? observer.newContact(told) : observer.contactUpdated(told); });
     }
     settle(id, std::move(notices));
+    return true;
 }
 
 std::string Phonebook::read(const std::string& xml)

@@ -75,7 +75,7 @@ class Phonebook final : public DirectoryServiceIfc, private DirectorySearchObser
      * of which it says nothing. Without an id it is a new one and gets an id of its own. A message that is no write
      * request is refused, and so is a contact of which nobody could tell who it is.
      */
-    void write(const std::string& xml, bool notify) override;
+    bool write(const std::string& xml, bool notify) override;
 
     std::string read(const std::string& xml) override;
 

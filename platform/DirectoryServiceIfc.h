@@ -42,8 +42,11 @@ class DirectoryServiceIfc
   public:
     virtual ~DirectoryServiceIfc() = default;
 
-    /** Stores the contact of a write request; `notify` asks that the observers are told. */
-    virtual void write(const std::string& xml, bool notify) = 0;
+    /**
+     * Stores the contact of a write request; `notify` asks that the observers are told, at once or later. False when
+     * the contact is refused: then nothing is stored, and nobody told.
+     */
+    virtual bool write(const std::string& xml, bool notify) = 0;
 
     /** Answers a read request with the contact's message; "" when there is no such contact. */
     virtual std::string read(const std::string& xml) = 0;

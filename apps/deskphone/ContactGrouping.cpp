@@ -6,11 +6,21 @@
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace Deskphone
 {
+using ConversationAPI::ContactDetails;
 using ConversationAPI::Conversation;
+
+namespace
+{
+bool hasLostNumber(const ContactDetails& before, const ContactDetails& now)
+{
+    return std::any_of(before.numbers.begin(), before.numbers.end(),
+                       [&now](const std::string& number) { return !number.empty() && !now.hasNumber(number); });
+}
+} // namespace
 
 ContactGrouping::ContactGrouping(ConversationAPI::DirectoryServiceConversationSource& contacts,
                                  ConversationAPI::ConversationItemAggregator& history,
@@ -19,12 +29,18 @@ ContactGrouping::ContactGrouping(ConversationAPI::DirectoryServiceConversationSo
 {
 }
 
+/** Calls that go on stand on their own numbers, too: only anew does each find where it belongs now. */
 void ContactGrouping::conversationUpdated(Conversation* contact)
 {
-    const bool isNew = known_.insert(contact->getConversationId()).second;
+    const auto [known, isNew] = known_.try_emplace(contact->getConversationId());
+    const Details before = std::exchange(known->second, contact->contactDetails());
     if (isNew && !contacts_.findWSIIdForConversationID(contact->getConversationId()).empty())
     {
         makeIdKnown(*contact);
+    }
+    if (hasLostNumber(*before, *contact->contactDetails()))
+    {
+        history_.conversationItemsChanged();
     }
 }
 
@@ -47,32 +63,38 @@ void ContactGrouping::conversationsChanged()
 {
     const auto& list = *contacts_.getConversations();
     const std::vector<Conversation*> contacts(list.begin(), list.end());
-    Ids present;
-    std::transform(contacts.begin(), contacts.end(), std::inserter(present, present.end()),
-                   [](const Conversation* contact) { return contact->getConversationId(); });
-    Ids gone;
-    std::set_difference(known_.begin(), known_.end(), present.begin(), present.end(), std::inserter(gone, gone.end()));
-    known_ = std::move(present);
-    if (letGo(gone))
+    Contacts present;
+    for (const Conversation* contact : contacts)
     {
-        history_.conversationItemsChanged();
+        present.emplace(contact->getConversationId(), contact->contactDetails());
     }
-    history_.contactsUpdated(contacts);
+    bool isHistoryStale = false;
+    for (const auto& [id, before] : known_)
+    {
+        const auto now = present.find(id);
+        const bool isAffected = now == present.end() ? letGo(id) : hasLostNumber(*before, *now->second);
+        isHistoryStale = isAffected || isHistoryStale;
+    }
+    known_ = std::move(present);
+    if (isHistoryStale)
+    {
+        history_.contactsReplaced(contacts);
+    }
+    else
+    {
+        history_.contactsUpdated(contacts);
+    }
 }
 
 /** The generator would give all numbers of a contact that it remembers the one identifier again. */
-bool ContactGrouping::letGo(const Ids& goneContacts)
+bool ContactGrouping::letGo(const std::string& goneContact)
 {
-    bool hadHistory = false;
-    for (const std::string& id : goneContacts)
+    const Conversation* history = history_.getConversation(goneContact);
+    if (history && history->initialItem())
     {
-        const Conversation* history = history_.getConversation(id);
-        if (history && history->initialItem())
-        {
-            ids_.updateCache(id, history->initialItem());
-            hadHistory = true;
-        }
+        ids_.updateCache(goneContact, history->initialItem());
+        return true;
     }
-    return hadHistory;
+    return false;
 }
 } // namespace Deskphone

@@ -7,8 +7,8 @@
 
 #include "ConversationAPI/SearchResultsReceiver.h"
 
-#include <algorithm>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace Deskphone
@@ -27,6 +27,7 @@ class SearchField : public ConversationAPI::SearchResultsReceiver
     {
         text_ = text;
         found_.clear();
+        known_.clear();
         isSearching_ = !text.empty();
     }
 
@@ -34,8 +35,7 @@ class SearchField : public ConversationAPI::SearchResultsReceiver
     {
         for (const std::string& id : conversationIds)
         {
-            if (std::none_of(found_.begin(), found_.end(),
-                             [&id](const Result& one) { return one.conversationId == id; }))
+            if (known_.insert(id).second)
             {
                 found_.push_back({id, type});
             }
@@ -55,6 +55,7 @@ class SearchField : public ConversationAPI::SearchResultsReceiver
   private:
     std::string text_;
     std::vector<Result> found_;
+    std::unordered_set<std::string> known_; ///< their ids
     bool isSearching_ = false;
 };
 } // namespace Deskphone

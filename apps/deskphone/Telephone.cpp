@@ -54,6 +54,7 @@ Telephone::Telephone(const TelephoneSettings& settings, const std::filesystem::p
     wireFactories();
     wireLists();
     wireDisplay(settings);
+    contacts_.setPictureDirectory(folder.empty() ? folder : folder / "pictures");
     startSources();
 }
 
@@ -234,6 +235,7 @@ std::vector<Telephone::Found> Telephone::found()
     return all;
 }
 
+/** Places are those of the screen, which leaves out what has gone since it was found. */
 bool Telephone::saveFound(long place)
 {
     const std::vector<Found> all = found();

@@ -91,7 +91,7 @@ class Telephone
     static std::filesystem::path journalFile(const std::filesystem::path& folder);
     static std::filesystem::path phonebookFile(const std::filesystem::path& folder);
 
-    /** History and phonebook are kept in the folder; "" for a telephone that keeps nothing. */
+    /** History, phonebook and pictures are kept in the folder; "" for a telephone that keeps nothing. */
     explicit Telephone(const TelephoneSettings& settings, const std::filesystem::path& folder = {});
     ~Telephone();
 

@@ -33,6 +33,7 @@ struct ContactDetails
 
     /** Whether the slot is empty and none of the four holds the number yet. */
     bool hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const;
+    bool operator==(const ContactDetails& other) const;
 };
 
 /** The other party of a two-party conference. */
@@ -60,6 +61,8 @@ struct ContactProfile
     std::string imagePath;
     std::string searchId;
     std::string orderedContactSource;
+
+    bool operator==(const ContactProfile& other) const;
 };
 
 /** What only group conversations have. */

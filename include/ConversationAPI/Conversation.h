@@ -51,6 +51,8 @@ class Conversation : public ConversationContact
         bool takesSource = true;
         /** Whether a live call that comes first is a newer state of the one shown, and not one more. */
         bool replacesLiveCall = true;
+        /** Whether the generator is to recognise the merged conversation by all that is known of it then. */
+        bool isRemembered = true;
     };
 
     /** An empty conversation. */

@@ -88,6 +88,7 @@ class ConversationContact
 
     /** Names and numbers, sharing their texts. */
     const CopyOnWrite<ContactDetails>& contactDetails() const { return contact_; }
+    const CopyOnWrite<ContactProfile>& contactProfile() const { return profile_; }
 
     /** Display name, else the names, else the main number. */
     std::string getContactName() const;

@@ -34,6 +34,9 @@ class ConversationFactory
 
     void setConversationItemFactory(ConversationItemFactory* factory) { itemFactory_ = factory; }
     void setConversationIDGenerator(ConversationIDGenerator* generator) { idGenerator_ = generator; }
+
+    /** Null when there is none. */
+    ConversationIDGenerator* getConversationIDGenerator() const { return idGenerator_; }
     void setDigitAnalysisServiceIfc(DigitAnalysisServiceIfc* digitAnalysis) { digitAnalysis_ = digitAnalysis; }
     void setContactStorage(ContactStorageIfc* storage) { contactStorage_ = storage; }
 

@@ -36,6 +36,12 @@ class ConversationIDGenerator
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
     virtual void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining);
 
+    /** If what was remembered under `id` is a call, that has joined a conversation of another id and is forgotten. */
+    virtual void callJoinedOther(const std::string& id);
+
+    /** The id that getConversationID() gives once more, "" when it would be a new one. Nothing is remembered. */
+    virtual std::string knownConversationID(Conversation* conversation);
+
     /** As getConversationID(); a generator that keeps the text need not copy it. */
     virtual SharedText getSharedConversationID(Conversation* conversation);
 };

@@ -89,8 +89,14 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     /** Unites the conversations that, now that this contact is known, belong to one party. */
     void conversationUpdated(Conversation* contact) override;
 
-    /** The same for many contacts, in order, with one collection of unused identifiers at the end. */
+    /**
+     * The same for all contacts that there are, in order, with one collection of unused identifiers at the end. From
+     * then on, conversations that have a contact's id are that one's, also where another contact has the number.
+     */
     void contactsUpdated(const std::vector<Conversation*>& contacts);
+
+    /** The same when contacts, or numbers of theirs, have gone: then the conversations are made anew first. */
+    void contactsReplaced(const std::vector<Conversation*>& contacts);
     void markAllMissedCallsRead() override;
 
     /** Always empty. */

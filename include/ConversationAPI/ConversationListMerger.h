@@ -3,8 +3,8 @@
  *
  * Applied to each conversation of the combined list in turn, it folds in all of the source's that are the same,
  * as ConversationMerger run over the whole of the source's list would; it finds them by what their initial items
- * have in common, so that not every pair is compared. Nothing is owned, and the source's list must not change
- * meanwhile.
+ * have in common, so that not every pair is compared. A conversation that has a contact's id takes in no other contact,
+ * whose number may be the same. Nothing is owned, and the source's list must not change meanwhile.
  */
 #pragma once
 
@@ -35,8 +35,11 @@ class ConversationListMerger : public ConversationExecutor
     std::vector<Conversation*> notMerged() const;
 
   private:
-    std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, std::size_t first);
+    std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, const Conversation* contact,
+                           std::size_t first);
+    const Conversation* contactOfId(const std::string& conversationId) const;
 
+    const ConversationList& source_;
     std::vector<Conversation*> conversations_;
     std::vector<bool> isMerged_;
     std::unique_ptr<InitialItemIndex> index_; ///< made when it is asked for first

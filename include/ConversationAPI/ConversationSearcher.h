@@ -64,9 +64,9 @@ class ConversationSearcher : public ConversationSearcherIfc, public Conversation
     SearchResultsReceiver* receiver_ = nullptr;
     std::string searchId_;
     std::string searchString_;
-    std::string handedOutId_; ///< of the search that sources were last asked to answer later
     bool isSearching_ = false;
     bool networkDirectoryOnly_ = false;
+    std::string handedOutId_;       ///< of the search that sources were last asked to answer later
     unsigned long searchCount_ = 0; ///< tells searches apart, whatever their ids are
 };
 } // namespace ConversationAPI

@@ -122,7 +122,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     /** The web service's contact is to go: it is deleted there, too. */
     void wsiItemDeleted(const std::string& wsiId);
 
-    /** Where contact pictures last; pictures stay temporary as long as there is no such place. */
+    /** Where contact pictures last, made when there is one; pictures stay temporary as long as there is no place. */
     void setPictureDirectory(const std::string& directory);
 
     /** A contact as the message tells of it, with an id of the generator or of the factory's; the caller owns it. */
@@ -143,7 +143,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
 
     void removeContact(const std::string& contactId);
     void saveImportedContact(Conversation& contact);
-    Conversation* storeFoundContact(const Conversation& saved);
+    Conversation* storedContactOf(const Conversation& saved);
     void saveWSIItem(Conversation* contact);
     void showDirectoryHit(const DirectoryContact& contact);
     void clearTemporaryConversations();

@@ -41,6 +41,9 @@ class NotificationRound
         NotificationRound& round_;
     };
 
+    /** Whether somebody is being told something. */
+    bool isGoingOn() const { return depth_ != 0; }
+
     /** Rebuilds at once when nobody is being told anything, else at the end. */
     void rebuild(bool tellObservers);
 

@@ -48,6 +48,8 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     void garbageCollect() override;
     void remember(const std::string& id, ConversationItem* item) override;
     void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
+    void callJoinedOther(const std::string& id) override;
+    std::string knownConversationID(Conversation* conversation) override;
     SharedText getSharedConversationID(Conversation* conversation) override;
 
     /** Whether an id was given for this item already. */

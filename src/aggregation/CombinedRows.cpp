@@ -185,8 +185,12 @@ void CombinedRows::mergeUpdate(Conversation& existing, Conversation& update)
 void CombinedRows::mergeIntoExistingConversation(Conversation& existing, Conversation& update, bool isUpdate)
 {
     const std::string idBefore = existing.getConversationId();
-    const std::vector<ConversationItem*> orphans = existing.foldIn(update, {isUpdate, true, true, isUpdate});
+    const std::vector<ConversationItem*> orphans = existing.foldIn(update, {isUpdate, true, true, isUpdate, isUpdate});
     const bool isGivenAnotherId = isUpdate && existing.getConversationId() != idBefore;
+    if (isGivenAnotherId)
+    {
+        temporaries_.retire(idBefore); // a copy of the row as it was
+    }
     if (isGivenAnotherId && update.getContactSource() == Conversation::NO_CONTACT &&
         existing.getConversationItemsSize() > update.getConversationItemsSize())
     {

@@ -1,7 +1,9 @@
 #include "aggregation/ContactRegrouping.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationFactory.h"
 #include "ConversationAPI/ConversationIDCondition.h"
+#include "ConversationAPI/ConversationIDGenerator.h"
 #include "Log.h"
 #include "aggregation/ConversationItemAggregatorLog.h"
 #include "aggregation/ItemPlacement.h"
@@ -28,10 +30,38 @@ bool isLiveWithOtherCall(const Conversation& conversation, const std::string& li
 }
 } // namespace
 
-ContactRegrouping::ContactRegrouping(ConversationList& conversations, ItemPlacement& placement,
-                                     NotificationRound& round, ConversationItemSourceObserverIfc& newItems)
-    : conversations_(conversations), placement_(placement), round_(round), newItems_(newItems)
+ContactRegrouping::ContactRegrouping(ConversationList& conversations, ConversationFactory& factory,
+                                     ItemPlacement& placement, NotificationRound& round,
+                                     ConversationItemSourceObserverIfc& newItems)
+    : conversations_(conversations), factory_(factory), placement_(placement), round_(round), newItems_(newItems)
 {
+}
+
+void ContactRegrouping::noteAllContacts(const std::vector<Conversation*>& contacts)
+{
+    contactIds_.emplace();
+    for (Conversation* contact : contacts)
+    {
+        if (contact)
+        {
+            noteContact(*contact);
+        }
+    }
+}
+
+void ContactRegrouping::noteContact(Conversation& contact)
+{
+    if (contactIds_ && !contact.isTemporary())
+    {
+        contactIds_->insert(contact.generateConversationID());
+    }
+}
+
+/** Of contacts that share a number, the one whose id the calls have keeps them. */
+bool ContactRegrouping::isOfOtherContact(const Conversation& conversation, const Conversation& contact) const
+{
+    const std::string& id = conversation.getConversationId();
+    return contactIds_ && id != contact.getConversationId() && contactIds_->count(id) != 0;
 }
 
 ContactRegrouping::UniqueConversationList ContactRegrouping::findConversationsOf(const Conversation& contact) const
@@ -42,7 +72,7 @@ ContactRegrouping::UniqueConversationList ContactRegrouping::findConversationsOf
     UniqueConversationList all;
     const auto add = [&](const char* format, Conversation* found)
     {
-        if (found && found != &contact)
+        if (found && found != &contact && !isOfOtherContact(*found, contact))
         {
             CONVERSATION_LOG(6, format, static_cast<void*>(found), found->getConversationId().c_str());
             all.push_back(found);
@@ -100,7 +130,7 @@ ContactRegrouping::mergeWithContact(Conversation& contact, const UniqueConversat
             liveCallId = conversation->getCallId();
         }
         conversation->setExtraActiveConversation(false); // as the contact's own it takes the contact's history, too
-        mergeConversations(*conversation, contact);
+        uniteWithContact(*conversation, contact);
         united.push_back(conversation);
     }
     return united;
@@ -117,6 +147,21 @@ void ContactRegrouping::groupAround(Conversation* root, const std::vector<Conver
             mergeConversations(*root, *other);
             round_.retireFrom(conversations_, other);
         }
+    }
+}
+
+/**
+ * A former id that somebody still uses, such as a person who was found under the number, is remembered on: the next
+ * rebuild would give it to the number's calls again, and split the contact's.
+ */
+void ContactRegrouping::uniteWithContact(Conversation& conversation, Conversation& contact)
+{
+    const std::string idBefore = conversation.getConversationId();
+    mergeConversations(conversation, contact);
+    ConversationIDGenerator* ids = factory_.getConversationIDGenerator();
+    if (ids && !conversations_.find(ConversationIDCondition(idBefore)))
+    {
+        ids->callJoinedOther(idBefore);
     }
 }
 

@@ -9,7 +9,9 @@
 
 #include "ConversationAPI/ConversationItemAggregator.h"
 
+#include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace ConversationAPI
@@ -22,10 +24,16 @@ class ContactRegrouping
     using UniqueConversationList = ConversationItemAggregator::UniqueConversationList;
 
     /** Items that turn out to belong elsewhere are given to `newItems`, as if a source reported them. */
-    ContactRegrouping(ConversationList& conversations, ItemPlacement& placement, NotificationRound& round,
-                      ConversationItemSourceObserverIfc& newItems);
+    ContactRegrouping(ConversationList& conversations, ConversationFactory& factory, ItemPlacement& placement,
+                      NotificationRound& round, ConversationItemSourceObserverIfc& newItems);
 
-    /** The conversations of the contact's id and of its numbers, without the contact itself. */
+    /** These, of which one may be null, are all contacts that there are, as far as they are no temporary ones. */
+    void noteAllContacts(const std::vector<Conversation*>& contacts);
+
+    /** One more of them, if all have been told of: only who tells of all also tells when some have gone. */
+    void noteContact(Conversation& contact);
+
+    /** The conversations of the contact's id and of its numbers, without the contact itself and without others' own. */
     UniqueConversationList findConversationsOf(const Conversation& contact) const;
 
     /** The first conversation found takes in the others, save those that are live with another call. */
@@ -38,14 +46,18 @@ class ContactRegrouping
     void uniteWithConversationOfSameId(const Conversation& conversation);
 
   private:
+    bool isOfOtherContact(const Conversation& conversation, const Conversation& contact) const;
     std::vector<Conversation*> mergeWithContact(Conversation& contact, const UniqueConversationList& found,
                                                 bool hasOwnConversation);
     void groupAround(Conversation* root, const std::vector<Conversation*>& united);
+    void uniteWithContact(Conversation& conversation, Conversation& contact);
     void mergeConversations(Conversation& target, Conversation& source);
 
     ConversationList& conversations_;
+    ConversationFactory& factory_;
     ItemPlacement& placement_;
     NotificationRound& round_;
     ConversationItemSourceObserverIfc& newItems_;
+    std::optional<std::unordered_set<std::string>> contactIds_; ///< once all contacts have been told of
 };
 } // namespace ConversationAPI

@@ -24,6 +24,8 @@ using namespace ConversationListConditions;
 namespace
 {
 constexpr int ALPHABETICALLY = 1;
+
+constexpr Conversation::Folding UNREMEMBERED{true, true, true, true, false};
 } // namespace
 
 ConversationAggregator::ConversationAggregator() : ConversationAggregator(nullptr) {}
@@ -337,7 +339,10 @@ Conversation* ConversationAggregator::findConversation(const std::string& conver
     return temporary ? temporary : cloneTogether(sources_->conversations(id));
 }
 
-/** A copy of the first with the others folded in, among the temporary conversations; null when there are none. */
+/**
+ * A copy of the first with the others folded in, among the temporary conversations; null when there are none. That
+ * somebody looks at a person whom a search has found must not group the calls of that person's numbers.
+ */
 Conversation* ConversationAggregator::cloneTogether(const Rows& conversations)
 {
     std::unique_ptr<Conversation> clone;
@@ -349,7 +354,7 @@ Conversation* ConversationAggregator::cloneTogether(const Rows& conversations)
             clone.reset(conversation->clone());
             continue;
         }
-        for (ConversationItem* orphan : clone->foldIn(*conversation, {}))
+        for (ConversationItem* orphan : clone->foldIn(*conversation, UNREMEMBERED))
         {
             CONVERSATION_LOG(3, "findConversation orphaned item found %s", orphan->getItemId().c_str());
             delete orphan;

@@ -67,7 +67,7 @@ ConversationItemAggregator::ConversationItemAggregator(ConversationFactory* fact
       idGenerator_(&RandomCachingConversationIDGenerator::isSameConversationAtSameTime), factory_(factory),
       placement_(std::make_unique<ItemPlacement>(*conversations_, *factory_, idGenerator_)),
       round_([this](bool tellObservers) { rebuild(tellObservers); }),
-      regrouping_(std::make_unique<ContactRegrouping>(*conversations_, *placement_, round_, *this))
+      regrouping_(std::make_unique<ContactRegrouping>(*conversations_, *factory_, *placement_, round_, *this))
 {
     conversations_->setName("ConversationItemAggregatorList");
     idGenerator_.setConversationSources({this});
@@ -379,6 +379,7 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
         return;
     }
     contact->generateConversationID();
+    regrouping_->noteContact(*contact);
     CONVERSATION_LOG(6, "conversationUpdated: id=%s, wk1=%s, wk2=%s, mob=%s, hom=%s",
                      contact->getConversationId().c_str(), contact->getWorkNumber1().c_str(),
                      contact->getWorkNumber2().c_str(), contact->getMobileNumber().c_str(),
@@ -397,12 +398,20 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
 void ConversationItemAggregator::contactsUpdated(const std::vector<Conversation*>& contacts)
 {
     collectsIdsLater_ = true;
+    regrouping_->noteAllContacts(contacts);
     for (Conversation* contact : contacts)
     {
         conversationUpdated(contact);
     }
     collectsIdsLater_ = false;
     triggerGarbageCollectionOnIDGenerators();
+}
+
+/** Observers hear of it from whoever has the contacts, but a rebuild that has to wait is not over by then. */
+void ConversationItemAggregator::contactsReplaced(const std::vector<Conversation*>& contacts)
+{
+    round_.rebuild(round_.isGoingOn());
+    contactsUpdated(contacts);
 }
 
 void ConversationItemAggregator::triggerGarbageCollectionOnIDGenerators()

@@ -4,13 +4,14 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/ConversationMerger.h"
 #include "aggregation/InitialItemIndex.h"
+#include "aggregation/RowMatching.h"
 
 #include <algorithm>
 
 namespace ConversationAPI
 {
 ConversationListMerger::ConversationListMerger(const ConversationList& source)
-    : conversations_(source.begin(), source.end()), isMerged_(conversations_.size())
+    : source_(source), conversations_(source.begin(), source.end()), isMerged_(conversations_.size())
 {
 }
 
@@ -27,16 +28,27 @@ void ConversationListMerger::operator()(Conversation* conversation)
         index_ = std::make_unique<InitialItemIndex>(conversations_);
     }
     ConversationMerger merger(conversation);
+    const Conversation* contact = contactOfId(conversation->getConversationId());
     std::size_t next = 0;
     while (next < conversations_.size())
     {
-        next = mergeFirst(merger, *conversation, next);
+        next = mergeFirst(merger, *conversation, contact, next);
     }
 }
 
-/** Answers where to go on: what was merged may have given the conversation another initial item. */
+/** Null when the id is no contact's. */
+const Conversation* ConversationListMerger::contactOfId(const std::string& conversationId) const
+{
+    const Conversation* found = findRowById(source_, conversationId);
+    return found && found->getContactSource() != Conversation::NO_CONTACT ? found : nullptr;
+}
+
+/**
+ * Answers where to go on: what was merged may have given the conversation another initial item. `contact` is the one
+ * that the target is known to be, null for nobody.
+ */
 std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const Conversation& target,
-                                               std::size_t first)
+                                               const Conversation* contact, std::size_t first)
 {
     const ConversationItem* item = target.initialItem();
     if (!item)
@@ -46,7 +58,12 @@ std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const
     const std::size_t mergedBefore = merger.merged().size();
     for (const std::uint32_t place : index_->placesLike(*item, first))
     {
-        merger(conversations_[place]);
+        Conversation* candidate = conversations_[place];
+        if (contact && candidate != contact && candidate->getContactSource() != Conversation::NO_CONTACT)
+        {
+            continue;
+        }
+        merger(candidate);
         if (merger.merged().size() != mergedBefore)
         {
             isMerged_[place] = true;

@@ -5,6 +5,9 @@
 #include "ConversationAPI/NotificationRound.h"
 #include "aggregation/RowMatching.h"
 
+#include <algorithm>
+#include <tuple>
+
 namespace ConversationAPI
 {
 namespace
@@ -17,6 +20,25 @@ void handOver(ConversationList& list, NotificationRound& round)
     {
         round.retire(conversation);
     }
+}
+
+/** History changes only by being seen; of a live call much may. */
+bool isSameHistoryItem(ConversationItem& a, ConversationItem& b)
+{
+    const auto facts = [](ConversationItem& item)
+    {
+        return std::make_tuple(item.getState(), item.timeStampUTC(), item.getItemId(), item.conversationItemId(),
+                               item.toString(), item.numberOfNewEvents());
+    };
+    return !a.isActiveOrProgressingOrClearing() && facts(a) == facts(b);
+}
+
+bool tellsTheSame(const Conversation& a, const Conversation& b)
+{
+    return *a.contactDetails() == *b.contactDetails() && *a.contactProfile() == *b.contactProfile() &&
+           a.getPresenceState() == b.getPresenceState() && a.getContactSource() == b.getContactSource() &&
+           std::equal(a.items().begin(), a.items().end(), b.items().begin(), b.items().end(),
+                      [](const auto& mine, const auto& theirs) { return isSameHistoryItem(*mine, *theirs); });
 }
 } // namespace
 
@@ -34,6 +56,11 @@ Conversation* TemporaryConversations::find(const std::string& conversationId) co
 
 Conversation* TemporaryConversations::add(std::unique_ptr<Conversation> conversation)
 {
+    Conversation* known = find(conversation->getConversationId());
+    if (known && tellsTheSame(*known, *conversation))
+    {
+        return known;
+    }
     retire(conversation->getConversationId());
     temporary_.push_back(conversation.get());
     return conversation.release();

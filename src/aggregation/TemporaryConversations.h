@@ -23,7 +23,7 @@ class TemporaryConversations
     /** Null for "" and when there is none of this id. */
     Conversation* find(const std::string& conversationId) const;
 
-    /** In the place of the one of the same id, which is retired. */
+    /** In the place of the one of its id, which is retired; but that one stays when both tell the same. */
     Conversation* add(std::unique_ptr<Conversation> conversation);
 
     /** Hands one over that is kept here; null when it is not. */

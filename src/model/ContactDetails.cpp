@@ -1,6 +1,7 @@
 #include "ConversationAPI/ContactDetails.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace ConversationAPI
 {
@@ -28,6 +29,22 @@ bool ContactDetails::hasNoneOfTheFour() const
 bool ContactDetails::hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const
 {
     return slot < CONTACT_NUMBER_SLOTS && !candidate.empty() && numbers[slot].empty() && !holdsAmongTheFour(candidate);
+}
+
+bool ContactDetails::operator==(const ContactDetails& other) const
+{
+    return std::tie(firstName, lastName, number, numberType, numbers) ==
+           std::tie(other.firstName, other.lastName, other.number, other.numberType, other.numbers);
+}
+
+bool ContactProfile::operator==(const ContactProfile& other) const
+{
+    const auto values = [](const ContactProfile& one)
+    {
+        return std::tie(one.displayName, one.secondParty, one.email, one.company, one.address1, one.address2, one.role,
+                        one.userId, one.imagePath, one.searchId, one.orderedContactSource);
+    };
+    return values(*this) == values(other);
 }
 
 bool SecondParty::operator==(const SecondParty& other) const

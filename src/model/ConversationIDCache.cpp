@@ -121,6 +121,15 @@ void ConversationIDCache::put(const SharedText& id, std::unique_ptr<Conversation
     }
 }
 
+void ConversationIDCache::remove(const std::string& id)
+{
+    const auto found = byId_.find(id);
+    if (found != byId_.end())
+    {
+        remove(found->second);
+    }
+}
+
 void ConversationIDCache::markInUse(const std::string& id)
 {
     const Entry* entry = find(id);

@@ -49,6 +49,9 @@ class ConversationIDCache
     /** Appends an entry; one of the same id is replaced by it. */
     void put(const SharedText& id, std::unique_ptr<ConversationItem> item);
 
+    /** Nothing happens when no entry has the id. */
+    void remove(const std::string& id);
+
     /** The id outlives the next removeUnused(). */
     void markInUse(const std::string& id);
 

@@ -9,6 +9,13 @@ void ConversationIDGenerator::remember(const std::string& id, ConversationItem* 
 
 void ConversationIDGenerator::callEnded(const std::string&, const std::string&, ConversationItem*) {}
 
+void ConversationIDGenerator::callJoinedOther(const std::string&) {}
+
+std::string ConversationIDGenerator::knownConversationID(Conversation*)
+{
+    return {};
+}
+
 SharedText ConversationIDGenerator::getSharedConversationID(Conversation* conversation)
 {
     return SharedText(getConversationID(conversation));

@@ -57,6 +57,7 @@ std::vector<ConversationItem*> ConversationMerge::merge()
     takeOrigin({true, true, false});
     into_.setContactSource(from_.getContactSource());
     finish();
+    updateIdGeneratorCache();
     return handOver(std::move(strangers));
 }
 
@@ -91,6 +92,10 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
         into_.refreshDummyItem();
     }
     finish();
+    if (folding.isRemembered)
+    {
+        updateIdGeneratorCache();
+    }
     return handOver(std::move(handedBack));
 }
 
@@ -299,7 +304,6 @@ void ConversationMerge::finish()
     }
     into_.contactNumbersChanged(numbersBefore_);
     into_.notifyObserversConversationIsModified();
-    updateIdGeneratorCache();
 }
 
 void ConversationMerge::makePermanent()

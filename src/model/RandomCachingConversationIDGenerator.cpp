@@ -87,6 +87,12 @@ std::string RandomCachingConversationIDGenerator::getConversationID(Conversation
     return getSharedConversationID(conversation).str();
 }
 
+std::string RandomCachingConversationIDGenerator::knownConversationID(Conversation* conversation)
+{
+    const CriticalSection guard(lock_);
+    return findConversationIDForItem(conversation);
+}
+
 SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Conversation* conversation)
 {
     const CriticalSection guard(lock_);
@@ -183,6 +189,16 @@ void RandomCachingConversationIDGenerator::callEnded(const std::string& id, cons
     if (entry && entry->item->getCallId() == callId)
     {
         cache_->put(SharedText(entry->id), std::unique_ptr<ConversationItem>(remaining->clone()));
+    }
+}
+
+void RandomCachingConversationIDGenerator::callJoinedOther(const std::string& id)
+{
+    const CriticalSection guard(lock_);
+    const ConversationIDCache::Entry* entry = cache_->find(id);
+    if (entry && !isPlaceholder(*entry->item))
+    {
+        cache_->remove(id);
     }
 }
 

@@ -134,7 +134,7 @@ void ConversationSearcher::cancelSearch()
     {
         cancelInSources(handedOutId);
     }
-    if (wasSearching && receiver)
+    if (wasSearching && receiver) // who waits for more results after the end was told of that end: each has but one
     {
         receiver->receiveSearchEnded();
     }

@@ -5,7 +5,10 @@
 #include "ConversationAPI/ConversationIDCondition.h"
 #include "ConversationAPI/ConversationItemMatcher.h"
 #include "ConversationAPI/ConversationList.h"
+#include "ConversationAPI/StaticConversationIDGenerator.h"
 #include "sources/ContactPictures.h"
+
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -14,6 +17,7 @@ using namespace ConversationListConditions;
 namespace
 {
 constexpr const char* EXCHANGE_ID_PREFIX = "EWS_";
+constexpr const char* WSI_ID_PREFIX = "WSI_";
 
 void deleteAll(const std::vector<ConversationItem*>& items)
 {
@@ -22,11 +26,78 @@ void deleteAll(const std::vector<ConversationItem*>& items)
         delete item;
     }
 }
+
+/** Holds for conversations that have the contact's number, if they are the same person's as well. */
+class IsPerson : public ConversationUnaryCondition
+{
+  public:
+    using Test = bool (*)(const Conversation&, const Conversation&);
+
+    IsPerson(const Conversation& contact, Test isSamePerson)
+        : contact_(contact), isSamePerson_(isSamePerson), matcher_(contact.initialItem())
+    {
+    }
+
+    bool operator()(Conversation* other) const override
+    {
+        return matcher_(other) && (isSamePerson_(*other, contact_) || haveSameExchangeId(*other));
+    }
+
+    bool gatherCandidates(ConversationCandidates& candidates) const override
+    {
+        return matcher_.gatherCandidates(candidates);
+    }
+
+  private:
+    bool haveSameExchangeId(const Conversation& other) const
+    {
+        const SharedText& id = contact_.exchangeContactIdText();
+        return !id.empty() && id == other.exchangeContactIdText();
+    }
+
+    const Conversation& contact_;
+    const Test isSamePerson_;
+    const ConversationItemMatcher matcher_;
+};
+
+bool hasNumber(const Conversation& contact)
+{
+    return !contact.getNumber().empty() || !contact.contactDetails()->hasNoneOfTheFour();
+}
+
+/** Holds for whoever, like the contact, has no number, and is the same person by all else that tells people apart. */
+class IsPersonWithoutNumber : public ConversationUnaryCondition
+{
+  public:
+    explicit IsPersonWithoutNumber(const Conversation& contact) : contact_(contact) {}
+
+    bool operator()(Conversation* other) const override
+    {
+        return haveSameName(*other, contact_) && other->getEmail() == contact_.getEmail() &&
+               other->getCompany() == contact_.getCompany() && !hasNumber(*other);
+    }
+
+  private:
+    const Conversation& contact_;
+};
+
+Conversation* findByItemOrId(const ConversationList& list, const Conversation& contact, IsPerson::Test isSamePerson)
+{
+    Conversation* found = contact.initialItem() ? list.find(IsPerson(contact, isSamePerson)) : nullptr;
+    return found ? found : list.find(ConversationIDCondition(contact.getConversationId()));
+}
 } // namespace
 
-ContactConversations::ContactConversations(ConversationFactory& factory, ConversationSourceIfc& source)
-    : factory_(factory), source_(source)
+ContactConversations::ContactConversations(ConversationFactory& factory, ConversationSourceIfc& source,
+                                           ContactIdGenerator::IsOthers isOthers)
+    : factory_(factory), source_(source), ids_(factory, std::move(isOthers))
 {
+}
+
+/** Null for a factory without a generator, which then tells so. */
+ConversationIDGenerator* ContactConversations::idGenerator(const std::string& id)
+{
+    return factory_.getConversationIDGenerator() ? &ids_.giveNext(id) : nullptr;
 }
 
 ContactConversations::Made ContactConversations::createEmpty(ConversationIDGenerator* generator)
@@ -51,8 +122,13 @@ ContactConversations::Made ContactConversations::createConversationFromEntry(con
     return made;
 }
 
-ContactConversations::Made ContactConversations::createConversationFromContact(const DirectoryContact& contact,
-                                                                               ConversationIDGenerator* generator)
+ContactConversations::Made ContactConversations::createConversationFromContact(const DirectoryContact& contact)
+{
+    return createFound(contact, idGenerator());
+}
+
+ContactConversations::Made ContactConversations::createFound(const DirectoryContact& contact,
+                                                             ConversationIDGenerator* generator)
 {
     Made made = createEmpty(generator);
     if (made)
@@ -64,9 +140,10 @@ ContactConversations::Made ContactConversations::createConversationFromContact(c
     return made;
 }
 
+/** Contacts without an id must not share one. */
 ContactConversations::Made ContactConversations::createConversationFromWSIItem(const WSIItem& item)
 {
-    Made made = createEmpty(generatorFor(item));
+    Made made = createEmpty(idGenerator(item.id.empty() ? item.id : WSI_ID_PREFIX + item.id));
     if (made)
     {
         DirectoryContact contact = contactOfWSIItem(item);
@@ -85,39 +162,53 @@ ContactConversations::Made ContactConversations::createConversationFromWSIItem(c
 DirectoryContact ContactConversations::withComparableNumbers(const DirectoryContact& contact)
 {
     StaticConversationIDGenerator noId("");
-    DirectoryContact comparable = contactOfConversation(*createConversationFromContact(contact, &noId));
+    DirectoryContact comparable = contactOfConversation(*createFound(contact, &noId));
     comparable.firstName = contact.firstName;
     comparable.nickname = contact.nickname;
     return comparable;
 }
 
+/** Which number of a stored contact is called was chosen when it was stored. */
 void ContactConversations::complete(Conversation& known, const DirectoryContact& news)
 {
     StaticConversationIDGenerator sameId(known.getConversationId());
-    const Made made = createConversationFromContact(completedBy(news, known), &sameId);
+    const Made made = createFound(completedBy(news, known), &sameId);
     if (made)
     {
+        if (!known.isTemporary() && made->hasAnyNumberMatching(known.getNumber()))
+        {
+            made->updateNumber(known.getNumber(), known.getNumberType());
+        }
         made->setContactSource(known.getContactSource());
         made->setExchangeContactId(known.exchangeContactId());
         made->setPresenceState(known.getPresenceState());
         takeNews(known, *made);
+        if (!known.isTemporary())
+        {
+            remember(known);
+        }
     }
 }
 
 void ContactConversations::takeWSINews(Conversation& stored, const Conversation& news)
+{
+    takeWSIState(stored, news);
+    complete(stored, contactOfConversation(news));
+}
+
+void ContactConversations::addWSINews(Conversation& stored, const Conversation& news)
+{
+    takeWSIState(stored, news);
+    complete(stored, completedBy(contactOfConversation(stored), news));
+}
+
+void ContactConversations::takeWSIState(Conversation& stored, const Conversation& news)
 {
     stored.setPresenceState(news.getPresenceState());
     if (!news.exchangeContactId().empty())
     {
         stored.setExchangeContactId(news.exchangeContactId());
     }
-    complete(stored, contactOfConversation(news));
-}
-
-/** Contacts without an id must not share one. */
-ConversationIDGenerator* ContactConversations::generatorFor(const WSIItem& item)
-{
-    return item.id.empty() ? nullptr : &wsiGenerators_.try_emplace(item.id, "WSI_" + item.id).first->second;
 }
 
 void ContactConversations::fillIn(Conversation& conversation, const DirectoryContact& contact,
@@ -144,10 +235,26 @@ void ContactConversations::makeFound(Conversation& conversation, DirectoryContac
     conversation.setTemporary(true);
 }
 
+bool haveSameName(const Conversation& a, const Conversation& b)
+{
+    return a.getFirstName() == b.getFirstName() && a.getLastName() == b.getLastName();
+}
+
+bool mayBeSamePerson(const Conversation& a, const Conversation& b)
+{
+    return a.nameList().empty() || b.nameList().empty() || haveSameName(a, b);
+}
+
 Conversation* findConversationOf(const ConversationList& list, const Conversation& contact)
 {
-    Conversation* found = contact.initialItem() ? list.find(ConversationItemMatcher(contact.initialItem())) : nullptr;
-    return found ? found : list.find(ConversationIDCondition(contact.getConversationId()));
+    return findByItemOrId(list, contact, [](const Conversation&, const Conversation&) { return true; });
+}
+
+Conversation* findPerson(const ConversationList& list, const Conversation& contact,
+                         bool (*isSamePerson)(const Conversation&, const Conversation&))
+{
+    Conversation* found = findByItemOrId(list, contact, isSamePerson);
+    return found || hasNumber(contact) ? found : list.find(IsPersonWithoutNumber(contact));
 }
 
 /** The id stays: that of one contact never becomes that of another. */

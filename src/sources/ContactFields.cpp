@@ -134,20 +134,24 @@ bool wsiContactNeedsUpdateWithLdap(const Conversation* known, const DirectoryCon
                        [&](Field field) { return !(hit.*field).empty() && hit.*field != has.*field; });
 }
 
-DirectoryContact completedBy(DirectoryContact hit, const Conversation& known)
+DirectoryContact completedBy(DirectoryContact hit, const DirectoryContact& known)
 {
-    const DirectoryContact has = contactOfConversation(known);
     for (const Field field : PERSONAL_FIELDS)
     {
         if ((hit.*field).empty())
         {
-            hit.*field = has.*field;
+            hit.*field = known.*field;
         }
     }
     if (hit.contactSource.empty())
     {
-        hit.contactSource = has.contactSource;
+        hit.contactSource = known.contactSource;
     }
     return hit;
+}
+
+DirectoryContact completedBy(DirectoryContact hit, const Conversation& known)
+{
+    return completedBy(std::move(hit), contactOfConversation(known));
 }
 } // namespace ConversationAPI

@@ -49,5 +49,6 @@ bool isOnlyWSIContactPresent(const Conversation* known, const DirectoryContact& 
 bool wsiContactNeedsUpdateWithLdap(const Conversation* known, const DirectoryContact& hit);
 
 /** The hit with what is known where it says nothing. */
+DirectoryContact completedBy(DirectoryContact hit, const DirectoryContact& known);
 DirectoryContact completedBy(DirectoryContact hit, const Conversation& known);
 } // namespace ConversationAPI

@@ -1,6 +1,7 @@
 #include "sources/ContactIdPairs.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -31,10 +32,17 @@ void ContactIdPairs::removeContact(const std::string& contactId)
     conversations_.erase(pair);
 }
 
-void ContactIdPairs::clear()
+void ContactIdPairs::keepShown(const std::vector<std::string>& contactIds)
 {
-    conversations_.clear();
-    contacts_.clear();
+    ContactIdPairs kept;
+    for (const std::string& contactId : contactIds)
+    {
+        if (!isHiddenByOther(contactId))
+        {
+            kept.add(contactId, conversationOf(contactId));
+        }
+    }
+    *this = std::move(kept);
 }
 
 std::string ContactIdPairs::conversationOf(const std::string& contactId) const

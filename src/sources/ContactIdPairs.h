@@ -17,7 +17,9 @@ class ContactIdPairs
     /** The contact comes after those that the conversation stands for already. Empty ids are passed over. */
     void add(const std::string& contactId, const std::string& conversationId);
     void removeContact(const std::string& contactId);
-    void clear();
+
+    /** Forgets contacts that are not among these, and those that are hidden by others. */
+    void keepShown(const std::vector<std::string>& contactIds);
 
     /** "" when there is none. */
     std::string conversationOf(const std::string& contactId) const;

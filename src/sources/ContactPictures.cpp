@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 
 namespace ConversationAPI
 {
@@ -117,6 +118,8 @@ std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
     {
         return kept;
     }
+    std::error_code error; // then moving fails
+    std::filesystem::create_directories(directory_, error);
     std::string moved = movePicture(temporary, kept);
     if (moved.empty())
     {

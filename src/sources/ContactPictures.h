@@ -14,7 +14,7 @@ namespace ConversationAPI
 class ContactPictures
 {
   public:
-    /** Where pictures last; "" for nowhere, which is so at first. */
+    /** Where pictures last, a directory that is made with the first of them; "" for nowhere, which is so at first. */
     void setPictureDirectory(const std::string& directory) { directory_ = directory; }
 
     /**

@@ -4,9 +4,9 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/ConversationSourceObserverIfc.h"
 #include "ConversationAPI/GatherMatchingConversationIds.h"
-#include "ConversationAPI/StaticConversationIDGenerator.h"
 #include "Log.h"
 #include "Observers.h"
+#include "ScopedFlag.h"
 #include "sources/ContactConversations.h"
 #include "sources/ContactFields.h"
 #include "sources/ContactPictures.h"
@@ -34,34 +34,22 @@ bool isGroupPickupSearch(const std::string& searchId)
     return std::find(std::begin(GROUP_PICKUP_SEARCHES), std::end(GROUP_PICKUP_SEARCHES), searchId) !=
            std::end(GROUP_PICKUP_SEARCHES);
 }
-
-/** A flag that is set as long as the scope lasts. */
-class ScopedFlag
-{
-  public:
-    explicit ScopedFlag(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
-    ~ScopedFlag() { flag_ = before_; }
-
-    ScopedFlag(const ScopedFlag&) = delete;
-    ScopedFlag& operator=(const ScopedFlag&) = delete;
-
-  private:
-    bool& flag_;
-    const bool before_;
-};
 } // namespace
 
 DirectoryServiceConversationSource::DirectoryServiceConversationSource(ConversationFactory* factory,
                                                                        DirectoryServiceIfc* directoryService,
                                                                        WSIServiceIfc* wsiService)
     : directoryService_(directoryService), wsiService_(wsiService),
-      contacts_(std::make_unique<ContactConversations>(*factory, *this)),
+      contacts_(std::make_unique<ContactConversations>(
+          *factory, *this,
+          [this](const std::string& id, const Conversation& contact)
+          { return stored_->isTaken(id) || (contact.isTemporary() && found_->isOthers(id, contact)); })),
       round_(
           [this](bool)
           { tellEach(observers_, [](ConversationSourceObserverIfc& observer) { observer.conversationsChanged(); }); }),
       pictures_(std::make_unique<ContactPictures>()),
       stored_(std::make_unique<StoredContacts>(*contacts_, *pictures_, directoryService_, round_)),
-      found_(std::make_unique<FoundContacts>(stored_->list(), round_)),
+      found_(std::make_unique<FoundContacts>(*contacts_, stored_->list(), round_)),
       search_(std::make_unique<RemoteSearch>(directoryService_, *contacts_, *found_))
 {
 }
@@ -243,7 +231,7 @@ void DirectoryServiceConversationSource::newContact(const std::string& xml, cons
     if (source == "bluetooth")
     {
         CONVERSATION_LOG(5, "newContact[bluetooth] %s", xml.c_str());
-        const std::unique_ptr<Conversation> contact(createConversationFromXml(xml));
+        const std::unique_ptr<Conversation> contact(createConversationFromXml(xml, contacts_->idGenerator()));
         if (!contact || namesNobody(contactOfConversation(*contact)))
         {
             CONVERSATION_LOG(2, "newContact[bluetooth] ignores a contact of which nothing is told");
@@ -256,16 +244,15 @@ void DirectoryServiceConversationSource::newContact(const std::string& xml, cons
 /** Whom the phonebook has already keeps there what the import does not tell of. */
 void DirectoryServiceConversationSource::saveImportedContact(Conversation& contact)
 {
-    const Conversation* stored = stored_->find(contact.getConversationId());
-    if (!stored)
+    const PhonebookEntry known = stored_->findEntryOf(contact);
+    if (known.uniqueId.empty())
     {
         saveContact(&contact);
-        return;
     }
-    StaticConversationIDGenerator sameId(stored->getConversationId());
-    const std::unique_ptr<Conversation> completed =
-        contacts_->createConversationFromContact(completedBy(contactOfConversation(contact), *stored), &sameId);
-    saveContact(completed.get());
+    else
+    {
+        stored_->write(completedBy(contactOfConversation(contact), known.contact), known.uniqueId);
+    }
 }
 
 void DirectoryServiceConversationSource::contactUpdated(const std::string& xml)
@@ -305,7 +292,7 @@ void DirectoryServiceConversationSource::saveContact(Conversation* conversation)
     }
     const NotificationRound::Scope round(round_);
     const std::string id = conversation->getConversationId();
-    Conversation* stored = storeFoundContact(*conversation);
+    Conversation* stored = storedContactOf(*conversation);
     const std::string picture = pictures_->pathToStore(conversation->getContactImagePath());
     if (picture != conversation->getContactImagePath())
     {
@@ -315,30 +302,37 @@ void DirectoryServiceConversationSource::saveContact(Conversation* conversation)
             stored->setContactImagePath(picture);
         }
     }
-    const std::string xml = writeRequest(contactOfConversation(*conversation), findContactIdForConversationID(id));
-    CONVERSATION_LOG(6, "saveContact %s", xml.c_str());
-    directoryService_->write(xml, true);
+    const bool isOthersId = !stored && stored_->find(id);
+    const std::string contactId = isOthersId ? std::string() : findContactIdForConversationID(id);
+    const bool isTaken = stored_->write(contactOfConversation(*conversation), contactId);
+    if (!isTaken && stored_->dropUnconfirmed(id))
+    {
+        conversationsChanged();
+    }
 }
 
 /**
  * The stored contact of the conversation's id; one that was only found is stored, as the user may have changed it
  * before saving: the phonebook's notice would otherwise not be recognised as its own. Null when it was not found
- * either.
+ * either, and when somebody else was stored with its calls' id since it was.
  */
-Conversation* DirectoryServiceConversationSource::storeFoundContact(const Conversation& saved)
+Conversation* DirectoryServiceConversationSource::storedContactOf(const Conversation& saved)
 {
     const std::string id = saved.getConversationId();
     Conversation* stored = stored_->find(id);
-    const Conversation* found = stored || id.empty() ? nullptr : found_->find(id);
-    if (found)
+    const Conversation* found = id.empty() ? nullptr : found_->find(id);
+    if (!found)
     {
-        stored = found->clone();
-        stored->cloneContactInfo(saved);
-        stored->setContactSource(found->getContactSource());
-        stored->setTemporary(false);
-        stored_->list().push_back(stored);
+        return stored;
     }
-    return stored;
+    if (stored)
+    {
+        return haveSameName(*found, saved) && !haveSameName(*stored, saved) ? nullptr : stored;
+    }
+    std::unique_ptr<Conversation> copy(found->clone());
+    copy->cloneContactInfo(saved);
+    copy->setContactSource(found->getContactSource());
+    return stored_->addUnconfirmed(std::move(copy));
 }
 
 /** The phonebook's notice is not heard meanwhile, so that the contact has to be read. */

@@ -41,13 +41,9 @@ Conversation* append(ConversationList& list, FoundContacts::Made found)
 }
 } // namespace
 
-FoundContacts::FoundContacts(const ConversationList& stored, NotificationRound& round) : stored_(stored), round_(round)
+FoundContacts::FoundContacts(ContactConversations& maker, const ConversationList& stored, NotificationRound& round)
+    : maker_(maker), stored_(stored), round_(round)
 {
-}
-
-Conversation* FoundContacts::findStored(const Conversation& contact) const
-{
-    return findConversationOf(stored_, contact);
 }
 
 Conversation* FoundContacts::find(const std::string& conversationId) const
@@ -60,6 +56,13 @@ Conversation* FoundContacts::find(const std::string& conversationId) const
 bool FoundContacts::contains(Conversation* conversation) const
 {
     return directory_.contains(conversation) || webService_.contains(conversation);
+}
+
+bool FoundContacts::isOthers(const std::string& conversationId, const Conversation& contact) const
+{
+    const Conversation* holder = find(conversationId);
+    const ConversationItem* item = contact.initialItem();
+    return holder && !(item && holder->claims(*item) && haveSameName(*holder, contact));
 }
 
 void FoundContacts::appendIds(std::vector<std::string>& ids) const
@@ -83,17 +86,17 @@ Conversation* FoundContacts::webServiceContactOf(const std::string& searchId, co
 
 std::string FoundContacts::addDirectoryResult(Made found)
 {
-    const Conversation* known = findStored(*found);
+    const Conversation* known = findPerson(stored_, *found);
     if (!known)
     {
-        known = find(found->getConversationId()); // two entries of one person
+        known = findPerson(directory_, *found, haveSameName); // two entries of one person
     }
     return known ? known->getConversationId() : append(directory_, std::move(found))->getConversationId();
 }
 
 std::string FoundContacts::addWebServiceResult(Made found)
 {
-    if (const Conversation* stored = findStored(*found))
+    if (const Conversation* stored = findPerson(stored_, *found))
     {
         return stored->getConversationId();
     }
@@ -106,13 +109,21 @@ std::string FoundContacts::addWebServiceResult(Made found)
     return known->getConversationId();
 }
 
+/** Who answers to a call's number is its caller: of others with the number, only the first is shown. */
 Conversation* FoundContacts::takeDirectoryHit(Made hit)
 {
     Conversation* known = findConversationOf(directory_, *hit);
     if (known)
     {
         CONVERSATION_LOG(5, "directorySearchResponseEvent: found existing matching contact, let's merge them together");
-        mergeContact(*known, *hit);
+        if (haveSameName(*known, *hit))
+        {
+            maker_.complete(*known, contactOfConversation(*hit));
+        }
+        else
+        {
+            mergeContact(*known, *hit);
+        }
         return known;
     }
     Conversation* added = append(directory_, std::move(hit));
@@ -121,31 +132,26 @@ Conversation* FoundContacts::takeDirectoryHit(Made hit)
     return added;
 }
 
-/**
- * A stored contact that only has the number in common is the user's own entry, and may be a colleague's who shares the
- * line: the web service tells its presence and nothing else.
- */
+/** What the user has stored is the user's own: the web service fills in what that lacks, and tells the presence. */
 Conversation* FoundContacts::takeWebServiceContact(Made contact)
 {
-    if (Conversation* stored = findStored(*contact))
+    if (Conversation* stored = findPerson(stored_, *contact))
     {
-        stored->setPresenceState(contact->getPresenceState());
+        maker_.addWSINews(*stored, *contact);
         return stored;
     }
-    Conversation* known = findConversationOf(webService_, *contact);
-    if (!known)
+    if (Conversation* known = webService_.find(ConversationIDCondition(contact->getConversationId())))
+    {
+        takeNews(*known, *contact);
+        return known;
+    }
+    Conversation* namesake = findPerson(webService_, *contact, haveSameName);
+    if (!namesake)
     {
         return append(webService_, std::move(contact));
     }
-    if (known->isOtherContactThan(*contact))
-    {
-        mergeContact(*known, *contact);
-    }
-    else
-    {
-        takeNews(*known, *contact);
-    }
-    return known;
+    maker_.addWSINews(*namesake, *contact);
+    return namesake;
 }
 
 bool FoundContacts::removeWebServiceContact(const std::string& conversationId)

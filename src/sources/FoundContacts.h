@@ -1,8 +1,9 @@
 /**
  * Whom searches have found and nobody has stored: directory hits and web-service contacts, each in a list of their own.
  *
- * It owns the conversations, which are temporary and live until they are cleared or another search begins. What goes
- * while observers are being told something lives until all have been. List and round are not owned.
+ * Several people may share a number: whoever goes by another name is somebody else, and is kept. It owns the
+ * conversations, which are temporary and live until they are cleared or another search begins. What goes while
+ * observers are being told something lives until all have been. Maker, list and round are not owned.
  */
 #pragma once
 
@@ -14,6 +15,7 @@
 
 namespace ConversationAPI
 {
+class ContactConversations;
 class NotificationRound;
 
 class FoundContacts
@@ -22,11 +24,14 @@ class FoundContacts
     using Made = std::unique_ptr<Conversation>;
 
     /** A contact that is among the stored ones is not kept a second time. */
-    FoundContacts(const ConversationList& stored, NotificationRound& round);
+    FoundContacts(ContactConversations& maker, const ConversationList& stored, NotificationRound& round);
 
     /** Null when there is none. */
     Conversation* find(const std::string& conversationId) const;
     bool contains(Conversation* conversation) const;
+
+    /** Whether the id is that of somebody else who was found. */
+    bool isOthers(const std::string& conversationId, const Conversation& contact) const;
     void appendIds(std::vector<std::string>& ids) const;
     std::vector<std::string> temporaryIds() const;
     std::size_t webServiceContacts() const { return webService_.size(); }
@@ -54,8 +59,7 @@ class FoundContacts
     void clearTemporary();
 
   private:
-    Conversation* findStored(const Conversation& contact) const;
-
+    ContactConversations& maker_;
     const ConversationList& stored_;
     NotificationRound& round_;
     ConversationList directory_;

@@ -43,6 +43,11 @@ std::string StoredContacts::conversationIdOf(const std::string& contactId) const
     return conversationId.empty() ? contactId : conversationId;
 }
 
+bool StoredContacts::isTaken(const std::string& conversationId) const
+{
+    return !contactIdOf(conversationId).empty() || find(conversationId);
+}
+
 std::unique_ptr<Conversation> StoredContacts::createConversationFromXml(const std::string& xml,
                                                                         ConversationIDGenerator* generator)
 {
@@ -79,16 +84,25 @@ std::unique_ptr<Conversation> StoredContacts::createConversation(const Phonebook
     return made;
 }
 
+/** Of those who share a number the first is shown, as after a restart; but who was shown before keeps the id. */
 void StoredContacts::retrieveDataAndCreateConversations()
 {
     const std::vector<Conversation*> before(list_.begin(), list_.end());
     list_.clear();
     for (Conversation* contact : before)
     {
-        round_.retire(contact);
+        if (unconfirmed_.count(contact->getConversationId()) != 0)
+        {
+            list_.push_back(contact);
+        }
+        else
+        {
+            round_.retire(contact);
+        }
     }
-    ids_.clear();
-    for (const std::string& contactId : phonebook())
+    const std::vector<std::string> contactIds = phonebook();
+    ids_.keepShown(contactIds);
+    for (const std::string& contactId : contactIds)
     {
         readContact(contactId);
     }
@@ -112,18 +126,67 @@ std::vector<std::string> StoredContacts::phonebook() const
     return directoryService_ ? directoryService_->contactIds() : std::vector<std::string>();
 }
 
-/** Null when the phonebook does not have it. */
-Conversation* StoredContacts::readContact(const std::string& contactId)
+/** Without a contact id when the phonebook does not have it. */
+PhonebookEntry StoredContacts::readFromPhonebook(const std::string& contactId) const
 {
     const std::string xml = directoryService_ ? directoryService_->read(readRequest(contactId)) : std::string();
     if (xml.empty())
     {
         CONVERSATION_LOG(2, "readContact the phonebook has no contact %s", contactId.c_str());
-        return nullptr;
+        return {};
     }
     PhonebookEntry entry = readEntry(xml);
     entry.uniqueId = contactId;
-    return add(entry);
+    return entry;
+}
+
+Conversation* StoredContacts::readContact(const std::string& contactId)
+{
+    PhonebookEntry entry = readFromPhonebook(contactId);
+    return entry.uniqueId.empty() ? nullptr : add(std::move(entry));
+}
+
+/** Who is hidden behind another is only known to the phonebook. */
+PhonebookEntry StoredContacts::findEntryOf(const Conversation& person)
+{
+    const Conversation* shown = findPerson(list_, person);
+    const Conversation* other = shown ? nullptr : findConversationOf(list_, person);
+    if (shown || !other || !person.initialItem())
+    {
+        const std::string contactId = shown ? contactIdOf(shown->getConversationId()) : std::string();
+        return contactId.empty() ? PhonebookEntry() : readFromPhonebook(contactId);
+    }
+    for (const std::string& contactId : ids_.contactsOf(other->getConversationId()))
+    {
+        PhonebookEntry entry = readFromPhonebook(contactId);
+        StaticConversationIDGenerator anyId(other->getConversationId());
+        const std::unique_ptr<Conversation> hidden = createConversation(entry, &anyId);
+        if (haveSameName(*hidden, person) && hidden->claims(*person.initialItem()))
+        {
+            return entry;
+        }
+    }
+    return {};
+}
+
+bool StoredContacts::write(const DirectoryContact& contact, const std::string& contactId)
+{
+    const std::string xml = writeRequest(contact, contactId);
+    CONVERSATION_LOG(6, "saveContact %s", xml.c_str());
+    return directoryService_ && directoryService_->write(xml, true);
+}
+
+Conversation* StoredContacts::addUnconfirmed(std::unique_ptr<Conversation> contact)
+{
+    contact->setTemporary(false);
+    unconfirmed_.insert(contact->getConversationId());
+    list_.push_back(contact.get());
+    return contact.release();
+}
+
+bool StoredContacts::dropUnconfirmed(const std::string& conversationId)
+{
+    return unconfirmed_.count(conversationId) != 0 && removeContact(conversationId);
 }
 
 /** As if they had not been known before: one that was not shown because of another's number may be shown now. */
@@ -159,33 +222,41 @@ Conversation* StoredContacts::add(PhonebookEntry entry)
         return nullptr;
     }
     findPicture(entry);
-    Conversation* known = find(ids_.conversationOf(entry.uniqueId));
-    if (known && !ids_.isHiddenByOther(entry.uniqueId))
+    const bool isHidden = ids_.isHiddenByOther(entry.uniqueId);
+    const std::string ownId = isHidden ? std::string() : ids_.conversationOf(entry.uniqueId);
+    Conversation* contact = find(ownId);
+    if (contact)
     {
         CONVERSATION_LOG(6, "duplicate conversation found");
-        update(*known, entry);
-        return known;
+        update(*contact, entry);
+        return contact;
     }
-    std::unique_ptr<Conversation> made = createConversation(entry, nullptr);
+    std::unique_ptr<Conversation> made = createConversation(entry, maker_.idGenerator(ownId));
     if (!made)
     {
         return nullptr;
     }
-    ids_.removeContact(entry.uniqueId);
-    Conversation* contact = join(std::move(made), entry);
+    contact = join(std::move(made), entry);
     ids_.add(entry.uniqueId, contact->getConversationId());
+    unconfirmed_.erase(contact->getConversationId());
     return contact;
 }
 
-/** A contact that has just been saved gets what the phonebook made of it; one of the phonebook's stays as it is. */
+/**
+ * A contact that has just been saved gets what the phonebook made of it. One of the phonebook's stays as it is, and is
+ * shown in the place of the other one that has its number.
+ */
 Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const PhonebookEntry& entry)
 {
-    Conversation* known = findConversationOf(list_, *contact);
+    Conversation* known = findUnconfirmed(*contact);
     if (!known)
     {
-        CONVERSATION_LOG(6, "add conversation from contact");
-        list_.push_back(contact.get());
-        return contact.release();
+        known = findConversationOf(list_, *contact);
+    }
+    const bool isConfirmed = known && unconfirmed_.count(known->getConversationId()) == 0;
+    if (!known || (!isConfirmed && !mayBeSamePerson(*known, *contact)))
+    {
+        return append(std::move(contact));
     }
     CONVERSATION_LOG(6, "duplicate conversation found");
     if (contactIdOf(known->getConversationId()).empty())
@@ -198,13 +269,45 @@ Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const 
     return known;
 }
 
-/** Made with the id that the contact has, the news is that of the same contact. */
+Conversation* StoredContacts::append(std::unique_ptr<Conversation> contact)
+{
+    CONVERSATION_LOG(6, "add conversation from contact");
+    list_.push_back(contact.get());
+    maker_.remember(*contact);
+    return contact.release();
+}
+
+/** A number alone would not do: two people who share one may be saved one after the other. */
+Conversation* StoredContacts::findUnconfirmed(const Conversation& contact) const
+{
+    for (const std::string& id : unconfirmed_)
+    {
+        Conversation* saved = find(id);
+        if (saved && haveSameName(*saved, contact) &&
+            saved->getConversationNumbers() == contact.getConversationNumbers())
+        {
+            return saved;
+        }
+    }
+    return nullptr;
+}
+
+/**
+ * Made with the id that the contact has, the news is that of the same contact. Of its presence the phonebook knows
+ * nothing, and of its exchange id only if that came from the exchange server.
+ */
 void StoredContacts::update(Conversation& known, const PhonebookEntry& entry)
 {
     StaticConversationIDGenerator sameId(known.getConversationId());
     const std::unique_ptr<Conversation> news = createConversation(entry, &sameId);
+    news->setPresenceState(known.getPresenceState());
+    if (news->exchangeContactId().empty())
+    {
+        news->setExchangeContactId(known.exchangeContactId());
+    }
     takeNews(known, *news);
     makePermanent(known);
+    maker_.remember(known);
 }
 
 std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
@@ -228,6 +331,7 @@ std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
     std::vector<std::string> hidden = ids_.contactsOf(conversationId);
     hidden.erase(hidden.begin(), hidden.begin() + (hidden.empty() ? 0 : 1));
     ids_.add(entry.uniqueId, conversationId); // which it has been taken for, if it was not known
+    unconfirmed_.erase(conversationId);
     std::vector<Conversation*> changed = readAgain(hidden);
     changed.erase(std::remove(changed.begin(), changed.end(), known), changed.end());
     changed.push_back(known);
@@ -240,6 +344,7 @@ bool StoredContacts::removeContact(const std::string& contactId)
     const std::string conversationId = conversationIdOf(deletedId);
     const bool isHidden = ids_.isHiddenByOther(deletedId);
     ids_.removeContact(deletedId);
+    unconfirmed_.erase(conversationId);
     Conversation* contact = isHidden ? nullptr : find(conversationId);
     if (contact)
     {

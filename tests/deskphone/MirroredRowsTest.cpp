@@ -26,6 +26,10 @@ class RandomDay
     explicit RandomDay(unsigned seed) : random_(seed), scope_(loop_), telephone_(Deskphone::TelephoneSettings())
     {
         changeContact();
+        telephone_.people().add(
+            {{"Surname", "Berg"}, {"Firstname", "Anna"}, {"Office", "4711"}, {"Mobile", "0221 4710200"}});
+        telephone_.people().add({{"Surname", "Bergmann"}, {"Mobile", "4711"}, {"Private", "040 66969222"}});
+        telephone_.people().add({{"Surname", "Vogt"}, {"Email", "vogt@example.com"}});
     }
 
     void happen()
@@ -38,6 +42,32 @@ class RandomDay
         : kind < 88 ? changeWebContact()
                     : somethingElse();
         loop_.runUntilIdle();
+    }
+
+    void changeContactsAndHistory()
+    {
+        loop_.advanceBy(7000);
+        const unsigned kind = below(100);
+        kind < 40 ? addHistory(true) : kind < 65 ? changeContact() : kind < 90 ? removeContact() : removeEntry();
+        loop_.runUntilIdle();
+    }
+
+    void reloadHistory() { telephone_.reloadHistory(); }
+
+    /** Who has which calls, under which id. */
+    std::set<std::string> told() const
+    {
+        std::set<std::string> all;
+        for (const Conversation* row : telephone_.rows())
+        {
+            std::string text = row->getConversationId() + " " + row->toString() + " " + row->getNumber();
+            for (const auto& item : row->items())
+            {
+                text += " " + item->getItemId() + " of " + std::to_string(item->timeStampUTC());
+            }
+            all.insert(text);
+        }
+        return all;
     }
 
     void check()
@@ -119,17 +149,18 @@ class RandomDay
         }
     }
 
-    /** Of the calls that are there, none began in the same second. */
-    void addHistory()
+    /** Of the calls that are there, none began in the same second. Plain ones bring nothing but a number. */
+    void addHistory(bool isPlain = false)
     {
         const CallPartyIdentifier of = party();
         JournalCall call;
         call.kind = JournalCall::Kind(below(4));
-        call.surname = of.getSurname();
+        call.surname = isPlain ? "" : of.getSurname();
         call.info.setRemoteNumber(of.getNumber());
         call.info.setNumberType(NumberType::NT(of.getPhoneNumberType()));
         call.info.setCallTime(Host::localIso8601(loop_.now() - below(3) * below(100000)));
-        call.info.setGroupNumber(call.kind == JournalCall::MISSED && below(4) == 0 ? "600" : "");
+        const bool isOfGroup = !isPlain && call.kind == JournalCall::MISSED && below(4) == 0;
+        call.info.setGroupNumber(isOfGroup ? "600" : "");
         entries_.push_back(telephone_.journal().addCall(call));
     }
 
@@ -146,6 +177,8 @@ class RandomDay
             [this] { telephone_.conversations().markAllMissedCallsRead(); },
             [this] { telephone_.conversations().conversationsChanged(); },
             [this] { changeContact(); },
+            [this] { removeContact(); },
+            [this] { search(); },
             [this] { changeNetworkLog(); },
             [this] { telephone_.networkShowStateChanged(static_cast<int>(3 * below(3))); },
             [this] { changeCloud(); },
@@ -191,13 +224,15 @@ class RandomDay
         }
     }
 
-    /** No number belongs to both: contacts that share one are not told apart. A call stays with its contact. */
+    /** Some share names or numbers, and numbers come and go whoever is called. */
     void changeContact()
     {
         static const std::vector<Deskphone::Contact> all{{"1", "Anna", "Berg", "030 23125000", "0221 4710200", "", ""},
-                                                         {"2", "", "Vogt", "", "", "040 66969222", "4711"}};
-        Deskphone::Contact contact = all[below(2)];
-        if (parties_.empty() && below(2) == 0)
+                                                         {"2", "", "Vogt", "", "", "040 66969222", "4711"},
+                                                         {"3", "Anna", "Berg", "030 23125000", "", "+442079460018", ""},
+                                                         {"4", "Bo", "Berg", "", "", "", "4711"}};
+        Deskphone::Contact contact = all[below(4)];
+        if (below(2) == 0)
         {
             (below(2) == 0 ? contact.work2 : contact.home).clear();
         }
@@ -223,6 +258,19 @@ class RandomDay
             [&] { telephone_.deleteWebContact(item.id); },
         };
         all[below(static_cast<unsigned>(all.size()))]();
+    }
+
+    void removeContact() { telephone_.phonebook().deleteContact(std::to_string(1 + below(4))); }
+
+    /** What is found is looked up as a screen does that is drawn anew. */
+    void search()
+    {
+        static const std::vector<std::string> texts{"b", "be", "vo", ""};
+        telephone_.search(texts[below(4)]);
+        loop_.runUntilIdle();
+        loop_.advanceBy(2000);
+        telephone_.found();
+        below(3) == 0 && telephone_.saveFound(1 + below(3));
     }
 
     /** Not one with a call, which would go on unseen. */
@@ -264,6 +312,23 @@ TEST_P(MirroredRows, EqualTheListAndHoldEverythingOnce)
 
 INSTANTIATE_TEST_SUITE_P(TwentyDays, MirroredRows, testing::Range(0U, 10U));
 
+TEST(TelephoneTest, ContactsThatShareNumbersGroupTheHistoryAsItsReloadDoes)
+{
+    for (unsigned seed = 0; seed < 40; ++seed)
+    {
+        RandomDay day(seed);
+        for (int event = 0; event < EVENTS && !HasFailure(); ++event)
+        {
+            SCOPED_TRACE("day " + std::to_string(seed) + ", event " + std::to_string(event));
+            day.changeContactsAndHistory();
+            const std::set<std::string> before = day.told();
+            day.reloadHistory();
+            EXPECT_EQ(day.told(), before);
+            day.check();
+        }
+    }
+}
+
 /** A display that does something as soon as it is told of a new row. */
 struct HastyDisplay : Host::DisplayModel
 {
@@ -284,6 +349,26 @@ TEST(TelephoneTest, ContactMayGoWhileTheDisplayIsToldOfIt)
     telephone.phonebook().write(Deskphone::writeRequest({"1", "Anna", "Berg", "030 23125000", "", "", ""}), true);
     EXPECT_EQ(told, 1);
     EXPECT_TRUE(telephone.rows().empty());
+}
+
+TEST(TelephoneTest, ManyPeopleAreFoundEachOnce)
+{
+    constexpr int PEOPLE = 10'000;
+    Host::SimulatedEventLoop loop{MORNING};
+    const Host::EventLoop::Scope scope(loop);
+    Deskphone::Telephone telephone{Deskphone::TelephoneSettings()};
+    for (int i = 0; i < PEOPLE; ++i)
+    {
+        telephone.people().add({{"Surname", "Poe" + std::to_string(i)}, {"Office", std::to_string(100'000 + i / 2)}});
+    }
+    for (const char* text : {"p", "po"})
+    {
+        telephone.search(text);
+        loop.advanceBy(2000);
+        EXPECT_EQ(telephone.found().size(), static_cast<std::size_t>(PEOPLE)) << text;
+    }
+    EXPECT_TRUE(telephone.saveFound(PEOPLE));
+    EXPECT_EQ(telephone.rows().at(0)->getLastName(), "Poe9999");
 }
 
 Host::JournalCall missedAt(long time)

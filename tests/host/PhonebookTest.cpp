@@ -253,7 +253,7 @@ TEST_F(PhonebookTest, RestartsLocksAndDamageChangeNothing)
         }
         for (Phonebook* each : {phonebook.get(), &inMemory})
         {
-            action == 0 ? each->deleteContact(id) : each->write(xml, true);
+            action == 0 ? each->deleteContact(id) : static_cast<void>(each->write(xml, true));
         }
         lock.reset();
         if (i % 100 == 47)

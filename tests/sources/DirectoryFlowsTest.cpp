@@ -1,6 +1,7 @@
 #include "aggregation/AggregatorFixture.h"
 
 #include "ConversationAPI/ConversationAggregator.h"
+#include "ConversationAPI/ConversationSearchObserverIfc.h"
 #include "ConversationAPI/DirectoryServiceConversationSource.h"
 #include "support/InMemoryDirectory.h"
 
@@ -61,6 +62,28 @@ TEST_F(DirectoryFlowsTest, AContactGathersItsCallsAndGivesThemBack)
     write("Anna", "", known);
     expectRows("lost a number", {"22: e2", "Anna: e1"});
     EXPECT_EQ(combined.getConversation(1U)->getConversationId(), row);
+}
+
+TEST_F(DirectoryFlowsTest, WhoIsOnlyLookedAtGroupsNoCalls)
+{
+    struct : ConversationSearchObserverIfc
+    {
+        void searchResults(const std::string&, const Texts& ids, SearchResultsType) override { id = ids.at(0); }
+        void searchEnded(const std::string&) override {}
+        std::string id;
+    } found;
+    source.getMatchingConversationIds("p", "s", &found);
+    source.directorySearchResults("s", {{{{"Surname", "Poe"}, {"Office", "22"}, {"Mobile", "23"}}}});
+    const Conversation* shown = combined.getConversationByConversationID(found.id);
+    EXPECT_EQ(describe(*shown), "Poe: e2");
+    EXPECT_EQ(combined.getConversationByConversationID(found.id), shown) << "nothing has changed";
+    history("e3", "22");
+    aggregator.conversationItemsChanged();
+    EXPECT_EQ(describe(*combined.getConversationByConversationID(found.id)), "Poe: e3 e2");
+    combined.clearTemporaryConversations();
+    history("e4", "23");
+    aggregator.conversationItemsChanged();
+    expectRows("a call of the other number", {"23: e4", "22: e3 e2", "11: e1"});
 }
 
 TEST_F(DirectoryFlowsTest, WhomADirectoryFoundIsShownSavedAndCalled)

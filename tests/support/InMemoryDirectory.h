@@ -33,16 +33,22 @@ inline std::string entryXml(const Fields& fields)
 class InMemoryDirectory : public DirectoryServiceIfc
 {
   public:
-    void write(const std::string& xml, bool notify) override
+    bool write(const std::string& xml, bool notify) override
     {
         written.push_back(xml);
-        const std::string known = idOf(xml);
-        const std::string id = known.empty() ? put(xml) : known;
-        contacts[id] = known.empty() ? contacts[id] : xml;
+        if (refuses)
+        {
+            return false;
+        }
+        const std::string given = idOf(xml);
+        const bool isNew = contacts.count(given) == 0;
+        const std::string id = given.empty() ? put(xml) : given;
+        contacts[id] = given.empty() ? contacts[id] : xml;
         if (notify && observer)
         {
-            known.empty() ? observer->newContact(contacts[id]) : observer->contactUpdated(xml);
+            isNew ? observer->newContact(contacts[id]) : observer->contactUpdated(xml);
         }
+        return true;
     }
 
     std::string read(const std::string& xml) override
@@ -92,5 +98,6 @@ class InMemoryDirectory : public DirectoryServiceIfc
     std::function<void(const std::string&)> whenSearched = [](const std::string&) {};
     DirectoryServiceObserverIfc* observer = nullptr;
     int lastId = 0;
+    bool refuses = false; ///< whatever is written
 };
 } // namespace Testing
