@@ -1,10 +1,10 @@
+/** A flag that is set for as long as something goes on, however that ends. */
 #pragma once
 
 #include <utility>
 
 namespace ConversationAPI
 {
-/** A flag that is set as long as the scope lasts. */
 class ScopedFlag
 {
   public:

@@ -9,6 +9,7 @@
 #include "ConversationAPI/HasConversationAnyNumberMatchingCondition.h"
 #include "Log.h"
 #include "Observers.h"
+#include "ScopedFlag.h"
 #include "aggregation/ContactRegrouping.h"
 #include "aggregation/ConversationItemAggregatorLog.h"
 #include "aggregation/ItemBatches.h"
@@ -397,13 +398,12 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
 /** A phonebook of thousands would otherwise have all identifiers looked through as often. */
 void ConversationItemAggregator::contactsUpdated(const std::vector<Conversation*>& contacts)
 {
-    collectsIdsLater_ = true;
     regrouping_->noteAllContacts(contacts);
-    for (Conversation* contact : contacts)
     {
-        conversationUpdated(contact);
+        const ScopedFlag collectsLater(collectsIdsLater_);
+        std::for_each(contacts.begin(), contacts.end(),
+                      [this](Conversation* contact) { conversationUpdated(contact); });
     }
-    collectsIdsLater_ = false;
     triggerGarbageCollectionOnIDGenerators();
 }
 

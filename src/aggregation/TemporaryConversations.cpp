@@ -22,7 +22,7 @@ void handOver(ConversationList& list, NotificationRound& round)
     }
 }
 
-/** History changes only by being seen; of a live call much may. */
+/** Calls of the history change only by being seen; of a live call and of a message much may. */
 bool isSameHistoryItem(ConversationItem& a, ConversationItem& b)
 {
     const auto facts = [](ConversationItem& item)
@@ -30,12 +30,15 @@ bool isSameHistoryItem(ConversationItem& a, ConversationItem& b)
         return std::make_tuple(item.getState(), item.timeStampUTC(), item.getItemId(), item.conversationItemId(),
                                item.toString(), item.numberOfNewEvents());
     };
-    return !a.isActiveOrProgressingOrClearing() && facts(a) == facts(b);
+    return a.isNonActiveCall() && facts(a) == facts(b);
 }
 
+/** Of a group more may change than is compared here. */
 bool tellsTheSame(const Conversation& a, const Conversation& b)
 {
-    return *a.contactDetails() == *b.contactDetails() && *a.contactProfile() == *b.contactProfile() &&
+    return a.getType() == Conversation::DIRECT && b.getType() == Conversation::DIRECT &&
+           a.getSource() == b.getSource() && a.exchangeContactIdText() == b.exchangeContactIdText() &&
+           *a.contactDetails() == *b.contactDetails() && *a.contactProfile() == *b.contactProfile() &&
            a.getPresenceState() == b.getPresenceState() && a.getContactSource() == b.getContactSource() &&
            std::equal(a.items().begin(), a.items().end(), b.items().begin(), b.items().end(),
                       [](const auto& mine, const auto& theirs) { return isSameHistoryItem(*mine, *theirs); });
