@@ -1,11 +1,12 @@
 #include "platform/Semaphore.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <pthread.h>
+#include <sys/single_threaded.h>
 
 namespace
 {
@@ -14,11 +15,18 @@ unsigned long currentThread()
     return static_cast<unsigned long>(pthread_self());
 }
 
-/** Two threads that give back too much at once must not both see room for one unit. */
-std::mutex& releaseMutex()
+/** Where threads wait for a unit of whichever semaphore. There are thousands of semaphores, and hardly ever a wait. */
+struct WaitingRoom
 {
-    static std::mutex& mutex = *new std::mutex; // still needed by statics that are destroyed late
-    return mutex;
+    std::mutex mutex;
+    std::condition_variable unitGivenBack;
+    std::atomic<int> threads{0};
+};
+
+WaitingRoom& waitingRoom()
+{
+    static WaitingRoom& room = *new WaitingRoom; // still needed by statics that are destroyed late
+    return room;
 }
 
 [[noreturn]] void abortOnSecondTake(const void* semaphore)
@@ -29,27 +37,40 @@ std::mutex& releaseMutex()
 }
 } // namespace
 
-Semaphore::Semaphore(int count, int max, bool /*flag*/) : max_(std::max(max, 1))
+Semaphore::Semaphore(int count, int max, bool /*flag*/)
+    : units_(std::clamp(count, 0, std::max(max, 1))), max_(std::max(max, 1))
 {
-    sem_init(&units_, 0, static_cast<unsigned>(std::clamp(count, 0, max_)));
 }
 
-Semaphore::~Semaphore()
+Semaphore::~Semaphore() = default;
+
+bool Semaphore::tryTake()
 {
-    sem_destroy(&units_);
+    int units = units_.load(std::memory_order_relaxed);
+    if (__libc_single_threaded)
+    {
+        units_.store(std::max(units - 1, 0), std::memory_order_relaxed);
+        return units > 0;
+    }
+    while (units > 0 && !units_.compare_exchange_weak(units, units - 1))
+    {
+    }
+    return units > 0;
 }
 
 void Semaphore::acquire()
 {
-    if (sem_trywait(&units_) != 0)
+    if (!tryTake())
     {
         if (max_ == 1 && holder_.load(std::memory_order_relaxed) == currentThread())
         {
             abortOnSecondTake(this);
         }
-        while (sem_wait(&units_) != 0 && errno == EINTR)
-        {
-        }
+        WaitingRoom& room = waitingRoom();
+        std::unique_lock<std::mutex> guard(room.mutex);
+        ++room.threads; // before the next look: whoever gives a unit back later sees that somebody waits
+        room.unitGivenBack.wait(guard, [this] { return tryTake(); });
+        --room.threads;
     }
     if (max_ == 1)
     {
@@ -59,17 +80,23 @@ void Semaphore::acquire()
 
 void Semaphore::release()
 {
-    // Cleared before the unit becomes free: afterwards the next holder has written its own name.
-    if (max_ == 1 && holder_.exchange(0, std::memory_order_relaxed) != 0)
+    if (max_ == 1)
     {
-        sem_post(&units_);
+        holder_.store(0, std::memory_order_relaxed); // before the next holder can write its own name
+    }
+    int units = units_.load(std::memory_order_relaxed);
+    if (__libc_single_threaded)
+    {
+        units_.store(std::min(units + 1, max_), std::memory_order_relaxed);
         return;
     }
-    const std::lock_guard<std::mutex> guard(releaseMutex());
-    int units = 0;
-    sem_getvalue(&units_, &units);
-    if (units < max_)
+    while (units < max_ && !units_.compare_exchange_weak(units, units + 1))
     {
-        sem_post(&units_);
+    }
+    WaitingRoom& room = waitingRoom();
+    if (room.threads != 0)
+    {
+        const std::lock_guard<std::mutex> guard(room.mutex);
+        room.unitGivenBack.notify_all();
     }
 }

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <atomic>
-#include <semaphore.h>
 
 class Semaphore
 {
@@ -26,7 +25,9 @@ class Semaphore
     void release();
 
   private:
-    sem_t units_;
+    bool tryTake();
+
+    std::atomic<int> units_;
     const int max_;
     std::atomic<unsigned long> holder_{0}; ///< thread that holds the only unit, 0 when free or max is not 1
 };

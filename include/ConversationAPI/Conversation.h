@@ -165,8 +165,11 @@ class Conversation : public ConversationContact
     void append(ConversationItem* item);
     void prepend(ConversationItem* item) { append(item); }
 
-    /** append() for each of the items, which it takes, none of them null; observers are told once. */
-    void appendAll(const std::vector<ConversationItem*>& items);
+    /**
+     * append() for each of the calls, which it takes; observers are told once. Each has one party, of the same number
+     * all of them, without further numbers, and no id.
+     */
+    void appendCalls(std::vector<DataThatShouldBeClonedOnCopy::HeldItem>& calls);
 
     /** Replaces the item of the same item id, else adds it. */
     void updateItem(ConversationItem* item);
@@ -258,6 +261,7 @@ class Conversation : public ConversationContact
   private:
     friend class ConversationMerge;
 
+    using HeldItem = DataThatShouldBeClonedOnCopy::HeldItem;
     using OwnedItem = DataThatShouldBeClonedOnCopy::OwnedItem;
 
     Conversation(const Conversation& other);
@@ -276,7 +280,8 @@ class Conversation : public ConversationContact
     }
     void addWithContact(OwnedItem item);
     void addItem(OwnedItem item);
-    void addOldest(OwnedItem item);
+    void addOldest(HeldItem item);
+    bool hasNothingToLearnFrom(const ConversationItem& call) const;
     void replaceCall(OwnedItem item);
     void consumeItem(OwnedItem item);
 
@@ -306,7 +311,7 @@ class Conversation : public ConversationContact
     bool phantom_ = false;
     bool temporary_ = false;
     bool extraActive_ = false;
-    ConversationObservers observers_;
     UpdateReason updateReason_ = CONTENT_UPDATED;
+    ConversationObservers observers_;
 };
 } // namespace ConversationAPI

@@ -193,16 +193,16 @@ class ConversationContact
     void convertNumbers();
     void takeFreeNumber(ContactNumberSlot slot, const std::string& number);
 
-    Type type_ = DIRECT;
     CopyOnWrite<GroupDetails> group_;
     SharedText exchangeContactId_;
     CopyOnWrite<ContactDetails> contact_;
     CopyOnWrite<ContactProfile> profile_;
-    bool searchIdUsed_ = false;
-    PresenceState presence_ = UNKNOWN_PRESENCE;
-    ContactSource contactSource_ = NO_CONTACT;
     SharedText contactId_;
     ConversationSourceIfc* source_ = nullptr;
     DigitAnalysisServiceIfc* digitAnalysis_ = nullptr;
+    Type type_ = DIRECT;
+    PresenceState presence_ = UNKNOWN_PRESENCE;
+    ContactSource contactSource_ = NO_CONTACT;
+    bool searchIdUsed_ = false;
 };
 } // namespace ConversationAPI

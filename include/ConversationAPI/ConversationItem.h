@@ -261,23 +261,25 @@ class ConversationItem
 
     ConversationParticipant* firstParty() { return participants_.empty() ? nullptr : &participants_.front(); }
 
-    Participants participants_;
+    // What tells where an item belongs comes first: a rebuild looks at that of thousands, in as few cache lines as can
+    // be.
     long timeStamp_ = 0;
-    long modificationTimeStamp_ = 0; ///< 0: never modified
-    bool clone_ = false;
-    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
     SharedText conversationId_;
     SharedText conversationItemId_;
-    CopyOnWrite<Rarities> rarities_;
-    NumberType::NT lastPhoneNumberType_ = NumberType::NONE;
-    ConversationParticipantFactory* participantFactory_ = nullptr;
-    std::string entryId_;
+    SharedText exchangeContactId_;
+    SharedText callId_; ///< here, so that comparing two live calls copies no text
+    forwardInfo forwardInfo_ = NO_FORWARD_INFO;
+    bool conferenceConversation_ = false;
+    bool clone_ = false;
     bool deleteOnConversationList_ = true;
     bool largeConference_ = false;
+    Participants participants_;
+    std::string entryId_;
+    long modificationTimeStamp_ = 0; ///< 0: never modified
     SharedText lastPhoneNumber_;
-    SharedText exchangeContactId_;
-    bool conferenceConversation_ = false;
-    forwardInfo forwardInfo_ = NO_FORWARD_INFO;
-    SharedText callId_; ///< here, so that comparing two live calls copies no text
+    CopyOnWrite<Rarities> rarities_;
+    ConversationParticipantFactory* participantFactory_ = nullptr;
+    NumberType::NT lastPhoneNumberType_ = NumberType::NONE;
+    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
 };
 } // namespace ConversationAPI

@@ -148,7 +148,6 @@ class ConversationList : public ConversationModificationObserverIfc
     Conversation* detach(std::size_t position);
     Conversation* detach(Conversation* conversation);
     std::vector<Conversation*> detachAll();
-    void associateNumberWithConversation(const char* type, const std::string& number, Conversation* conversation);
 
     ModifiedConversationsList modified_;
     std::unique_ptr<IndexedConversations> conversations_;

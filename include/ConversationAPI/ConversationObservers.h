@@ -30,7 +30,7 @@ class ConversationObservers
     void tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count);
 
   private:
-    using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;
+    using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 1>;
 
     /** `first` is the number now, `second` the number before; "" where there is none. */
     void notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,

@@ -5,7 +5,10 @@
  */
 #pragma once
 
-#include <memory>
+#include "ConversationAPI/ReferenceCount.h"
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <boost/smart_ptr/intrusive_ref_counter.hpp>
 
 namespace ConversationAPI
 {
@@ -13,39 +16,42 @@ template <typename Value>
 class CopyOnWrite
 {
   public:
-    const Value& operator*() const { return value_ ? *value_ : untouched(); }
+    const Value& operator*() const { return shared_ ? shared_->value : untouched(); }
     const Value* operator->() const { return &**this; }
 
     /** Whether the value was ever written to. */
-    bool isSet() const { return value_ != nullptr; }
+    bool isSet() const { return shared_ != nullptr; }
 
     /** Whether both are copies of which neither was written to since. */
-    bool sharesWith(const CopyOnWrite& other) const { return value_ == other.value_; }
+    bool sharesWith(const CopyOnWrite& other) const { return shared_ == other.shared_; }
 
     /** The value to change: this object's own from now on. Valid until the next copy of this object. */
     Value& write()
     {
-        if (!value_)
+        if (!shared_ || shared_->use_count() > 1)
         {
-            value_ = std::make_shared<Value>();
+            shared_ = new Shared(**this);
         }
-        else if (value_.use_count() > 1)
-        {
-            value_ = std::make_shared<Value>(*value_);
-        }
-        return *value_;
+        return shared_->value;
     }
 
     /** Back to the untouched value. */
-    void reset() { value_.reset(); }
+    void reset() { shared_.reset(); }
 
   private:
+    struct Shared : boost::intrusive_ref_counter<Shared, ReferenceCount>
+    {
+        explicit Shared(const Value& initial) : value(initial) {}
+
+        Value value;
+    };
+
     static const Value& untouched()
     {
         static const Value value{};
         return value;
     }
 
-    std::shared_ptr<Value> value_;
+    boost::intrusive_ptr<Shared> shared_;
 };
 } // namespace ConversationAPI

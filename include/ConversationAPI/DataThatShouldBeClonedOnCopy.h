@@ -33,6 +33,9 @@ class DataThatShouldBeClonedOnCopy
       public:
         explicit HeldItem(OwnedItem item);
 
+        /** With its time, which is not looked up. */
+        HeldItem(OwnedItem item, long time) : item_(std::move(item)), time_(time) {}
+
         ConversationItem& operator*() const { return *item_; }
         ConversationItem* operator->() const { return item_.get(); }
         ConversationItem* get() const { return item_.get(); }
@@ -44,7 +47,7 @@ class DataThatShouldBeClonedOnCopy
         long time_;
     };
 
-    using Items = boost::container::small_vector<HeldItem, 2>;
+    using Items = boost::container::small_vector<HeldItem, 1>;
 
     DataThatShouldBeClonedOnCopy();
     DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other);
@@ -72,7 +75,7 @@ class DataThatShouldBeClonedOnCopy
     void insert(OwnedItem item);
 
     /** One that isOlderThanAll(). */
-    void pushBack(OwnedItem item) { items_.emplace_back(std::move(item)); }
+    void pushBack(HeldItem item) { items_.push_back(std::move(item)); }
 
     /** Deletes every item for which the predicate holds. */
     template <typename Predicate>
@@ -117,6 +120,9 @@ class DataThatShouldBeClonedOnCopy
 
     /** Whether there are so many items, all of the history, and the item would stand behind all of them. */
     bool isOlderThanAll(const ConversationItem& item, std::size_t count) const;
+
+    /** The same for a plain item of this time. */
+    bool isOlderThanAll(long time, std::size_t count) const;
     void reserve(std::size_t count) { items_.reserve(count); }
 
     /** Deletes the last items beyond MOST_HISTORY_ITEMS, save while a live call stands first. */

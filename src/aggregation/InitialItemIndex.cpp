@@ -4,20 +4,11 @@
 #include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
-#include <functional>
 #include <string_view>
 
 namespace ConversationAPI
 {
-namespace
-{
-std::size_t hashOf(std::uint64_t kind, std::string_view text)
-{
-    return std::hash<std::string_view>()(text) ^ static_cast<std::size_t>(kind * 0x9E3779B97F4A7C15U);
-}
-} // namespace
-
-enum class InitialItemIndex::Kind : std::uint64_t
+enum class InitialItemIndex::Kind : std::uint32_t
 {
     EXCHANGE_CONTACT,
     CONVERSATION,
@@ -35,7 +26,7 @@ void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
     {
         if (applies)
         {
-            use(hashOf(static_cast<std::uint64_t>(kind), text));
+            use(KeyIndex<std::uint32_t>::hashOf(text) ^ (static_cast<std::uint32_t>(kind) * 0x9E3779B1U));
         }
     };
     useIf(item.hasExchangeContactId(), Kind::EXCHANGE_CONTACT, item.exchangeContactIdText().view());
@@ -58,54 +49,23 @@ void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
 
 InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversations)
 {
-    entries_.reserve(3 * conversations.size());
+    index_.reserve(2 * conversations.size());
     for (std::size_t place = 0; place < conversations.size(); ++place)
     {
         if (const ConversationItem* item = conversations[place]->initialItem())
         {
-            forEachKey(*item,
-                       [&](std::size_t hash) {
-                           entries_.push_back({hash, static_cast<std::uint32_t>(place), 0});
-                       });
+            forEachKey(*item, [&](std::uint32_t hash) { index_.addHash(hash, static_cast<std::uint32_t>(place)); });
         }
-    }
-    makeBuckets();
-}
-
-void InitialItemIndex::makeBuckets()
-{
-    std::size_t size = 16;
-    while (size < entries_.size())
-    {
-        size *= 2;
-    }
-    buckets_.assign(size, 0);
-    std::uint32_t number = 0;
-    for (Entry& entry : entries_)
-    {
-        std::uint32_t& first = buckets_[entry.hash & (size - 1)];
-        entry.next = first;
-        first = ++number;
     }
 }
 
 const InitialItemIndex::Places& InitialItemIndex::placesLike(const ConversationItem& item, std::size_t first)
 {
     places_.clear();
-    forEachKey(item,
-               [&](std::size_t hash)
-               {
-                   std::uint32_t next = buckets_[hash & (buckets_.size() - 1)];
-                   while (next != 0)
-                   {
-                       const Entry& entry = entries_[next - 1];
-                       if (entry.hash == hash && entry.place >= first)
-                       {
-                           places_.push_back(entry.place);
-                       }
-                       next = entry.next;
-                   }
-               });
+    forEachKey(item, [this](std::uint32_t hash) { index_.collectHash(hash, places_); });
+    places_.erase(
+        std::remove_if(places_.begin(), places_.end(), [first](std::uint32_t place) { return place < first; }),
+        places_.end());
     std::sort(places_.begin(), places_.end());
     places_.erase(std::unique(places_.begin(), places_.end()), places_.end());
     return places_;

@@ -6,6 +6,8 @@
  */
 #pragma once
 
+#include "model/KeyIndex.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -27,22 +29,12 @@ class InitialItemIndex
 
   private:
     /** What two items can have in common; each kind has hashes of its own. */
-    enum class Kind : std::uint64_t;
-
-    struct Entry
-    {
-        std::size_t hash;
-        std::uint32_t place;
-        std::uint32_t next; ///< of the same bucket: place in entries_ plus 1, 0 for none
-    };
+    enum class Kind : std::uint32_t;
 
     template <typename Use>
     static void forEachKey(const ConversationItem& item, Use use);
 
-    void makeBuckets();
-
-    std::vector<Entry> entries_;
-    std::vector<std::uint32_t> buckets_; ///< first entry of each, as Entry::next
+    KeyIndex<std::uint32_t> index_;
     Places places_;
 };
 } // namespace ConversationAPI

@@ -41,9 +41,12 @@ void LaterItems::appendBefore(Conversation& conversation, const Ranked& bound)
 
 void LaterItems::append(Conversation& conversation, const Ranked* first, const Ranked* end)
 {
-    items_.clear();
-    std::transform(first, end, std::back_inserter(items_), [](const Ranked& one) { return one.item; });
-    conversation.appendAll(items_);
+    calls_.clear();
+    for (; first != end; ++first)
+    {
+        calls_.emplace_back(std::unique_ptr<ConversationItem>(first->item), first->time);
+    }
+    conversation.appendCalls(calls_);
 }
 
 void LaterItems::appendAll()

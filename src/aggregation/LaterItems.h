@@ -7,6 +7,7 @@
  */
 #pragma once
 
+#include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
 #include "aggregation/ItemBatches.h"
 
 #include <unordered_map>
@@ -41,6 +42,6 @@ class LaterItems
 
     /** Of conversations, in waiting_; empty until the first gets items of two batches, which is rare. */
     std::unordered_multimap<const Conversation*, std::size_t> places_;
-    std::vector<ConversationItem*> items_; ///< memory for those of one conversation
+    std::vector<DataThatShouldBeClonedOnCopy::HeldItem> calls_; ///< memory for those of one conversation
 };
 } // namespace ConversationAPI

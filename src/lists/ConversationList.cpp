@@ -72,17 +72,8 @@ void ConversationList::conversationNumberUpdated(numberUpdateReason reason, Conv
 
 void ConversationList::conversationRegistered(Conversation* conversation)
 {
-    associateNumberWithConversation("work1", conversation->getWorkNumber1(), conversation);
-    associateNumberWithConversation("work2", conversation->getWorkNumber2(), conversation);
-    associateNumberWithConversation("mobile", conversation->getMobileNumber(), conversation);
-    associateNumberWithConversation("home", conversation->getHomeNumber(), conversation);
+    numbers_->associate(conversation->contactDetails(), conversation);
     conversations_->setObserved(conversation, true);
-}
-
-void ConversationList::associateNumberWithConversation(const char*, const std::string& number,
-                                                       Conversation* conversation)
-{
-    numbers_->associate(number, conversation);
 }
 
 void ConversationList::conversationUnregistered(Conversation* conversation)

@@ -228,7 +228,7 @@ void IndexedConversations::refresh(Member& member)
     reindex(byId_, member, member.id,
             isPhantom ? SharedText(conversation.getConversationId()) : conversation.storedIdText());
     reindex(byExchangeContactId_, member, member.exchangeContactId, conversation.exchangeContactIdText());
-    if (!member.callIds.empty() || member.isLive || !conversation.holdsOnlyPlainItems())
+    if (!member.callIds->empty() || member.isLive || !conversation.holdsOnlyPlainItems())
     {
         refreshCallIds(member);
     }
@@ -263,11 +263,11 @@ void IndexedConversations::refreshCallIds(Member& member)
             callIds.push_back(callId);
         }
     }
-    if (callIds != member.callIds)
+    if (callIds != *member.callIds)
     {
         forgetCallIds(member);
-        member.callIds = std::move(callIds);
-        for (const SharedText& callId : member.callIds)
+        member.callIds.write() = std::move(callIds);
+        for (const SharedText& callId : *member.callIds)
         {
             byCallId_.add(callId.view(), &member);
         }
@@ -281,11 +281,11 @@ void IndexedConversations::refreshCallIds(Member& member)
 
 void IndexedConversations::forgetCallIds(Member& member)
 {
-    for (const SharedText& callId : member.callIds)
+    for (const SharedText& callId : *member.callIds)
     {
         byCallId_.remove(callId.view(), &member);
     }
-    member.callIds.clear();
+    member.callIds.reset();
 }
 
 void IndexedConversations::insertContact(Index& index, Member& member)

@@ -53,7 +53,7 @@ class IndexedConversations
   private:
     using Member = ListMember;
 
-    using Index = KeyIndex<Member>;
+    using Index = KeyIndex<Member*>;
     using Group = std::pmr::unordered_set<Member*>;
     class Candidates;
 
@@ -71,14 +71,14 @@ class IndexedConversations
 
     ListSequence sequence_;
     std::vector<Conversation*> stale_;
-    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    std::pmr::unsynchronized_pool_resource memory_; ///< of the members and their groups
     std::pmr::unordered_map<Conversation*, Member> members_{&memory_};
     Group unobserved_{&memory_};
     Group anonymous_{&memory_};
     Group live_{&memory_};
-    Index byNumber_{&memory_};
-    Index byId_{&memory_};
-    Index byExchangeContactId_{&memory_};
-    Index byCallId_{&memory_};
+    Index byNumber_;
+    Index byId_;
+    Index byExchangeContactId_;
+    Index byCallId_;
 };
 } // namespace ConversationAPI

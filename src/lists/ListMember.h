@@ -25,6 +25,6 @@ struct ListMember
     CopyOnWrite<ContactDetails> contact;
     SharedText id;
     SharedText exchangeContactId;
-    std::vector<SharedText> callIds;
+    CopyOnWrite<std::vector<SharedText>> callIds;
 };
 } // namespace ConversationAPI

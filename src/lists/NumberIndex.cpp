@@ -15,18 +15,26 @@ void NumberIndex::associate(const std::string& number, Conversation* conversatio
 {
     if (!number.empty())
     {
-        note({number, conversation, false});
+        note({SharedText(number), conversation, {}, false});
+    }
+}
+
+void NumberIndex::associate(const CopyOnWrite<ContactDetails>& contact, Conversation* conversation)
+{
+    if (contact.isSet())
+    {
+        note({{}, conversation, contact, false});
     }
 }
 
 void NumberIndex::remove(const std::string& number)
 {
-    note({number, nullptr, true});
+    note({SharedText(number), nullptr, {}, true});
 }
 
 void NumberIndex::remove(Conversation* conversation)
 {
-    note({{}, conversation, true});
+    note({{}, conversation, {}, true});
 }
 
 void NumberIndex::clear()
@@ -63,30 +71,59 @@ void NumberIndex::applyChanges() const
 
 void NumberIndex::apply(const Change& change) const
 {
-    if (change.isRemoval && change.conversation)
-    {
-        removeNow(change.conversation);
-        return;
-    }
-    const auto known = numbers_.find(change.number);
     if (change.isRemoval)
     {
-        if (known != numbers_.end())
+        if (change.conversation)
         {
-            forgetClaim(*known);
-            numbers_.erase(known);
+            removeNow(change.conversation);
+        }
+        else
+        {
+            removeNow(change.number.str());
         }
     }
-    else if (known == numbers_.end())
+    else if (change.contact.isSet())
     {
-        const auto added = numbers_.emplace(change.number, change.conversation).first;
-        claims_[change.conversation].push_back(&*added);
+        const ContactNumbers& numbers = change.contact->numbers;
+        associateNumberWithConversation("work1", numbers[WORK_1_SLOT], change.conversation);
+        associateNumberWithConversation("work2", numbers[WORK_2_SLOT], change.conversation);
+        associateNumberWithConversation("mobile", numbers[MOBILE_SLOT], change.conversation);
+        associateNumberWithConversation("home", numbers[HOME_SLOT], change.conversation);
     }
-    else if (known->second != change.conversation)
+    else
+    {
+        associateNumberWithConversation("", change.number.str(), change.conversation);
+    }
+}
+
+/** Whose number it was loses it. */
+void NumberIndex::associateNumberWithConversation(const char*, const std::string& number,
+                                                  Conversation* conversation) const
+{
+    if (number.empty())
+    {
+        return;
+    }
+    const auto [known, isNew] = numbers_.emplace(number, conversation);
+    if (!isNew && known->second == conversation)
+    {
+        return;
+    }
+    if (!isNew)
     {
         forgetClaim(*known);
-        known->second = change.conversation;
-        claims_[change.conversation].push_back(&*known);
+        known->second = conversation;
+    }
+    claims_[conversation].push_back(&*known);
+}
+
+void NumberIndex::removeNow(const std::string& number) const
+{
+    const auto known = numbers_.find(number);
+    if (known != numbers_.end())
+    {
+        forgetClaim(*known);
+        numbers_.erase(known);
     }
 }
 

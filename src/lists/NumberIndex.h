@@ -9,6 +9,10 @@
  */
 #pragma once
 
+#include "ConversationAPI/ContactDetails.h"
+#include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/SharedText.h"
+
 #include <boost/container/small_vector.hpp>
 
 #include <memory_resource>
@@ -27,6 +31,9 @@ class NumberIndex
 
     /** The number is this conversation's from now on; "" is nobody's. */
     void associate(const std::string& number, Conversation* conversation);
+
+    /** All four numbers, in their order. */
+    void associate(const CopyOnWrite<ContactDetails>& contact, Conversation* conversation);
     void remove(const std::string& number);
     void remove(Conversation* conversation);
     void clear();
@@ -50,11 +57,15 @@ class NumberIndex
   private:
     using Claims = boost::container::small_vector<Numbers::pointer, 1>;
 
-    /** A number that a conversation claims or, without conversation, that goes; without number, a conversation. */
+    /**
+     * A number that a conversation claims or, without conversation, that goes; without number, a conversation that
+     * goes or, with contact, that claims the contact's numbers: as most do, for which copying the numbers is too dear.
+     */
     struct Change
     {
-        std::string number;
+        SharedText number;
         Conversation* conversation;
+        CopyOnWrite<ContactDetails> contact;
         bool isRemoval;
     };
 
@@ -76,6 +87,8 @@ class NumberIndex
     void note(Change change);
     void applyChanges() const;
     void apply(const Change& change) const;
+    void associateNumberWithConversation(const char* type, const std::string& number, Conversation* conversation) const;
+    void removeNow(const std::string& number) const;
     void removeNow(Conversation* conversation) const;
     void forgetClaim(Numbers::value_type& number) const;
 

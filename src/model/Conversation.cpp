@@ -147,25 +147,50 @@ void Conversation::append(ConversationItem* item)
     }
 }
 
-void Conversation::appendAll(const std::vector<ConversationItem*>& items)
+void Conversation::appendCalls(std::vector<HeldItem>& calls)
 {
-    if (items.empty())
+    if (calls.empty())
     {
         return;
     }
     const CopyOnWrite<ContactDetails> before = contactDetails();
+    const bool isPartyKnown = hasNothingToLearnFrom(*calls.front());
     {
         const CriticalSection guard(lock_);
-        data_.reserve(std::min(data_.items().size() + items.size(), MOST_HISTORY_ITEMS + 1));
-        for (std::size_t place = 0; place < items.size(); ++place)
+        data_.reserve(std::min(data_.items().size() + calls.size(), MOST_HISTORY_ITEMS + 1));
+        for (std::size_t place = 0; place < calls.size(); ++place)
         {
-            prefetch(*items[std::min(place + PREFETCH_DISTANCE, items.size() - 1)]);
-            takeContactFrom(*items[place]);
-            addItem(OwnedItem(items[place]));
+            HeldItem& call = calls[place];
+            prefetch(*calls[std::min(place + PREFETCH_DISTANCE, calls.size() - 1)]);
+            const bool isOldest = call->isNonActiveCall() && data_.isOlderThanAll(call.time(), 1);
+            if (!isPartyKnown || !isOldest)
+            {
+                takeContactFrom(*call);
+            }
+            if (isOldest && !id_.empty())
+            {
+                addOldest(std::move(call));
+            }
+            else
+            {
+                addItem(call.take());
+            }
         }
     }
     contactNumbersChanged(before->numbers);
     notifyObserversConversationIsModified();
+}
+
+/** Of one of the calls for appendCalls() that is older than what is held; true for all of them or for none. */
+bool Conversation::hasNothingToLearnFrom(const ConversationItem& call) const
+{
+    if (getContactSource() != NO_CONTACT)
+    {
+        return true;
+    }
+    const ConversationParticipant& party = call.participants().front();
+    const bool isNamed = !getFirstName().empty() || !getLastName().empty();
+    return isNamed && !party.hasFurtherNumbers() && contactDetails()->holdsAmongTheFour(party.comparableNumberText());
 }
 
 void Conversation::addWithContact(OwnedItem item)
@@ -176,7 +201,7 @@ void Conversation::addWithContact(OwnedItem item)
 }
 
 /** One more call of the history behind others of it, which a rebuild adds most of all: nothing else changes. */
-void Conversation::addOldest(OwnedItem item)
+void Conversation::addOldest(HeldItem item)
 {
     itemWasAdded_ = true;
     journalEntries_.add(item->getItemId());
@@ -192,7 +217,7 @@ void Conversation::addItem(OwnedItem item)
 {
     if (!id_.empty() && item->isNonActiveCall() && data_.isOlderThanAll(*item, 1))
     {
-        addOldest(std::move(item));
+        addOldest(HeldItem(std::move(item)));
         return;
     }
     const bool heldOnlyPlainItems = data_.holdsOnlyPlainItems();

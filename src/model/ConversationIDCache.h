@@ -72,19 +72,19 @@ class ConversationIDCache
     }
 
   private:
-    using Index = KeyIndex<const Entry>;
+    using Index = KeyIndex<const Entry*>;
 
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(Entries::iterator entry);
 
     const bool isIndexUsed_;
-    std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    std::pmr::unsynchronized_pool_resource memory_; ///< of the entries
     Entries entries_{&memory_};
     std::pmr::unordered_map<std::string_view, Entries::iterator> byId_{&memory_}; ///< the ids are those of the entries
-    Index byParty_{&memory_};
-    Index byExchangeContactId_{&memory_};
-    Index byConversationId_{&memory_};
-    Index byCallId_{&memory_};
+    Index byParty_;
+    Index byExchangeContactId_;
+    Index byConversationId_;
+    Index byCallId_;
     std::uint64_t nextSequence_ = 0;
 };
 } // namespace ConversationAPI

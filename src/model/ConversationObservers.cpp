@@ -59,7 +59,8 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, const 
     {
         return;
     }
-    const ContactNumbers now = conversation.contactDetails()->numbers;
+    const CopyOnWrite<ContactDetails> contact = conversation.contactDetails(); // whatever observers do
+    const ContactNumbers& now = contact->numbers;
     for (std::size_t slot = 0; slot < count; ++slot)
     {
         if (slot >= now.size())

@@ -121,8 +121,12 @@ bool DataThatShouldBeClonedOnCopy::holdsEndLaterThan(const ConversationItem& ite
 /** All are asked: a held call that stood among them may have left them in another order than that of their times. */
 bool DataThatShouldBeClonedOnCopy::isOlderThanAll(const ConversationItem& item, std::size_t count) const
 {
-    const long time = item.timeStampUTC();
-    return holdsOnlyPlainItems() && items_.size() >= count && isPlain(item) &&
+    return isOlderThanAll(item.timeStampUTC(), count) && isPlain(item);
+}
+
+bool DataThatShouldBeClonedOnCopy::isOlderThanAll(long time, std::size_t count) const
+{
+    return holdsOnlyPlainItems() && items_.size() >= count &&
            std::all_of(items_.begin(), items_.end(), [time](const HeldItem& held) { return time < held.time(); });
 }
 

@@ -99,8 +99,8 @@ ItemStanding standingOf(const ConversationItem* item)
     }
     const ConversationItemState state = item->getState();
     return isOrderedByTimeAlone(state)
-               ? ItemStanding{ItemStanding::BY_TIME, item->timeStampUTC(), ConversationItemState::NO_STATE}
-               : ItemStanding{ItemStanding::BESIDE_OTHERS, item->timeStampUTC(), state};
+               ? ItemStanding{item->timeStampUTC(), ItemStanding::BY_TIME, ConversationItemState::NO_STATE}
+               : ItemStanding{item->timeStampUTC(), ItemStanding::BESIDE_OTHERS, state};
 }
 
 bool comesBefore(const ConversationItem& timed, const ConversationItem& other, bool cameBefore)

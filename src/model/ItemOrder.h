@@ -31,8 +31,8 @@ struct ItemStanding
         BEHIND_ALL     ///< there is no item
     };
 
-    Kind kind = BEHIND_ALL;
     long time = 0;
+    Kind kind = BEHIND_ALL;
     ConversationItemState state = ConversationItemState::NO_STATE; ///< of one that is compared, else none
 
     bool operator==(const ItemStanding& other) const

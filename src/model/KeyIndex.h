@@ -3,37 +3,59 @@
  *
  * Only hashes of the texts are kept, so looking up reads no text but the one that is sought. It names everything that
  * was added under the text and, rarely, something else: whoever asks tests what is named.
+ *
+ * Made for being filled, asked and emptied thousands of times over: the entries lie in one piece of memory, chained
+ * from the buckets, where a map of the standard library has a piece for each.
  */
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
-#include <memory_resource>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace ConversationAPI
 {
+/** A thing is a pointer or a number. */
 template <typename Thing>
 class KeyIndex
 {
   public:
-    explicit KeyIndex(std::pmr::memory_resource* memory) : things_(memory) { things_.max_load_factor(MOST_LOAD); }
+    bool empty() const { return size_ == 0; }
 
-    bool empty() const { return things_.empty(); }
-    void clear() { things_.clear(); }
-    void add(std::string_view key, Thing* thing) { things_.emplace(hash(key), thing); }
+    void clear()
+    {
+        entries_.clear();
+        std::fill(buckets_.begin(), buckets_.end(), NONE);
+        unused_ = NONE;
+        size_ = 0;
+    }
+
+    void reserve(std::size_t count) { entries_.reserve(count); }
+    void add(std::string_view key, Thing thing) { addHash(hashOf(key), thing); }
 
     /** Once, if it is there. */
-    void remove(std::string_view key, const Thing* thing)
+    void remove(std::string_view key, Thing thing)
     {
-        const auto range = things_.equal_range(hash(key));
-        const auto found =
-            std::find_if(range.first, range.second, [thing](const auto& entry) { return entry.second == thing; });
-        if (found != range.second)
+        if (empty())
         {
-            things_.erase(found);
+            return;
+        }
+        const std::uint32_t hash = hashOf(key);
+        std::uint32_t* link = &bucket(hash);
+        while (*link != NONE && (entries_[*link].hash != hash || entries_[*link].thing != thing))
+        {
+            link = &entries_[*link].next;
+        }
+        if (*link != NONE)
+        {
+            const std::uint32_t place = *link;
+            *link = entries_[place].next;
+            entries_[place].next = unused_;
+            unused_ = place;
+            --size_;
         }
     }
 
@@ -41,16 +63,86 @@ class KeyIndex
     template <typename Things>
     void collect(std::string_view key, Things& things) const
     {
-        const auto range = things_.equal_range(hash(key));
-        std::for_each(range.first, range.second, [&things](const auto& entry) { things.push_back(entry.second); });
+        collectHash(hashOf(key), things);
+    }
+
+    /** As add() and collect(), for whoever has a hash. */
+    void addHash(std::uint32_t hash, Thing thing)
+    {
+        std::uint32_t place = unused_;
+        if (place == NONE)
+        {
+            place = static_cast<std::uint32_t>(entries_.size());
+            entries_.push_back({hash, NONE, thing});
+        }
+        else
+        {
+            unused_ = entries_[place].next;
+            entries_[place] = {hash, NONE, thing};
+        }
+        ++size_;
+        if (size_ > buckets_.size())
+        {
+            growBuckets();
+        }
+        else
+        {
+            link(place);
+        }
+    }
+
+    template <typename Things>
+    void collectHash(std::uint32_t hash, Things& things) const
+    {
+        std::uint32_t place = buckets_.empty() ? NONE : buckets_[hash & (buckets_.size() - 1)];
+        for (; place != NONE; place = entries_[place].next)
+        {
+            if (entries_[place].hash == hash)
+            {
+                things.push_back(entries_[place].thing);
+            }
+        }
+    }
+
+    static std::uint32_t hashOf(std::string_view key)
+    {
+        const std::size_t hash = std::hash<std::string_view>()(key);
+        return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
     }
 
   private:
-    /** Low, because most of what is sought is not there, which an empty bucket tells at once. */
-    static constexpr float MOST_LOAD = 0.5F;
+    static constexpr std::uint32_t NONE = 0xFFFFFFFFU;
+    static constexpr std::size_t FEWEST_BUCKETS = 16; ///< a power of two, as their number always is
 
-    static std::size_t hash(std::string_view key) { return std::hash<std::string_view>()(key); }
+    struct Entry
+    {
+        std::uint32_t hash;
+        std::uint32_t next; ///< of the same bucket, or unused
+        Thing thing;
+    };
 
-    std::pmr::unordered_multimap<std::size_t, Thing*> things_;
+    std::uint32_t& bucket(std::uint32_t hash) { return buckets_[hash & (buckets_.size() - 1)]; }
+
+    void link(std::uint32_t place)
+    {
+        std::uint32_t& first = bucket(entries_[place].hash);
+        entries_[place].next = first;
+        first = place;
+    }
+
+    /** Twice as many as there are entries, all of which are in use: most of what is sought meets an empty bucket. */
+    void growBuckets()
+    {
+        buckets_.assign(std::max(FEWEST_BUCKETS, 2 * buckets_.size()), NONE);
+        for (std::uint32_t place = 0; place < entries_.size(); ++place)
+        {
+            link(place);
+        }
+    }
+
+    std::vector<Entry> entries_;
+    std::vector<std::uint32_t> buckets_; ///< the first entry of each
+    std::uint32_t unused_ = NONE;        ///< the first of the entries that are free
+    std::size_t size_ = 0;
 };
 } // namespace ConversationAPI

@@ -1,6 +1,7 @@
 #include "ConversationAPI/SharedText.h"
 
-#include <atomic>
+#include "ConversationAPI/ReferenceCount.h"
+
 #include <utility>
 
 namespace ConversationAPI
@@ -9,7 +10,7 @@ struct SharedText::Block
 {
     explicit Block(std::string content) : text(std::move(content)) {}
 
-    std::atomic<unsigned> owners{1};
+    ReferenceCount::type owners = 1;
     const std::string text;
 };
 
@@ -19,7 +20,7 @@ SharedText::SharedText(const SharedText& other) noexcept : block_(other.block_)
 {
     if (block_)
     {
-        block_->owners.fetch_add(1, std::memory_order_relaxed);
+        ReferenceCount::increment(block_->owners);
     }
 }
 
@@ -38,7 +39,7 @@ SharedText& SharedText::operator=(SharedText&& other) noexcept
 
 SharedText::~SharedText()
 {
-    if (block_ && block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    if (block_ && ReferenceCount::decrement(block_->owners) == 0)
     {
         delete block_;
     }
