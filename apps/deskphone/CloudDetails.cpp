@@ -99,7 +99,7 @@ CloudDetails cloudDetailsOf(const Conversation& conversation)
 {
     CloudDetails details;
     details.presence = presenceText(conversation.getPresenceState());
-    details.message = messageOf(conversation.initialItem());
+    details.message = messageOf(conversation.shownItem());
     for (const ConversationParticipant& participant : conversation.getGroupParticipants())
     {
         details.participants.push_back(userName(participant));

@@ -52,7 +52,7 @@ void ContactGrouping::conversationUpdated(Conversation* contact)
 void ContactGrouping::makeIdKnown(Conversation& contact)
 {
     ids_.garbageCollect();
-    ConversationAPI::ConversationItem* item = contact.initialItem();
+    const ConversationAPI::ConversationItem* item = contact.shownItem();
     if (item && !ids_.remembers(*item))
     {
         ids_.remember(contact.getConversationId(), item);
@@ -90,7 +90,7 @@ void ContactGrouping::conversationsChanged()
 bool ContactGrouping::letGo(const std::string& goneContact)
 {
     const Conversation* history = history_.getConversation(goneContact);
-    if (history && history->initialItem())
+    if (history && history->shownItem())
     {
         ids_.updateCache(goneContact, history->initialItem());
         return true;

@@ -14,7 +14,7 @@ namespace
 {
 NetworkEntry entryOf(const Conversation& conversation)
 {
-    const ConversationAPI::ConversationItem& item = *conversation.initialItem();
+    const ConversationAPI::ConversationItem& item = *conversation.shownItem();
     return {item.getState(), item.getItemId()};
 }
 
@@ -25,7 +25,7 @@ std::vector<const Conversation*> conversationsOf(BroadsoftServiceConversationIte
     for (const std::string& id : source.getInUseConversationIds())
     {
         const Conversation* conversation = source.getConversation(id);
-        if (conversation && conversation->initialItem())
+        if (conversation && conversation->shownItem())
         {
             conversations.push_back(conversation);
         }
@@ -43,7 +43,7 @@ std::vector<NetworkEntry> networkEntriesOf(BroadsoftServiceConversationItemSourc
     {
         NetworkEntry entry = entryOf(*conversation);
         const bool isRows = std::find(ids.begin(), ids.end(), entry.callLogId) != ids.end();
-        if (isRows && conversation->initialItem()->isNonActiveCall() &&
+        if (isRows && conversation->shownItem()->isNonActiveCall() &&
             row.hasAnyNumberMatching(conversation->getNumber()))
         {
             entries.push_back(std::move(entry));

@@ -5,6 +5,8 @@
 #include "Telephone.h"
 #include "TextColumn.h"
 
+#include <algorithm>
+
 namespace Deskphone
 {
 using ConversationAPI::ActiveCall;
@@ -135,7 +137,7 @@ std::string partyName(const Conversation& conversation)
 std::size_t newMissedCallsOf(const Conversation& conversation)
 {
     std::size_t count = 0;
-    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
+    for (const auto& item : conversation.items())
     {
         const bool isMissed = item->getState() == State::MISSED || item->getState() == State::MISSED_GROUP_CALL;
         count += isMissed && !item->getViewed() ? 1 : 0;
@@ -145,14 +147,15 @@ std::size_t newMissedCallsOf(const Conversation& conversation)
 
 std::optional<int> newVoicemailsOf(const Conversation& conversation)
 {
-    for (ConversationAPI::ConversationItem* item : conversation.getConversationItems())
+    const auto& items = conversation.items();
+    const auto voicemail =
+        std::find_if(items.begin(), items.end(), [](const auto& item) { return item->isVoiceMail(); });
+    if (voicemail == items.end())
     {
-        if (item->isVoiceMail())
-        {
-            return item->numberOfNewEvents();
-        }
+        return std::nullopt;
     }
-    return std::nullopt;
+    return conversation.getConversationItems()[static_cast<std::size_t>(voicemail - items.begin())]
+        ->numberOfNewEvents();
 }
 
 const char* describe(ConversationAPI::ConversationSearchObserverIfc::SearchResultsType answer)

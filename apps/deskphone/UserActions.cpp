@@ -22,7 +22,7 @@ namespace
 bool isOfHistory(const Conversation& row)
 {
     const auto isVoiceMail = [](const auto& item) { return item->isVoiceMail(); };
-    const ConversationItem* shown = row.initialItem();
+    const ConversationItem* shown = row.shownItem();
     return shown != nullptr && shown->isDeleteOnConversationList() &&
            std::none_of(row.items().begin(), row.items().end(), isVoiceMail);
 }
@@ -32,7 +32,7 @@ bool offersDeletion(const Telephone& telephone, const Conversation& row)
 {
     if (telephone.shownList() == Telephone::NETWORK_LIST)
     {
-        return row.initialItem() != nullptr && row.initialItem()->isNonActiveCall();
+        return row.shownItem() != nullptr && row.shownItem()->isNonActiveCall();
     }
     return (row.isDeletable() || isOfHistory(row)) && !row.isActiveOrProgressingOrClearing();
 }

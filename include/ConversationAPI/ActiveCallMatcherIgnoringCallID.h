@@ -13,13 +13,13 @@ namespace ConversationListConditions
 class ActiveCallMatcherIgnoringCallID : public ConversationUnaryCondition
 {
   public:
-    explicit ActiveCallMatcherIgnoringCallID(ConversationItem* item);
+    explicit ActiveCallMatcherIgnoringCallID(const ConversationItem* item);
 
     bool operator()(Conversation* conversation) const override;
     bool gatherCandidates(ConversationCandidates& candidates) const override;
 
   private:
-    ConversationItem* item_;
+    const ConversationItem* item_;
 };
 } // namespace ConversationListConditions
 } // namespace ConversationAPI

@@ -103,7 +103,17 @@ class Conversation : public ConversationContact
     bool extraActiveConversation() const { return extraActive_; }
 
     /** The most prominent item, else the placeholder, else null. Valid until items or details change. */
-    ConversationItem* initialItem() const { return data_.initialItem(); }
+    ConversationItem* initialItem() const;
+
+    /** The same, only to look at: the better choice then, as items that may be changed cannot be shared by copies. */
+    const ConversationItem* shownItem() const
+    {
+        if (data_.needsDummyItem())
+        {
+            makeDummyItem();
+        }
+        return data_.shownItem();
+    }
 
     /** Makes sure that a conversation without items has a placeholder. */
     void ensureInitialItemExists(long time);
@@ -144,15 +154,15 @@ class Conversation : public ConversationContact
     std::string getCallId() const { return ask(&ConversationItem::getCallId); }
     DisplayAPI::ForwardedCallType getForwardedCallType() const { return ask(&ConversationItem::getForwardedCallType); }
     const CallPartyIdentifier* getForwardedCallParty() const { return ask(&ConversationItem::getForwardedCallParty); }
-    int numberOfNewEvents() const { return initialItem() ? initialItem()->numberOfNewEvents() : 0; }
+    int numberOfNewEvents() const;
 
     bool isSameConversationAs(const ConversationItem& item) const
     {
-        return initialItem() && initialItem()->isSameConversationAs(item);
+        return shownItem() && shownItem()->isSameConversationAs(item);
     }
     bool isLaterThan(const Conversation& other) const
     {
-        return initialItem() && other.initialItem() && initialItem()->isLaterThan(*other.initialItem());
+        return shownItem() && other.shownItem() && shownItem()->isLaterThan(*other.shownItem());
     }
 
     /** The order of initial items; a conversation without one comes after those that have one. */
@@ -195,7 +205,7 @@ class Conversation : public ConversationContact
     /** Whether an item was ever added, even one that is gone. */
     bool hadItems() const { return itemWasAdded_; }
 
-    /** In order, without lock and copy; valid until the items change. */
+    /** In order, without lock and copy, only to look at; valid until the items change. */
     const DataThatShouldBeClonedOnCopy::Items& items() const { return data_.items(); }
     /** Whether no item is a live call or has an id of its own. */
     bool holdsOnlyPlainItems() const { return data_.holdsOnlyPlainItems(); }
@@ -269,7 +279,7 @@ class Conversation : public ConversationContact
     template <typename Answer>
     Answer ask(Answer (ConversationItem::*question)() const) const
     {
-        const ConversationItem* item = initialItem();
+        const ConversationItem* item = shownItem();
         return item ? (item->*question)() : Answer();
     }
 
@@ -279,14 +289,17 @@ class Conversation : public ConversationContact
         keysChanged();
     }
     void addWithContact(OwnedItem item);
-    void addItem(OwnedItem item);
+    void addItem(HeldItem item);
     void addOldest(HeldItem item);
     bool hasNothingToLearnFrom(const ConversationItem& call) const;
-    void replaceCall(OwnedItem item);
-    void consumeItem(OwnedItem item);
+    void replaceCall(HeldItem item);
+    void consumeItem(HeldItem item);
+    void stampWithId(HeldItem& item) const;
+    void stampWithExchangeContactId(HeldItem& item) const;
 
     void updateContactFrom(const ConversationItem& item);
     void takeContactFrom(const ConversationItem& item);
+    void makeDummyItem() const;
     void refreshDummyItem();
     void contactChanged() override;
     void contactNumbersChanged(const ContactNumbers& before) override
@@ -300,9 +313,9 @@ class Conversation : public ConversationContact
     void keysChanged() { observers_.tellKeysChanged(*this); }
 
     bool clone_ = false;
-    DataThatShouldBeClonedOnCopy data_;
-    mutable Semaphore lock_{1, 1, false}; ///< guards data_
-    SharedText id_;                       ///< shared with the items
+    mutable DataThatShouldBeClonedOnCopy data_; ///< mutable for copies and a placeholder that were put off until needed
+    mutable Semaphore lock_{1, 1, false};       ///< guards data_
+    SharedText id_;                             ///< shared with the items
     ConversationIDGenerator& idGenerator_;
     ConversationItemFactory* itemFactory_;
     JournalEntryIds journalEntries_;

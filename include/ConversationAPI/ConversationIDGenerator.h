@@ -12,6 +12,7 @@
 namespace ConversationAPI
 {
 class Conversation;
+class ConversationContact;
 class ConversationItem;
 
 class ConversationIDGenerator
@@ -31,10 +32,13 @@ class ConversationIDGenerator
      * Like updateCache(), but of a contact (a placeholder) the id is remembered even if it was not before, and what
      * was remembered as a contact does not become one of its calls.
      */
-    virtual void remember(const std::string& id, ConversationItem* item);
+    virtual void remember(const std::string& id, const ConversationItem* item);
+
+    /** Whether remember() would change nothing for a contact of these details. False when that is not known. */
+    virtual bool remembersContact(const std::string& id, const ConversationContact& contact) const;
 
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
-    virtual void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining);
+    virtual void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining);
 
     /** If what was remembered under `id` is a call, that has joined a conversation of another id and is forgotten. */
     virtual void callJoinedOther(const std::string& id);

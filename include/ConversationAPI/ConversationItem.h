@@ -13,6 +13,7 @@
 #include "ConversationAPI/ConversationItemState.h"
 #include "ConversationAPI/ConversationParticipant.h"
 #include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/ReferenceCount.h"
 #include "ConversationAPI/SharedText.h"
 #include "platform/DisplayAPI.h"
 #include "platform/NumberType.h"
@@ -21,6 +22,7 @@
 #include <boost/static_string/static_string.hpp>
 
 #include <ctime>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -180,6 +182,12 @@ class ConversationItem
     virtual std::string getGroupName() const { return {}; }
     virtual std::string getGroupNumber() const { return {}; }
 
+    /** clone() of an item that may only be looked at. */
+    std::unique_ptr<ConversationItem> copy() const
+    {
+        return std::unique_ptr<ConversationItem>(const_cast<ConversationItem*>(this)->clone());
+    }
+
     void setClone() { clone_ = true; }
 
     /** "[clone]" or "", for log lines. */
@@ -252,6 +260,19 @@ class ConversationItem
     void setCallId(const std::string& id) { callId_.assign(id); }
 
   private:
+    friend class SharedItem;
+
+    /** By how many the item is held; that of a copy begins anew. */
+    struct Holding
+    {
+        Holding() = default;
+        Holding(const Holding&) noexcept {}
+        Holding& operator=(const Holding&) = default;
+
+        ReferenceCount::type holders = 0;
+        bool isGivenOut = false;
+    };
+
     /** What few items have. */
     struct Rarities
     {
@@ -268,6 +289,7 @@ class ConversationItem
     SharedText conversationItemId_;
     SharedText exchangeContactId_;
     SharedText callId_; ///< here, so that comparing two live calls copies no text
+    Holding holding_;
     forwardInfo forwardInfo_ = NO_FORWARD_INFO;
     bool conferenceConversation_ = false;
     bool clone_ = false;

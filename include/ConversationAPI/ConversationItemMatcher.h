@@ -12,7 +12,7 @@ namespace ConversationListConditions
 class ConversationItemMatcher : public ConversationUnaryCondition
 {
   public:
-    explicit ConversationItemMatcher(ConversationItem* item);
+    explicit ConversationItemMatcher(const ConversationItem* item);
 
     bool operator()(Conversation* conversation) const override;
     bool gatherCandidates(ConversationCandidates& candidates) const override;
@@ -21,7 +21,7 @@ class ConversationItemMatcher : public ConversationUnaryCondition
     static bool compareIgnoringConversationId(const Conversation* conversation, const ConversationItem* item);
 
   private:
-    ConversationItem* item_;
+    const ConversationItem* item_;
 };
 } // namespace ConversationListConditions
 } // namespace ConversationAPI

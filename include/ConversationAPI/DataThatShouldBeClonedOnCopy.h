@@ -9,6 +9,7 @@
 #pragma once
 
 #include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/SharedItem.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -28,28 +29,25 @@ class DataThatShouldBeClonedOnCopy
     static constexpr std::size_t MOST_HISTORY_ITEMS = 10;
 
     /** An item of the set, with its time at hand. */
-    class HeldItem
+    class HeldItem : public SharedItem
     {
       public:
-        explicit HeldItem(OwnedItem item);
+        explicit HeldItem(OwnedItem item) : SharedItem(std::move(item)), time_(get()->timeStampUTC()) {}
 
         /** With its time, which is not looked up. */
-        HeldItem(OwnedItem item, long time) : item_(std::move(item)), time_(time) {}
+        HeldItem(OwnedItem item, long time) : SharedItem(std::move(item)), time_(time) {}
 
-        ConversationItem& operator*() const { return *item_; }
-        ConversationItem* operator->() const { return item_.get(); }
-        ConversationItem* get() const { return item_.get(); }
         long time() const { return time_; }
-        OwnedItem take() { return std::move(item_); }
 
       private:
-        OwnedItem item_;
         long time_;
     };
 
     using Items = boost::container::small_vector<HeldItem, 1>;
 
     DataThatShouldBeClonedOnCopy();
+
+    /** The copies of the items are made when they are needed. */
     DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other);
     DataThatShouldBeClonedOnCopy& operator=(const DataThatShouldBeClonedOnCopy&) = delete;
     ~DataThatShouldBeClonedOnCopy();
@@ -59,20 +57,42 @@ class DataThatShouldBeClonedOnCopy
 
     /** Whether every item is one of the history, without an id of its own: ordered by its time alone. */
     bool holdsOnlyPlainItems() const { return specialItems_ == 0; }
-    std::vector<ConversationItem*> pointers() const;
 
-    /** The first item of the set, else the placeholder, which may be null. */
-    ConversationItem* initialItem() const;
+    /** All items, given out. */
+    std::vector<ConversationItem*> pointers();
 
-    ConversationItem* dummyItem() const { return dummyItem_.get(); }
+    /** The first item of the set, else the placeholder, which may be null; given out. */
+    ConversationItem* initialItem();
+
+    /** The same, to look at. */
+    const ConversationItem* shownItem() const { return items_.empty() ? dummyItem_.get() : items_.front().get(); }
+
+    /** Whether there is a placeholder or one is waited for. */
+    bool hasDummyItem() const { return hasDummyItem_; }
+
+    /** Whether one is waited for, and asked for now. */
+    bool needsDummyItem() const { return items_.empty() && hasDummyItem_ && !dummyItem_; }
+
+    /** From now on a placeholder of this time is waited for. */
+    void awaitDummyItem(long time);
+
+    /** The time of the placeholder, also of one that is waited for; 0 without one. */
+    long dummyTime() const { return dummyTime_; }
+
+    /** Null: there is none. */
     void setDummyItem(OwnedItem item);
 
+    /** The items, to change one. */
+    Items& writableItems() { return items_; }
+
     /** An item of which neither sorts before the other; null when there is none. */
-    ConversationItem* findEquivalent(const ConversationItem& item) const;
+    const ConversationItem* findEquivalent(const ConversationItem& item) const;
 
     /** Deletes an item of which neither sorts before the other. */
     void removeEquivalent(const ConversationItem& item);
-    void insert(OwnedItem item);
+
+    /** Valid until the set changes. */
+    HeldItem& insert(HeldItem item);
 
     /** One that isOlderThanAll(). */
     void pushBack(HeldItem item) { items_.push_back(std::move(item)); }
@@ -86,15 +106,15 @@ class DataThatShouldBeClonedOnCopy
 
     /** Takes out, in order, every item for which the predicate holds. */
     template <typename Predicate>
-    std::vector<OwnedItem> extractIf(Predicate predicate)
+    std::vector<HeldItem> extractIf(Predicate predicate)
     {
-        std::vector<OwnedItem> extracted;
+        std::vector<HeldItem> extracted;
         for (auto item = items_.begin(); item != items_.end();)
         {
             if (predicate(**item))
             {
                 specialItems_ -= isPlain(**item) ? 0 : 1;
-                extracted.push_back(item->take());
+                extracted.push_back(std::move(*item));
                 item = items_.erase(item);
             }
             else
@@ -110,7 +130,7 @@ class DataThatShouldBeClonedOnCopy
     void clearItems();
 
     /** Empties the set. Answers these items, be they from it or not, each once and in order; the others are deleted. */
-    std::vector<OwnedItem> clearFor(const std::vector<ConversationItem*>& items);
+    std::vector<HeldItem> clearFor(const std::vector<ConversationItem*>& items);
 
     /** Deletes calls started elsewhere that had ended by the time of this one. */
     void removeRemoteCallsEarlierThan(const ConversationItem& item);
@@ -134,6 +154,8 @@ class DataThatShouldBeClonedOnCopy
 
     Items items_;
     unsigned specialItems_ = 0; ///< items that are not plain
-    OwnedItem dummyItem_;
+    bool hasDummyItem_ = false;
+    SharedItem dummyItem_; ///< null while it is waited for
+    long dummyTime_ = 0;
 };
 } // namespace ConversationAPI

@@ -10,7 +10,7 @@ namespace ConversationListConditions
 class IsSameConversationAsAndDirectCondition : public ConversationUnaryCondition
 {
   public:
-    explicit IsSameConversationAsAndDirectCondition(ConversationItem* item);
+    explicit IsSameConversationAsAndDirectCondition(const ConversationItem* item);
 
     bool operator()(Conversation* conversation) const override;
     bool gatherCandidates(ConversationCandidates& candidates) const override;

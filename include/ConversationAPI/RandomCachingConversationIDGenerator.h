@@ -46,8 +46,9 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     std::string getConversationID(Conversation* conversation) override;
     void updateCache(const std::string& id, ConversationItem* item) override;
     void garbageCollect() override;
-    void remember(const std::string& id, ConversationItem* item) override;
-    void callEnded(const std::string& id, const std::string& callId, ConversationItem* remaining) override;
+    void remember(const std::string& id, const ConversationItem* item) override;
+    bool remembersContact(const std::string& id, const ConversationContact& contact) const override;
+    void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining) override;
     void callJoinedOther(const std::string& id) override;
     std::string knownConversationID(Conversation* conversation) override;
     SharedText getSharedConversationID(Conversation* conversation) override;
@@ -61,7 +62,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     /** These assume that the lock is held. "" and -1 when there is none. */
     std::string findConversationIDForItem(Conversation* conversation);
     int getIndexOfConversationItem(const std::string& id);
-    bool itemNeedsUpdating(ConversationItem* cached, ConversationItem* fresh);
+    bool itemNeedsUpdating(const ConversationItem* cached, const ConversationItem* fresh);
     std::string generateConversationId() const;
 
   private:

@@ -50,7 +50,7 @@ const Conversation* ConversationListMerger::contactOfId(const std::string& conve
 std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const Conversation& target,
                                                const Conversation* contact, std::size_t first)
 {
-    const ConversationItem* item = target.initialItem();
+    const ConversationItem* item = target.shownItem();
     if (!item)
     {
         return conversations_.size();

@@ -17,7 +17,7 @@ ConversationMerger::ConversationMerger(Conversation* target) : target_(target) {
 
 void ConversationMerger::operator()(Conversation* conversation)
 {
-    const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
+    const ConversationItem* item = conversation ? conversation->shownItem() : nullptr;
     if (!target_ || !item || !target_->isSameConversationAs(*item) || target_->isOtherContactThan(*conversation))
     {
         return;

@@ -52,7 +52,7 @@ InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversatio
     index_.reserve(2 * conversations.size());
     for (std::size_t place = 0; place < conversations.size(); ++place)
     {
-        if (const ConversationItem* item = conversations[place]->initialItem())
+        if (const ConversationItem* item = conversations[place]->shownItem())
         {
             forEachKey(*item, [&](std::uint32_t hash) { index_.addHash(hash, static_cast<std::uint32_t>(place)); });
         }

@@ -33,7 +33,7 @@ class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 
     bool operator()(Conversation* conversation) const override
     {
-        const ConversationItem* initial = conversation->initialItem();
+        const ConversationItem* initial = conversation->shownItem();
         const bool isOfTwoParties =
             initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
         return HasConversationAnyNumberMatchingCondition::operator()(conversation) && !isOfTwoParties &&
@@ -178,7 +178,7 @@ ConversationIDGenerator* ItemPlacement::getIDGeneratorForItemOfRebuild(Conversat
         return &extraCallIds_;
     }
     const Conversation* beside = conversations_.find(IsFirstCallOfParty(item));
-    return beside && !item->areGroupPickupConversationItems(*beside->initialItem()) ? &extraCallIds_ : nullptr;
+    return beside && !item->areGroupPickupConversationItems(*beside->shownItem()) ? &extraCallIds_ : nullptr;
 }
 
 Conversation* ItemPlacement::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
@@ -190,7 +190,7 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
     {
         return nullptr;
     }
-    ConversationItem& placed = *conversation->initialItem();
+    const ConversationItem& placed = *conversation->shownItem();
     Conversation* existing = conversations_.find(ConversationIDCondition(conversation->getConversationId()));
     if (existing && joins(placed, *existing))
     {
@@ -200,7 +200,7 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
         }
         existing->setExtraActiveConversation(existing->extraActiveConversation() &&
                                              placed.isActiveOrProgressingOrClearing());
-        existing->prepend(placed.clone());
+        existing->prepend(placed.copy().release());
         return existing;
     }
     conversations_.push_back(conversation.get());
@@ -262,9 +262,9 @@ bool ItemPlacement::joins(const ConversationItem& item, const Conversation& exis
     const bool isLive = item.isActiveOrProgressingOrClearing();
     if (existing.isActiveOrProgressingOrClearing() && isLive)
     {
-        return existing.initialItem()->areGroupPickupConversationItems(item) ||
-               item.areGroupPickupConversationItems(*existing.initialItem()) ||
-               existing.initialItem()->callIdText() == item.callIdText();
+        return existing.shownItem()->areGroupPickupConversationItems(item) ||
+               item.areGroupPickupConversationItems(*existing.shownItem()) ||
+               existing.shownItem()->callIdText() == item.callIdText();
     }
     return !item.isConferenceConversation() && !item.isClearing() && !item.participants().empty();
 }

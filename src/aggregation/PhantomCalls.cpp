@@ -6,6 +6,7 @@
 #include "ConversationAPI/WellKnownNames.h"
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
 #include <unordered_map>
 
@@ -17,6 +18,19 @@ namespace
 {
 /** The calls of the two rows are different ones. */
 constexpr Conversation::Folding UNITING{true, true, true, false};
+
+/** Nearly always not, which hashes tell; that two ids have the same one is all but impossible and only costs time. */
+bool mayShareIds(const ConversationList& rows)
+{
+    std::vector<std::size_t> hashes;
+    hashes.reserve(rows.size());
+    for (const Conversation* row : rows)
+    {
+        hashes.push_back(std::hash<std::string>()(row->getConversationId()));
+    }
+    std::sort(hashes.begin(), hashes.end());
+    return std::adjacent_find(hashes.begin(), hashes.end()) != hashes.end();
+}
 } // namespace
 
 bool PhantomCalls::needsPhantomConversation(const Conversation& existing, const Conversation& update)
@@ -53,7 +67,7 @@ bool PhantomCalls::needsToTransferJournalItemsToRootConversation(const Conversat
 bool PhantomCalls::needsDestroyingPhantomConversation(const std::string& callId) const
 {
     const Conversation* phantom = list_.getPhantomConversation();
-    return phantom && phantom->initialItem() && phantom->getCallId() == callId;
+    return phantom && phantom->shownItem() && phantom->getCallId() == callId;
 }
 
 bool PhantomCalls::rootConversationsCallEndedFirst(const Conversation& row) const
@@ -79,7 +93,7 @@ std::unique_ptr<Conversation> PhantomCalls::giveCallTo(Conversation& receiver, c
     {
         if (item->getCallId() == callId)
         {
-            receiver.updateInitialItem(item->clone());
+            receiver.updateInitialItem(item->copy().release());
         }
     }
     std::unique_ptr<Conversation> rest(update.clone());
@@ -116,6 +130,10 @@ void PhantomCalls::makeRowOfPhantom()
 
 std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
 {
+    if (!mayShareIds(list_))
+    {
+        return {};
+    }
     std::vector<Conversation*> rows(list_.begin(), list_.end());
     const auto others = std::stable_partition(
         rows.begin(), rows.end(), [](const Conversation* row) { return row->isActiveOrProgressingOrClearing(); });

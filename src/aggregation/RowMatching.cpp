@@ -23,7 +23,7 @@ namespace
 class IsRowOfItem : public ConversationUnaryCondition
 {
   public:
-    explicit IsRowOfItem(ConversationItem* item) : item_(*item), matcher_(item) {}
+    explicit IsRowOfItem(const ConversationItem* item) : item_(*item), matcher_(item) {}
 
     bool operator()(Conversation* row) const override
     {
@@ -89,7 +89,7 @@ class IsContactWithNumber : public ConversationUnaryCondition
  */
 ListedRow findRowOfItem(const ConversationList& list, const Conversation& conversation)
 {
-    ConversationItem* item = conversation.initialItem();
+    const ConversationItem* item = conversation.shownItem();
     if (!item)
     {
         return {nullptr, 0};

@@ -23,12 +23,12 @@ void handOver(ConversationList& list, NotificationRound& round)
 }
 
 /** Calls of the history change only by being seen; of a live call and of a message much may. */
-bool isSameHistoryItem(ConversationItem& a, ConversationItem& b)
+bool isSameHistoryItem(const ConversationItem& a, const ConversationItem& b)
 {
-    const auto facts = [](ConversationItem& item)
+    const auto facts = [](const ConversationItem& item)
     {
         return std::make_tuple(item.getState(), item.timeStampUTC(), item.getItemId(), item.conversationItemId(),
-                               item.toString(), item.numberOfNewEvents());
+                               item.toString(), item.getViewed());
     };
     return a.isNonActiveCall() && facts(a) == facts(b);
 }

@@ -7,11 +7,11 @@ namespace ConversationAPI
 {
 namespace ConversationListConditions
 {
-ActiveCallMatcherIgnoringCallID::ActiveCallMatcherIgnoringCallID(ConversationItem* item) : item_(item) {}
+ActiveCallMatcherIgnoringCallID::ActiveCallMatcherIgnoringCallID(const ConversationItem* item) : item_(item) {}
 
 bool ActiveCallMatcherIgnoringCallID::operator()(Conversation* conversation) const
 {
-    const ConversationItem* initial = conversation->initialItem();
+    const ConversationItem* initial = conversation->shownItem();
     return initial && initial->isActiveOrProgressingOrClearing() && initial->isSameConversationIgnoringCallID(*item_);
 }
 

@@ -14,7 +14,7 @@ CallIDCondition::CallIDCondition(const std::string& callId) : callId_(callId) {}
 
 bool CallIDCondition::operator()(Conversation* conversation) const
 {
-    const ConversationItem* initial = conversation->initialItem();
+    const ConversationItem* initial = conversation->shownItem();
     if (initial ? initial->callIdText().view() == callId_ : callId_.empty())
     {
         return true;

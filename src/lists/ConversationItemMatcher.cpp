@@ -8,7 +8,7 @@ namespace ConversationAPI
 {
 namespace ConversationListConditions
 {
-ConversationItemMatcher::ConversationItemMatcher(ConversationItem* item) : item_(item) {}
+ConversationItemMatcher::ConversationItemMatcher(const ConversationItem* item) : item_(item) {}
 
 bool ConversationItemMatcher::operator()(Conversation* conversation) const
 {

@@ -7,7 +7,8 @@ namespace ConversationAPI
 {
 namespace ConversationListConditions
 {
-IsSameConversationAsAndDirectCondition::IsSameConversationAsAndDirectCondition(ConversationItem* item) : matcher_(item)
+IsSameConversationAsAndDirectCondition::IsSameConversationAsAndDirectCondition(const ConversationItem* item)
+    : matcher_(item)
 {
 }
 

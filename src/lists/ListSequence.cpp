@@ -36,7 +36,7 @@ bool standsBefore(const ListMember& a, const ListMember& b)
 
 bool precedes(const ListMember* a, const ListMember* b)
 {
-    return a->conversation->initialItem()->lessThanOtherConsideringCreationTime(*b->conversation->initialItem());
+    return a->conversation->shownItem()->lessThanOtherConsideringCreationTime(*b->conversation->shownItem());
 }
 
 /** Whether a member stays before another one; one of the two at least is ordered by comparing. */
@@ -52,8 +52,7 @@ bool staysBefore(const ListMember& one, const ListMember& compared)
         return precedesIt != precedes(&compared, &one) ? precedesIt : one.order < compared.order;
     }
     return one.standing.kind != ItemStanding::BEHIND_ALL &&
-           comesBefore(*one.conversation->initialItem(), *compared.conversation->initialItem(),
-                       one.order < compared.order);
+           comesBefore(*one.conversation->shownItem(), *compared.conversation->shownItem(), one.order < compared.order);
 }
 
 /** The members of a sequence without some of them. */
@@ -230,7 +229,7 @@ void ListSequence::changed(ListMember& member)
     {
         return;
     }
-    const ItemStanding now = standingOf(member.conversation->initialItem());
+    const ItemStanding now = standingOf(member.conversation->shownItem());
     if (!(now == member.standing))
     {
         member.standing = now;
@@ -255,7 +254,7 @@ void ListSequence::sortAll()
     Members sorted = members_;
     std::unordered_set<ListMember*> compared;
     sortByItemOrder(
-        sorted, [](const ListMember* member) { return member->conversation->initialItem(); },
+        sorted, [](const ListMember* member) { return member->conversation->shownItem(); },
         [&compared](ListMember* member, const ItemStanding& standing)
         {
             member->standing = standing;

@@ -15,10 +15,10 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <deque>
 #include <memory_resource>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace ConversationAPI
 {
@@ -92,7 +92,7 @@ class NumberIndex
     void removeNow(Conversation* conversation) const;
     void forgetClaim(Numbers::value_type& number) const;
 
-    mutable std::vector<Change> changes_;                   ///< that the index does not show yet
+    mutable std::deque<Change> changes_;                    ///< that the index does not show yet
     mutable std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
     mutable Numbers numbers_{&memory_};
     mutable std::pmr::unordered_map<Conversation*, Claims> claims_{&memory_};

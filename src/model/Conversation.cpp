@@ -90,9 +90,9 @@ std::string Conversation::getShortConversationId() const
 
 void Conversation::ensureInitialItemExists(long time)
 {
-    if (data_.initialItem() == nullptr)
+    if (data_.empty() && !data_.hasDummyItem() && itemFactory_)
     {
-        data_.setDummyItem(makeContactItem(*this, itemFactory_, time));
+        data_.awaitDummyItem(time);
         keysChanged();
     }
 }
@@ -105,8 +105,8 @@ void Conversation::init(long time)
 
 bool Conversation::operator<(const Conversation& other) const
 {
-    const ConversationItem* mine = initialItem();
-    const ConversationItem* theirs = other.initialItem();
+    const ConversationItem* mine = shownItem();
+    const ConversationItem* theirs = other.shownItem();
     if (mine == nullptr || theirs == nullptr)
     {
         return mine != nullptr && theirs == nullptr;
@@ -116,7 +116,7 @@ bool Conversation::operator<(const Conversation& other) const
 
 bool Conversation::claims(const ConversationItem& item) const
 {
-    const ConversationItem* initial = initialItem();
+    const ConversationItem* initial = shownItem();
     if ((isActiveOrProgressingOrClearing() || isRepresentedHeldCall()) && item.isActiveOrProgressingOrClearing())
     {
         return initial->areGroupPickupConversationItems(item) || initial->callIdText() == item.callIdText();
@@ -173,7 +173,7 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
             }
             else
             {
-                addItem(call.take());
+                addItem(std::move(call));
             }
         }
     }
@@ -197,7 +197,7 @@ void Conversation::addWithContact(OwnedItem item)
 {
     updateContactFrom(*item);
     const CriticalSection guard(lock_);
-    addItem(std::move(item));
+    addItem(HeldItem(std::move(item)));
 }
 
 /** One more call of the history behind others of it, which a rebuild adds most of all: nothing else changes. */
@@ -207,21 +207,21 @@ void Conversation::addOldest(HeldItem item)
     journalEntries_.add(item->getItemId());
     if (data_.items().size() < MOST_HISTORY_ITEMS)
     {
-        item->shareExchangeContactId(exchangeContactIdText());
-        item->shareConversationId(id_);
+        stampWithExchangeContactId(item);
+        stampWithId(item);
         data_.pushBack(std::move(item));
     }
 }
 
-void Conversation::addItem(OwnedItem item)
+void Conversation::addItem(HeldItem item)
 {
     if (!id_.empty() && item->isNonActiveCall() && data_.isOlderThanAll(*item, 1))
     {
-        addOldest(HeldItem(std::move(item)));
+        addOldest(std::move(item));
         return;
     }
     const bool heldOnlyPlainItems = data_.holdsOnlyPlainItems();
-    const ConversationItem* shownBefore = initialItem();
+    const ConversationItem* shownBefore = data_.shownItem();
     itemWasAdded_ = true;
     data_.removeEquivalent(*item);
     if (item->isEndingRemoteCall() && !data_.holdsOnlyPlainItems())
@@ -237,33 +237,48 @@ void Conversation::addItem(OwnedItem item)
         setDeletable(false);
     }
     consumeItem(std::move(item));
-    if (!heldOnlyPlainItems || !data_.holdsOnlyPlainItems() || initialItem() != shownBefore)
+    if (!heldOnlyPlainItems || !data_.holdsOnlyPlainItems() || data_.shownItem() != shownBefore)
     {
         keysChanged();
     }
 }
 
-void Conversation::consumeItem(OwnedItem item)
+void Conversation::consumeItem(HeldItem item)
 {
     if (!itemNeedsAddingToConversation(*item) || data_.isOlderThanAll(*item, MOST_HISTORY_ITEMS))
     {
         return;
     }
-    ConversationItem& added = *item;
-    data_.insert(std::move(item));
-    added.shareExchangeContactId(exchangeContactIdText());
+    HeldItem& added = data_.insert(std::move(item));
+    stampWithExchangeContactId(added);
     generateConversationID();
-    added.shareConversationId(id_);
+    stampWithId(added);
     data_.trimHistory();
+}
+
+void Conversation::stampWithId(HeldItem& item) const
+{
+    if (item->conversationIdText() != id_)
+    {
+        item.write().shareConversationId(id_);
+    }
+}
+
+void Conversation::stampWithExchangeContactId(HeldItem& item) const
+{
+    if (item->exchangeContactIdText() != exchangeContactIdText())
+    {
+        item.write().shareExchangeContactId(exchangeContactIdText());
+    }
 }
 
 void Conversation::updateItem(ConversationItem* item)
 {
-    OwnedItem owned(item);
-    if (!owned)
+    if (!item)
     {
         return;
     }
+    HeldItem owned{OwnedItem(item)};
     {
         const CriticalSection guard(lock_);
         const std::string id = owned->conversationItemId();
@@ -283,13 +298,13 @@ void Conversation::updateInitialItem(ConversationItem* item)
     updateContactFrom(*item);
     {
         const CriticalSection guard(lock_);
-        replaceCall(OwnedItem(item));
+        replaceCall(HeldItem(OwnedItem(item)));
     }
     notifyObserversConversationIsModified();
 }
 
 /** An ignored call is ordered by its time alone, like history, but it must not take the place of any. */
-void Conversation::replaceCall(OwnedItem item)
+void Conversation::replaceCall(HeldItem item)
 {
     const SharedText callId = item->callIdText();
     data_.removeIf([&callId](const ConversationItem& held) { return !callId.empty() && held.callIdText() == callId; });
@@ -318,7 +333,7 @@ void Conversation::removeItem(std::string itemId)
     }
     if (!data_.empty())
     {
-        updateSecondPartyNameAndNumber(*initialItem(), initialItem());
+        updateSecondPartyNameAndNumber(*shownItem(), shownItem());
     }
     keysChanged();
     notifyObserversConversationIsModified();
@@ -328,7 +343,7 @@ void Conversation::setConversationItems(const std::vector<ConversationItem*>& it
 {
     {
         const CriticalSection guard(lock_);
-        for (OwnedItem& item : data_.clearFor(items))
+        for (HeldItem& item : data_.clearFor(items))
         {
             addItem(std::move(item));
         }
@@ -353,9 +368,12 @@ void Conversation::setAllItemsAsViewed()
 {
     {
         const CriticalSection guard(lock_);
-        for (const auto& item : data_.items())
+        for (HeldItem& item : data_.writableItems())
         {
-            item->setViewed(true);
+            if (!item->getViewed())
+            {
+                item.write().setViewed(true);
+            }
         }
     }
     notifyObserversConversationIsModified();
@@ -363,7 +381,15 @@ void Conversation::setAllItemsAsViewed()
 
 void Conversation::mergeItems(std::vector<ConversationItem*> items)
 {
-    ConversationMerge::addItems(*this, std::move(items), true);
+    std::vector<HeldItem> owned;
+    for (ConversationItem* item : items)
+    {
+        if (item)
+        {
+            owned.emplace_back(OwnedItem(item));
+        }
+    }
+    ConversationMerge::addItems(*this, std::move(owned), true);
 }
 
 std::vector<ConversationItem*> Conversation::mergeWith(Conversation& other)
@@ -408,26 +434,50 @@ void Conversation::updateContactFrom(const ConversationItem& item)
 
 void Conversation::takeContactFrom(const ConversationItem& item)
 {
-    const ConversationItem* shown = data_.empty() ? nullptr : initialItem();
+    const ConversationItem* shown = data_.empty() ? nullptr : shownItem();
     updateNameAndNumber(item, shown);
     updateSecondPartyNameAndNumber(item, shown);
 }
 
 void Conversation::refreshDummyItem()
 {
-    const long time = data_.dummyItem() ? data_.dummyItem()->timeStampUTC() : 0;
-    data_.setDummyItem(makeContactItem(*this, itemFactory_, time));
+    if (itemFactory_)
+    {
+        data_.awaitDummyItem(data_.dummyTime());
+    }
+    else
+    {
+        data_.setDummyItem(nullptr);
+    }
     keysChanged();
+}
+
+/** Not before somebody looks at it: details change one after the other, and what has items shows these. */
+void Conversation::makeDummyItem() const
+{
+    data_.setDummyItem(makeContactItem(*this, itemFactory_, data_.dummyTime()));
+}
+
+ConversationItem* Conversation::initialItem() const
+{
+    return shownItem() ? data_.initialItem() : nullptr;
+}
+
+/** Counting changes no item, but the operation that counts has never been const. */
+int Conversation::numberOfNewEvents() const
+{
+    const ConversationItem* item = shownItem();
+    return item ? const_cast<ConversationItem*>(item)->numberOfNewEvents() : 0;
 }
 
 void Conversation::callEnded(const std::string& callId)
 {
-    idGenerator_.callEnded(id_.str(), callId, initialItem());
+    idGenerator_.callEnded(id_.str(), callId, shownItem());
 }
 
 void Conversation::contactChanged()
 {
-    if (data_.dummyItem())
+    if (data_.hasDummyItem())
     {
         refreshDummyItem();
     }
@@ -439,7 +489,7 @@ void Conversation::contactChanged()
 
 std::string Conversation::getGroupName() const
 {
-    return isGroupCall() ? initialItem()->getGroupName() : getGroupConversationName();
+    return isGroupCall() ? shownItem()->getGroupName() : getGroupConversationName();
 }
 
 std::string Conversation::toDebugString() const

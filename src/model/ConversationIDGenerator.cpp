@@ -2,12 +2,18 @@
 
 namespace ConversationAPI
 {
-void ConversationIDGenerator::remember(const std::string& id, ConversationItem* item)
+/** updateCache() copies the item and changes nothing of it. */
+void ConversationIDGenerator::remember(const std::string& id, const ConversationItem* item)
 {
-    updateCache(id, item);
+    updateCache(id, const_cast<ConversationItem*>(item));
 }
 
-void ConversationIDGenerator::callEnded(const std::string&, const std::string&, ConversationItem*) {}
+bool ConversationIDGenerator::remembersContact(const std::string&, const ConversationContact&) const
+{
+    return false;
+}
+
+void ConversationIDGenerator::callEnded(const std::string&, const std::string&, const ConversationItem*) {}
 
 void ConversationIDGenerator::callJoinedOther(const std::string&) {}
 

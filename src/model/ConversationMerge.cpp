@@ -13,7 +13,7 @@ namespace ConversationAPI
 {
 namespace
 {
-bool contains(const std::vector<ConversationItem*>& items, const ConversationItem& item)
+bool contains(const std::vector<const ConversationItem*>& items, const ConversationItem& item)
 {
     return std::find(items.begin(), items.end(), &item) != items.end();
 }
@@ -49,10 +49,10 @@ std::vector<ConversationItem*> ConversationMerge::merge()
     {
         return {};
     }
-    addItems(into_, cloneItems(), true);
+    addItems(into_, copyItems(), true);
     takeId();
     traceItems();
-    std::vector<OwnedItem> strangers = extract(itemsNotCovered());
+    HeldItems strangers = extract(itemsNotCovered());
     into_.takeContactDetails(from_);
     takeOrigin({true, true, false});
     into_.setContactSource(from_.getContactSource());
@@ -70,9 +70,12 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     const bool keepsContact = contactsDiffer() || (into_.getContactSource() != Conversation::NO_CONTACT &&
                                                    from_.getContactSource() == Conversation::NO_CONTACT);
     takeGroupFields();
-    const Items arrived = cloneItems();
+    HeldItems copies = copyItems();
+    Items arrived;
+    std::transform(copies.begin(), copies.end(), std::back_inserter(arrived),
+                   [](const auto& item) { return item.get(); });
     const bool hadOlderOnes = dropCallsAmong(arrived);
-    addItems(into_, arrived, folding.replacesLiveCall && !hadOlderOnes);
+    addItems(into_, std::move(copies), folding.replacesLiveCall && !hadOlderOnes);
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
@@ -86,7 +89,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
         takeOrigin(folding);
     }
     keepArrivedAndClaimed(strangers, arrived);
-    std::vector<OwnedItem> handedBack = extract(strangers);
+    HeldItems handedBack = extract(strangers);
     if (into_.getContactSource() != Conversation::NO_CONTACT)
     {
         into_.refreshDummyItem();
@@ -99,9 +102,8 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     return handOver(std::move(handedBack));
 }
 
-void ConversationMerge::addItems(Conversation& into, std::vector<ConversationItem*> items, bool replacesLiveCall)
+void ConversationMerge::addItems(Conversation& into, HeldItems items, bool replacesLiveCall)
 {
-    items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
     if (items.empty())
     {
         return;
@@ -109,15 +111,15 @@ void ConversationMerge::addItems(Conversation& into, std::vector<ConversationIte
     const ContactNumbers numbersBefore = into.contactDetails()->numbers;
     {
         const CriticalSection guard(into.lock_);
-        const ConversationItem* initial = into.initialItem();
+        const ConversationItem* initial = into.shownItem();
         if (replacesLiveCall && into.isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
             isReplaceableLiveCall(*items.front()))
         {
             into.removeAndDeleteFrontItem();
         }
-        for (ConversationItem* item : items)
+        for (Conversation::HeldItem& item : items)
         {
-            into.addItem(OwnedItem(item));
+            into.addItem(std::move(item));
         }
     }
     into.notifyObserversConversationIsModified();
@@ -165,15 +167,23 @@ void ConversationMerge::takeGroupFields()
     into_.takeGroupFields(from_);
 }
 
-std::vector<ConversationItem*> ConversationMerge::cloneItems() const
+/** They keep their places in memory when they are added, as they have the ids that they get then. */
+ConversationMerge::HeldItems ConversationMerge::copyItems() const
 {
-    Items clones;
-    clones.reserve(from_.items().size());
-    for (const auto& item : from_.items())
+    HeldItems copies(from_.items().begin(), from_.items().end());
+    for (Conversation::HeldItem& copy : copies)
     {
-        clones.push_back(item->clone());
+        if (into_.id_.empty())
+        {
+            copy.write();
+        }
+        else
+        {
+            into_.stampWithId(copy);
+            into_.stampWithExchangeContactId(copy);
+        }
     }
-    return clones;
+    return copies;
 }
 
 /**
@@ -220,7 +230,7 @@ void ConversationMerge::traceItems() const
     }
 }
 
-std::vector<ConversationItem*> ConversationMerge::itemsNotCovered() const
+ConversationMerge::Items ConversationMerge::itemsNotCovered() const
 {
     Items strangers;
     for (const auto& item : into_.items())
@@ -266,7 +276,7 @@ void ConversationMerge::takeOrigin(const Conversation::Folding& folding)
     }
 }
 
-std::vector<ConversationMerge::OwnedItem> ConversationMerge::extract(const Items& items)
+ConversationMerge::HeldItems ConversationMerge::extract(const Items& items)
 {
     if (items.empty())
     {
@@ -278,12 +288,13 @@ std::vector<ConversationMerge::OwnedItem> ConversationMerge::extract(const Items
 }
 
 /** The items' journal entries go with them, except those of which another item stays. */
-std::vector<ConversationItem*> ConversationMerge::handOver(std::vector<OwnedItem> items)
+std::vector<ConversationItem*> ConversationMerge::handOver(HeldItems items)
 {
-    Items released;
-    for (OwnedItem& item : items)
+    std::vector<ConversationItem*> released;
+    for (Conversation::HeldItem& held : items)
     {
-        const auto isOfSameEntry = [&item](const auto& held) { return held->getItemId() == item->getItemId(); };
+        OwnedItem item = held.take();
+        const auto isOfSameEntry = [&item](const auto& other) { return other->getItemId() == item->getItemId(); };
         if (std::none_of(into_.items().begin(), into_.items().end(), isOfSameEntry))
         {
             into_.journalEntries_.remove(item->getItemId());
@@ -315,10 +326,10 @@ void ConversationMerge::makePermanent()
 void ConversationMerge::restampItems()
 {
     const CriticalSection guard(into_.lock_);
-    for (const auto& item : into_.items())
+    for (Conversation::HeldItem& item : into_.data_.writableItems())
     {
-        item->shareConversationId(into_.id_);
-        item->shareExchangeContactId(into_.exchangeContactIdText());
+        into_.stampWithId(item);
+        into_.stampWithExchangeContactId(item);
     }
 }
 
@@ -330,22 +341,26 @@ void ConversationMerge::updateIdGeneratorCache()
 {
     if (into_.hasTakenInContact() || from_.hasTakenInContact())
     {
+        if (into_.idGenerator_.remembersContact(into_.id_.str(), into_))
+        {
+            return;
+        }
         if (const OwnedItem contact = makeContactItem(into_, into_.itemFactory_, 0))
         {
             into_.idGenerator_.remember(into_.id_.str(), contact.get());
         }
     }
-    else if (ConversationItem* item = lastingItem())
+    else if (const ConversationItem* item = lastingItem())
     {
         into_.idGenerator_.remember(into_.id_.str(), item);
     }
 }
 
 /** Remembered by a live call, the party's history would not be recognised once the call is over. */
-ConversationItem* ConversationMerge::lastingItem() const
+const ConversationItem* ConversationMerge::lastingItem() const
 {
     const auto lasting = std::find_if(from_.items().begin(), from_.items().end(),
                                       [](const auto& item) { return !item->isActiveOrProgressingOrClearing(); });
-    return lasting == from_.items().end() ? from_.initialItem() : lasting->get();
+    return lasting == from_.items().end() ? from_.shownItem() : lasting->get();
 }
 } // namespace ConversationAPI

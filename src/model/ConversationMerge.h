@@ -25,21 +25,22 @@ class ConversationMerge
      * Adds all items, which the conversation owns then. With `replacesLiveCall`, a live call that comes first takes
      * the place of the one that the conversation shows.
      */
-    static void addItems(Conversation& into, std::vector<ConversationItem*> items, bool replacesLiveCall);
+    static void addItems(Conversation& into, std::vector<Conversation::HeldItem> items, bool replacesLiveCall);
 
   private:
-    using Items = std::vector<ConversationItem*>;
+    using Items = std::vector<const ConversationItem*>;
+    using HeldItems = std::vector<Conversation::HeldItem>;
     using OwnedItem = Conversation::OwnedItem;
 
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
-    Items cloneItems() const;
+    HeldItems copyItems() const;
     bool dropCallsAmong(const Items& arrived);
     Items itemsNotCovered() const;
     void keepArrivedAndClaimed(Items& strangers, const Items& arrived) const;
     void takeOrigin(const Conversation::Folding& folding);
-    std::vector<OwnedItem> extract(const Items& items);
-    Items handOver(std::vector<OwnedItem> items);
+    HeldItems extract(const Items& items);
+    std::vector<ConversationItem*> handOver(HeldItems items);
     void takeId();
     void rememberOwnContact();
     void takeGroupFields();
@@ -48,7 +49,7 @@ class ConversationMerge
     void makePermanent();
     void restampItems();
     void updateIdGeneratorCache();
-    ConversationItem* lastingItem() const;
+    const ConversationItem* lastingItem() const;
 
     Conversation& into_;
     const Conversation& from_;

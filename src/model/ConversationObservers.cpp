@@ -46,6 +46,10 @@ void ConversationObservers::tellModified(const std::string& conversationId)
 
 void ConversationObservers::tellKeysChanged(Conversation& conversation)
 {
+    if (observers_.empty())
+    {
+        return; // asked for every detail that is set before a conversation is in any list
+    }
     for (ConversationModificationObserverIfc* observer : Observers(observers_))
     {
         observer->conversationKeysChanged(&conversation);

@@ -6,47 +6,40 @@
 
 namespace ConversationAPI
 {
-DataThatShouldBeClonedOnCopy::HeldItem::HeldItem(OwnedItem item) : item_(std::move(item)), time_(item_->timeStampUTC())
-{
-}
-
 DataThatShouldBeClonedOnCopy::DataThatShouldBeClonedOnCopy() = default;
 
-DataThatShouldBeClonedOnCopy::DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other)
-{
-    items_.reserve(other.items_.size());
-    specialItems_ = other.specialItems_;
-    for (const HeldItem& item : other.items_)
-    {
-        items_.emplace_back(OwnedItem(item->clone()));
-    }
-    if (other.dummyItem_)
-    {
-        dummyItem_.reset(other.dummyItem_->clone());
-    }
-}
+DataThatShouldBeClonedOnCopy::DataThatShouldBeClonedOnCopy(const DataThatShouldBeClonedOnCopy& other) = default;
 
 DataThatShouldBeClonedOnCopy::~DataThatShouldBeClonedOnCopy() = default;
 
-std::vector<ConversationItem*> DataThatShouldBeClonedOnCopy::pointers() const
+std::vector<ConversationItem*> DataThatShouldBeClonedOnCopy::pointers()
 {
     std::vector<ConversationItem*> all;
     all.reserve(items_.size());
-    for (const HeldItem& item : items_)
+    for (HeldItem& item : items_)
     {
-        all.push_back(item.get());
+        all.push_back(item.giveOut());
     }
     return all;
 }
 
-ConversationItem* DataThatShouldBeClonedOnCopy::initialItem() const
+ConversationItem* DataThatShouldBeClonedOnCopy::initialItem()
 {
-    return items_.empty() ? dummyItem_.get() : items_.front().get();
+    return items_.empty() ? dummyItem_.giveOut() : items_.front().giveOut();
+}
+
+void DataThatShouldBeClonedOnCopy::awaitDummyItem(long time)
+{
+    dummyItem_ = {};
+    hasDummyItem_ = true;
+    dummyTime_ = time;
 }
 
 void DataThatShouldBeClonedOnCopy::setDummyItem(OwnedItem item)
 {
-    dummyItem_ = std::move(item);
+    hasDummyItem_ = item != nullptr;
+    dummyItem_ = SharedItem(std::move(item));
+    dummyTime_ = dummyItem_ ? dummyItem_->timeStampUTC() : 0;
 }
 
 /** An ignored waiting call is ordered by its time, but has a call id by which it is looked up. */
@@ -57,7 +50,7 @@ bool DataThatShouldBeClonedOnCopy::isPlain(const ConversationItem& item)
            !item.hasConversationItemId();
 }
 
-ConversationItem* DataThatShouldBeClonedOnCopy::findEquivalent(const ConversationItem& item) const
+const ConversationItem* DataThatShouldBeClonedOnCopy::findEquivalent(const ConversationItem& item) const
 {
     const bool byTimeAlone = holdsOnlyPlainItems() && isPlain(item);
     const long time = item.timeStampUTC();
@@ -91,11 +84,11 @@ DataThatShouldBeClonedOnCopy::findPlace(const ConversationItem& item) const
                         });
 }
 
-void DataThatShouldBeClonedOnCopy::insert(OwnedItem item)
+DataThatShouldBeClonedOnCopy::HeldItem& DataThatShouldBeClonedOnCopy::insert(HeldItem item)
 {
     const auto place = findPlace(*item);
     specialItems_ += isPlain(*item) ? 0 : 1;
-    items_.insert(place, HeldItem(std::move(item)));
+    return *items_.insert(place, std::move(item));
 }
 
 void DataThatShouldBeClonedOnCopy::removeFront()
@@ -132,7 +125,7 @@ bool DataThatShouldBeClonedOnCopy::isOlderThanAll(long time, std::size_t count) 
 
 void DataThatShouldBeClonedOnCopy::trimHistory()
 {
-    const ConversationItem* shown = initialItem();
+    const ConversationItem* shown = shownItem();
     const bool mayBeLive = shown && !holdsOnlyPlainItems();
     if (mayBeLive && (shown->isActiveOrProgressingOrClearing() || shown->isRepresentedHeldCall()))
     {
@@ -151,10 +144,10 @@ void DataThatShouldBeClonedOnCopy::clearItems()
     specialItems_ = 0;
 }
 
-std::vector<DataThatShouldBeClonedOnCopy::OwnedItem>
+std::vector<DataThatShouldBeClonedOnCopy::HeldItem>
 DataThatShouldBeClonedOnCopy::clearFor(const std::vector<ConversationItem*>& items)
 {
-    std::vector<OwnedItem> owned;
+    std::vector<HeldItem> owned;
     for (auto next = items.begin(); next != items.end(); ++next)
     {
         ConversationItem* item = *next;
@@ -164,7 +157,7 @@ DataThatShouldBeClonedOnCopy::clearFor(const std::vector<ConversationItem*>& ite
         }
         const auto held =
             std::find_if(items_.begin(), items_.end(), [item](const HeldItem& one) { return one.get() == item; });
-        owned.push_back(held == items_.end() ? OwnedItem(item) : held->take());
+        owned.push_back(held == items_.end() ? HeldItem(OwnedItem(item)) : std::move(*held));
     }
     clearItems();
     return owned;

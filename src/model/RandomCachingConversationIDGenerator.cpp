@@ -5,6 +5,7 @@
 #include "Log.h"
 #include "model/ConversationIDCache.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace ConversationAPI
@@ -35,6 +36,23 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     const bool sameNames = mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText();
     return sameNames || (mine.hasContactNumbers() && mine.hasSameContactNumbers(theirs));
 }
+
+/** Whether a placeholder is of a contact of which nothing has changed. */
+bool saysTheSame(const ConversationItem& placeholder, const ConversationContact& contact)
+{
+    if (placeholder.participants().size() != 1 ||
+        placeholder.exchangeContactIdText() != contact.exchangeContactIdText())
+    {
+        return false;
+    }
+    const ConversationParticipant& party = placeholder.participants().front();
+    const ContactDetails& details = *contact.contactDetails();
+    return party.firstNameText() == details.firstName && party.surnameText() == details.lastName &&
+           party.comparableNumberText() == details.number &&
+           std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                       [&](ContactNumberSlot slot) { return party.contactNumber(slot) == details.numbers[slot]; });
+}
+
 /** Whether two placeholders are of one contact of which nothing has changed. */
 bool saysTheSame(const ConversationItem& a, const ConversationItem& b)
 {
@@ -96,7 +114,7 @@ std::string RandomCachingConversationIDGenerator::knownConversationID(Conversati
 SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Conversation* conversation)
 {
     const CriticalSection guard(lock_);
-    ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
+    const ConversationItem* item = conversation ? conversation->shownItem() : nullptr;
     if (!item)
     {
         return SharedText(generateConversationId());
@@ -105,7 +123,7 @@ SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Convers
     if (!known)
     {
         SharedText newId(generateConversationId());
-        cache_->put(newId, std::unique_ptr<ConversationItem>(item->clone()));
+        cache_->put(newId, item->copy());
         CONVERSATION_LOG(6, "getConversationID new id [%s]", newId.str().c_str());
         return newId;
     }
@@ -115,7 +133,7 @@ SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Convers
     const bool isNewsOfContact = isPlaceholder(*item) && !isPlaceholder(*known->item);
     if (isNewsOfContact || itemNeedsUpdating(known->item.get(), item))
     {
-        cache_->put(id, std::unique_ptr<ConversationItem>(item->clone()));
+        cache_->put(id, item->copy());
     }
     CONVERSATION_LOG(6, "getConversationID [%s]", id.str().c_str());
     return id;
@@ -134,7 +152,7 @@ void RandomCachingConversationIDGenerator::updateCache(const std::string& id, Co
         return;
     }
     const bool wasLast = entry == &cache_->entries().back();
-    cache_->put(SharedText(entry->id), std::unique_ptr<ConversationItem>(item->clone()));
+    cache_->put(SharedText(entry->id), item->copy());
     for (int updates = wasLast ? 1 : 2; updates > 0; --updates)
     {
         CONVERSATION_LOG(6, "updateCache updated id [%s]", id.c_str());
@@ -163,7 +181,7 @@ void RandomCachingConversationIDGenerator::garbageCollect()
                          { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
 }
 
-void RandomCachingConversationIDGenerator::remember(const std::string& id, ConversationItem* item)
+void RandomCachingConversationIDGenerator::remember(const std::string& id, const ConversationItem* item)
 {
     {
         const CriticalSection guard(lock_);
@@ -174,21 +192,29 @@ void RandomCachingConversationIDGenerator::remember(const std::string& id, Conve
         }
         if (item && !id.empty() && !known && isPlaceholder(*item))
         {
-            cache_->put(SharedText(id), std::unique_ptr<ConversationItem>(item->clone()));
+            cache_->put(SharedText(id), item->copy());
             return;
         }
     }
-    updateCache(id, item);
+    ConversationIDGenerator::remember(id, item);
+}
+
+bool RandomCachingConversationIDGenerator::remembersContact(const std::string& id,
+                                                            const ConversationContact& contact) const
+{
+    const CriticalSection guard(lock_);
+    const ConversationIDCache::Entry* known = cache_->find(id);
+    return known && isPlaceholder(*known->item) && saysTheSame(*known->item, contact);
 }
 
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,
-                                                     ConversationItem* remaining)
+                                                     const ConversationItem* remaining)
 {
     const CriticalSection guard(lock_);
     const ConversationIDCache::Entry* entry = remaining ? cache_->find(id) : nullptr;
     if (entry && entry->item->getCallId() == callId)
     {
-        cache_->put(SharedText(entry->id), std::unique_ptr<ConversationItem>(remaining->clone()));
+        cache_->put(SharedText(entry->id), remaining->copy());
     }
 }
 
@@ -215,7 +241,7 @@ bool RandomCachingConversationIDGenerator::remembers(const ConversationItem& ite
 
 std::string RandomCachingConversationIDGenerator::findConversationIDForItem(Conversation* conversation)
 {
-    const ConversationItem* item = conversation ? conversation->initialItem() : nullptr;
+    const ConversationItem* item = conversation ? conversation->shownItem() : nullptr;
     if (!item)
     {
         return {};
@@ -238,7 +264,8 @@ int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::
     return -1;
 }
 
-bool RandomCachingConversationIDGenerator::itemNeedsUpdating(ConversationItem* cached, ConversationItem* fresh)
+bool RandomCachingConversationIDGenerator::itemNeedsUpdating(const ConversationItem* cached,
+                                                             const ConversationItem* fresh)
 {
     return cached && fresh && cached->getCallId() == fresh->getCallId() && !cached->doParticipantsMatch(*fresh);
 }

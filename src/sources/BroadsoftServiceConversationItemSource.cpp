@@ -303,7 +303,7 @@ void BroadsoftServiceConversationItemSource::deleteConversation(const std::strin
             conversationId.c_str());
         return;
     }
-    ConversationItem* item = conversation->initialItem();
+    const ConversationItem* item = conversation->shownItem();
     if (!item)
     {
         CONVERSATION_LOG(2, "BroadsoftServiceConversationItemSource::deleteConversation no initial item");

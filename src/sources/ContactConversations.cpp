@@ -34,7 +34,7 @@ class IsPerson : public ConversationUnaryCondition
     using Test = bool (*)(const Conversation&, const Conversation&);
 
     IsPerson(const Conversation& contact, Test isSamePerson)
-        : contact_(contact), isSamePerson_(isSamePerson), matcher_(contact.initialItem())
+        : contact_(contact), isSamePerson_(isSamePerson), matcher_(contact.shownItem())
     {
     }
 
@@ -83,7 +83,7 @@ class IsPersonWithoutNumber : public ConversationUnaryCondition
 
 Conversation* findByItemOrId(const ConversationList& list, const Conversation& contact, IsPerson::Test isSamePerson)
 {
-    Conversation* found = contact.initialItem() ? list.find(IsPerson(contact, isSamePerson)) : nullptr;
+    Conversation* found = contact.shownItem() ? list.find(IsPerson(contact, isSamePerson)) : nullptr;
     return found ? found : list.find(ConversationIDCondition(contact.getConversationId()));
 }
 } // namespace

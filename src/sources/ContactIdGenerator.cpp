@@ -32,9 +32,9 @@ std::string ContactIdGenerator::getConversationID(Conversation* contact)
 void ContactIdGenerator::rememberContact(const Conversation& contact)
 {
     ConversationIDGenerator* ids = factory_.getConversationIDGenerator();
-    if (ids && contact.initialItem())
+    if (ids && contact.shownItem())
     {
-        ids->remember(contact.getConversationId(), contact.initialItem());
+        ids->remember(contact.getConversationId(), contact.shownItem());
     }
 }
 } // namespace ConversationAPI

@@ -61,7 +61,7 @@ bool FoundContacts::contains(Conversation* conversation) const
 bool FoundContacts::isOthers(const std::string& conversationId, const Conversation& contact) const
 {
     const Conversation* holder = find(conversationId);
-    const ConversationItem* item = contact.initialItem();
+    const ConversationItem* item = contact.shownItem();
     return holder && !(item && holder->claims(*item) && haveSameName(*holder, contact));
 }
 

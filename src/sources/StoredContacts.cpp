@@ -151,7 +151,7 @@ PhonebookEntry StoredContacts::findEntryOf(const Conversation& person)
 {
     const Conversation* shown = findPerson(list_, person);
     const Conversation* other = shown ? nullptr : findConversationOf(list_, person);
-    if (shown || !other || !person.initialItem())
+    if (shown || !other || !person.shownItem())
     {
         const std::string contactId = shown ? contactIdOf(shown->getConversationId()) : std::string();
         return contactId.empty() ? PhonebookEntry() : readFromPhonebook(contactId);
@@ -161,7 +161,7 @@ PhonebookEntry StoredContacts::findEntryOf(const Conversation& person)
         PhonebookEntry entry = readFromPhonebook(contactId);
         StaticConversationIDGenerator anyId(other->getConversationId());
         const std::unique_ptr<Conversation> hidden = createConversation(entry, &anyId);
-        if (haveSameName(*hidden, person) && hidden->claims(*person.initialItem()))
+        if (haveSameName(*hidden, person) && hidden->claims(*person.shownItem()))
         {
             return entry;
         }

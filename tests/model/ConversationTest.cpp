@@ -8,6 +8,7 @@ using namespace ConversationAPI;
 using Testing::Items;
 using Testing::LogCapture;
 using Testing::timesOf;
+using Flags = std::vector<bool>;
 using Times = std::vector<long>;
 using Texts = std::vector<std::string>;
 
@@ -256,9 +257,39 @@ TEST_F(ConversationTest, ACloneIsIndependent)
     EXPECT_EQ(timesOf(*conversation).size() * 10 + timesOf(*copy).size(), 12U);
     EXPECT_EQ(copy->getConversationId(), conversation->getConversationId());
     EXPECT_EQ(copy->getJournalServiceEntries(), (Texts{"e"}));
-    EXPECT_STREQ(copy->items().back()->isClone(), "[clone]");
+    EXPECT_STREQ(copy->getConversationItems().back()->isClone(), "[clone]");
     EXPECT_EQ(std::string(copy->isClone()) + conversation->isClone(), "[clone]");
     EXPECT_EQ(log.count("Conversation::clone["), 1U);
+}
+
+/** Copies share items: nobody may notice, whoever has the pointer to one and whoever goes first. */
+TEST_F(ConversationTest, WhatHappensToAnItemStaysInItsConversation)
+{
+    auto original = phone.conversation({phone.missed(1, "11")});
+    const std::unique_ptr<Conversation> early(original->clone());
+    ConversationItem* const known = original->initialItem();
+    const std::unique_ptr<Conversation> late(original->clone());
+    const auto viewed = [&] {
+        return Flags{known->getViewed(), early->shownItem()->getViewed(), late->shownItem()->getViewed()};
+    };
+    known->setViewed(false);
+    EXPECT_EQ(viewed(), (Flags{false, true, true}));
+    early->initialItem()->setViewed(false);
+    known->setViewed(true);
+    EXPECT_EQ(viewed(), (Flags{true, false, true}));
+    const std::unique_ptr<Conversation> third(early->clone());
+    third->setAllItemsAsViewed();
+    early->setConversationItems({early->initialItem()});
+    EXPECT_EQ(viewed(), (Flags{true, false, true}));
+    EXPECT_EQ(original->initialItem(), known);
+
+    const auto contact = phone.contact("Lee", "11", "12");
+    const ConversationItem* const shown = contact->initialItem();
+    const std::unique_ptr<Conversation> row(contact->clone());
+    EXPECT_NE(row->initialItem(), shown);
+    original.reset();
+    EXPECT_EQ(late->getNumber(), late->shownItem()->participants().front().numberText());
+    EXPECT_STREQ(late->initialItem()->isClone(), "[clone]");
 }
 
 } // namespace

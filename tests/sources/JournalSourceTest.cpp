@@ -63,7 +63,7 @@ struct Journal : JournalServiceIfc
 };
 
 /** "a 4 @5": entry a, state 4, five minutes past ten, then the lengths; "<3 77" redirected it. */
-std::string describe(ConversationItem& item)
+std::string describe(const ConversationItem& item)
 {
     const CallPartyIdentifier* by = item.getForwardedCallParty();
     const std::string redirected = by ? by->getNumber() : "";
