@@ -14,6 +14,7 @@
 #include "aggregation/RowMatching.h"
 #include "aggregation/TemporaryConversations.h"
 #include "lists/ContactLookup.h"
+#include "model/Prefetch.h"
 
 #include <utility>
 
@@ -142,10 +143,11 @@ void ConversationAggregator::combineSources()
 
 void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)
 {
-    for (const Conversation* conversation : unmerged)
+    for (std::size_t place = 0; place < unmerged.size(); ++place)
     {
+        prefetchAhead(unmerged, place);
         CONVERSATION_LOG(6, "copyUnmergedConversationsInto clone");
-        list_->push_back(conversation->clone());
+        list_->push_back(unmerged[place]->clone());
     }
 }
 

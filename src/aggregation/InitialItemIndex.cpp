@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <string_view>
@@ -52,6 +53,7 @@ InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversatio
     index_.reserve(2 * conversations.size());
     for (std::size_t place = 0; place < conversations.size(); ++place)
     {
+        prefetchAhead(conversations, place);
         if (const ConversationItem* item = conversations[place]->shownItem())
         {
             forEachKey(*item, [&](std::uint32_t hash) { index_.addHash(hash, static_cast<std::uint32_t>(place)); });

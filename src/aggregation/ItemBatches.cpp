@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/ConversationItem.h"
 #include "model/ItemOrder.h"
+#include "model/Prefetch.h"
 
 #include <cstdint>
 #include <limits>
@@ -104,6 +105,7 @@ ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
     for (std::size_t place = 0; place < items.size(); ++place)
     {
         ConversationItem& item = *items[place];
+        prefetch(*items[std::min(place + PREFETCH_DISTANCE, items.size() - 1)]);
         const Ranked ranked{item.timeStampUTC(), place, &item};
         if (isPlain(item))
         {

@@ -4,6 +4,7 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <functional>
@@ -20,13 +21,14 @@ namespace
 constexpr Conversation::Folding UNITING{true, true, true, false};
 
 /** Nearly always not, which hashes tell; that two ids have the same one is all but impossible and only costs time. */
-bool mayShareIds(const ConversationList& rows)
+bool mayShareIds(const std::vector<Conversation*>& rows)
 {
     std::vector<std::size_t> hashes;
     hashes.reserve(rows.size());
-    for (const Conversation* row : rows)
+    for (std::size_t place = 0; place < rows.size(); ++place)
     {
-        hashes.push_back(std::hash<std::string>()(row->getConversationId()));
+        prefetchAhead(rows, place);
+        hashes.push_back(std::hash<std::string>()(rows[place]->getConversationId()));
     }
     std::sort(hashes.begin(), hashes.end());
     return std::adjacent_find(hashes.begin(), hashes.end()) != hashes.end();
@@ -130,11 +132,11 @@ void PhantomCalls::makeRowOfPhantom()
 
 std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
 {
-    if (!mayShareIds(list_))
+    std::vector<Conversation*> rows(list_.begin(), list_.end());
+    if (!mayShareIds(rows))
     {
         return {};
     }
-    std::vector<Conversation*> rows(list_.begin(), list_.end());
     const auto others = std::stable_partition(
         rows.begin(), rows.end(), [](const Conversation* row) { return row->isActiveOrProgressingOrClearing(); });
     // Whose call was the phantom's cannot be the root.

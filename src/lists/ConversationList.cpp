@@ -7,6 +7,7 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "lists/IndexedConversations.h"
 #include "lists/NumberIndex.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <cctype>
@@ -210,9 +211,10 @@ std::pair<Conversation*, unsigned> ConversationList::findWithIndex(const Convers
 void ConversationList::foreach (ConversationExecutor& executor) const
 {
     const CriticalSection guard(lock_);
-    for (Conversation* conversation : sequence())
+    for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        executor(conversation);
+        prefetchAhead(sequence(), place);
+        executor(sequence()[place]);
     }
 }
 
@@ -243,9 +245,10 @@ Conversation* ConversationList::findByConversationId(const std::string& id) cons
 void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) const
 {
     ids.reserve(ids.size() + sequence().size());
-    for (const Conversation* conversation : sequence())
+    for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        ids.push_back(conversation->getConversationId());
+        prefetchAhead(sequence(), place);
+        ids.push_back(sequence()[place]->getConversationId());
     }
 }
 
@@ -428,9 +431,11 @@ std::vector<Conversation*> ConversationList::detachAll()
 void ConversationList::removeAndDeleteAll()
 {
     const CriticalSection guard(lock_);
-    for (const Conversation* conversation : detachAll())
+    const std::vector<Conversation*> all = detachAll();
+    for (std::size_t place = 0; place < all.size(); ++place)
     {
-        delete conversation;
+        prefetchAhead(all, place);
+        delete all[place];
     }
 }
 

@@ -1,6 +1,7 @@
 #include "lists/ListSequence.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <limits>
@@ -253,8 +254,14 @@ void ListSequence::sortAll()
 {
     Members sorted = members_;
     std::unordered_set<ListMember*> compared;
+    std::size_t place = 0;
     sortByItemOrder(
-        sorted, [](const ListMember* member) { return member->conversation->shownItem(); },
+        sorted,
+        [this, &place](const ListMember* member)
+        {
+            prefetchAhead(conversations_, place++);
+            return member->conversation->shownItem();
+        },
         [&compared](ListMember* member, const ItemStanding& standing)
         {
             member->standing = standing;

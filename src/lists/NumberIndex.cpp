@@ -32,9 +32,13 @@ void NumberIndex::remove(const std::string& number)
     note({SharedText(number), nullptr, {}, true});
 }
 
+/** Of conversations that are deleted after clear(), nothing is known any more. */
 void NumberIndex::remove(Conversation* conversation)
 {
-    note({{}, conversation, {}, true});
+    if (!changes_.empty() || !numbers_.empty())
+    {
+        note({{}, conversation, {}, true});
+    }
 }
 
 void NumberIndex::clear()

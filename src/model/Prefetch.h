@@ -1,26 +1,32 @@
-/** Has an item that is needed soon brought near. */
+/**
+ * Has what is needed soon brought near.
+ *
+ * For walks over thousands of things in another order than they lie in memory: to wait for one takes longer than to
+ * work on it, and the processor cannot guess which one comes next. Changes nothing.
+ */
 #pragma once
 
-#include "ConversationAPI/ConversationItem.h"
-
 #include <cstddef>
+#include <vector>
 
 namespace ConversationAPI
 {
-/**
- * For walks over items in another order than they lie in memory: to wait for one takes longer than to work on it, and
- * the processor cannot guess which one comes next. Changes nothing.
- */
-inline void prefetch(const ConversationItem& item)
+class Conversation;
+
+/** How many things ahead. */
+constexpr std::size_t PREFETCH_DISTANCE = 4;
+
+template <typename Thing>
+void prefetch(const Thing& thing)
 {
     constexpr std::size_t CACHE_LINE = 64;
-    const auto* bytes = reinterpret_cast<const char*>(&item);
-    for (std::size_t offset = 0; offset < sizeof item; offset += CACHE_LINE)
+    const auto* bytes = reinterpret_cast<const char*>(&thing);
+    for (std::size_t offset = 0; offset < sizeof thing; offset += CACHE_LINE)
     {
         __builtin_prefetch(bytes + offset, 1);
     }
 }
 
-/** How many items ahead. */
-constexpr std::size_t PREFETCH_DISTANCE = 4;
+/** For a walk that has come to this place. Conversations behind it are looked at, those before it may be gone. */
+void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place);
 } // namespace ConversationAPI
