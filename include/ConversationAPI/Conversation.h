@@ -300,6 +300,7 @@ class Conversation : public ConversationContact
     void updateContactFrom(const ConversationItem& item);
     void takeContactFrom(const ConversationItem& item);
     void makeDummyItem() const;
+    void renewDummyItem(long time);
     void refreshDummyItem();
     void contactChanged() override;
     void contactNumbersChanged(const ContactNumbers& before) override

@@ -6,7 +6,9 @@
 #include <boost/container/small_vector.hpp>
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -30,12 +32,17 @@ class ConversationObservers
     void tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count);
 
   private:
-    using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 1>;
+    using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;
+
+    /** Those of this moment, whatever they do when they are told something. */
+    Observers all() const;
 
     /** `first` is the number now, `second` the number before; "" where there is none. */
     void notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,
                                        const std::string& second);
 
-    Observers observers_;
+    // Nearly always there is just the one list.
+    ConversationModificationObserverIfc* first_ = nullptr; ///< null: there is none
+    std::unique_ptr<std::vector<ConversationModificationObserverIfc*>> others_;
 };
 } // namespace ConversationAPI

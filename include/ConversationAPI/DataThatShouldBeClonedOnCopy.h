@@ -73,11 +73,11 @@ class DataThatShouldBeClonedOnCopy
     /** Whether one is waited for, and asked for now. */
     bool needsDummyItem() const { return items_.empty() && hasDummyItem_ && !dummyItem_; }
 
-    /** From now on a placeholder of this time is waited for. */
-    void awaitDummyItem(long time);
+    /** From now on a placeholder of no time is waited for. */
+    void awaitDummyItem();
 
-    /** The time of the placeholder, also of one that is waited for; 0 without one. */
-    long dummyTime() const { return dummyTime_; }
+    /** The time of the placeholder; 0 without one. */
+    long dummyTime() const { return dummyItem_ ? dummyItem_->timeStampUTC() : 0; }
 
     /** Null: there is none. */
     void setDummyItem(OwnedItem item);
@@ -156,6 +156,5 @@ class DataThatShouldBeClonedOnCopy
     unsigned specialItems_ = 0; ///< items that are not plain
     bool hasDummyItem_ = false;
     SharedItem dummyItem_; ///< null while it is waited for
-    long dummyTime_ = 0;
 };
 } // namespace ConversationAPI

@@ -5,8 +5,8 @@
  */
 #pragma once
 
-#include <boost/container/small_vector.hpp>
-
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,6 +15,10 @@ namespace ConversationAPI
 class JournalEntryIds
 {
   public:
+    JournalEntryIds() = default;
+    JournalEntryIds(const JournalEntryIds& other);
+    JournalEntryIds& operator=(const JournalEntryIds&) = delete;
+
     /** Appends the id unless it is there; "" is no id. */
     void add(const std::string& id);
     void add(const JournalEntryIds& others);
@@ -23,11 +27,21 @@ class JournalEntryIds
     std::vector<std::string> inOrder() const;
 
   private:
-    using Ids = boost::container::small_vector<std::string, 1>;
+    using Ids = std::vector<std::string>;
+
+    /** What few conversations have: calls of more than one entry. */
+    struct More
+    {
+        Ids ids;
+        std::size_t distinct = 0; ///< how many there were when repetitions were last dropped
+    };
 
     static void dropRepetitions(Ids& ids);
+    bool isAmongLatest(const std::string& id) const;
+    Ids all() const;
+    void assign(Ids ids);
 
-    Ids ids_;
-    std::size_t distinct_ = 0; ///< how many there were when repetitions were last dropped
+    std::string first_; ///< "": there is none
+    std::unique_ptr<More> more_;
 };
 } // namespace ConversationAPI

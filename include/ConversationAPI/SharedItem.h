@@ -9,6 +9,8 @@
 
 #include "ConversationAPI/ConversationItem.h"
 
+#include <boost/intrusive/pointer_plus_bits.hpp>
+
 #include <memory>
 #include <utility>
 
@@ -22,14 +24,14 @@ class SharedItem
     /** May be null. */
     explicit SharedItem(std::unique_ptr<ConversationItem> item);
     SharedItem(const SharedItem& other);
-    SharedItem(SharedItem&& other) noexcept : item_(std::exchange(other.item_, nullptr)), isCopy_(other.isCopy_) {}
+    SharedItem(SharedItem&& other) noexcept : marked_(std::exchange(other.marked_, nullptr)) {}
     SharedItem& operator=(SharedItem other) noexcept;
     ~SharedItem();
 
-    explicit operator bool() const { return item_ != nullptr; }
-    const ConversationItem& operator*() const { return *item_; }
-    const ConversationItem* operator->() const { return item_; }
-    const ConversationItem* get() const { return item_; }
+    explicit operator bool() const { return item() != nullptr; }
+    const ConversationItem& operator*() const { return *item(); }
+    const ConversationItem* operator->() const { return item(); }
+    const ConversationItem* get() const { return item(); }
 
     /** The item to change, at another place than before if it was shared. */
     ConversationItem& write();
@@ -41,10 +43,13 @@ class SharedItem
     std::unique_ptr<ConversationItem> take();
 
   private:
+    using Marking = boost::intrusive::pointer_plus_bits<ConversationItem*, 1>;
+
+    ConversationItem* item() const { return Marking::get_pointer(marked_); }
+    void hold(ConversationItem* item, bool isCopy);
     void makeOwn();
     void release();
 
-    ConversationItem* item_ = nullptr;
-    bool isCopy_ = false; ///< of an item, be it shared with it
+    ConversationItem* marked_ = nullptr; ///< marked when it is a copy of an item, be it shared with it
 };
 } // namespace ConversationAPI

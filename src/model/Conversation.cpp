@@ -90,10 +90,9 @@ std::string Conversation::getShortConversationId() const
 
 void Conversation::ensureInitialItemExists(long time)
 {
-    if (data_.empty() && !data_.hasDummyItem() && itemFactory_)
+    if (data_.empty() && !data_.hasDummyItem())
     {
-        data_.awaitDummyItem(time);
-        keysChanged();
+        renewDummyItem(time);
     }
 }
 
@@ -439,23 +438,28 @@ void Conversation::takeContactFrom(const ConversationItem& item)
     updateSecondPartyNameAndNumber(item, shown);
 }
 
-void Conversation::refreshDummyItem()
+/** Not made before somebody looks at it: details change one after the other, and what has items shows these. */
+void Conversation::renewDummyItem(long time)
 {
-    if (itemFactory_)
+    if (itemFactory_ && time == 0)
     {
-        data_.awaitDummyItem(data_.dummyTime());
+        data_.awaitDummyItem();
     }
     else
     {
-        data_.setDummyItem(nullptr);
+        data_.setDummyItem(makeContactItem(*this, itemFactory_, time));
     }
     keysChanged();
 }
 
-/** Not before somebody looks at it: details change one after the other, and what has items shows these. */
 void Conversation::makeDummyItem() const
 {
-    data_.setDummyItem(makeContactItem(*this, itemFactory_, data_.dummyTime()));
+    data_.setDummyItem(makeContactItem(*this, itemFactory_, 0));
+}
+
+void Conversation::refreshDummyItem()
+{
+    renewDummyItem(data_.dummyTime());
 }
 
 ConversationItem* Conversation::initialItem() const

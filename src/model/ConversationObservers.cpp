@@ -9,28 +9,62 @@
 
 namespace ConversationAPI
 {
+ConversationObservers::Observers ConversationObservers::all() const
+{
+    Observers all;
+    if (first_)
+    {
+        all.push_back(first_);
+    }
+    if (others_)
+    {
+        all.insert(all.end(), others_->begin(), others_->end());
+    }
+    return all;
+}
+
 void ConversationObservers::add(ConversationModificationObserverIfc* observer, Conversation& conversation)
 {
-    if (observer && std::find(observers_.begin(), observers_.end(), observer) == observers_.end())
+    const Observers known = all();
+    if (!observer || std::find(known.begin(), known.end(), observer) != known.end())
     {
-        observers_.push_back(observer);
-        observer->conversationRegistered(&conversation);
+        return;
     }
+    if (!first_)
+    {
+        first_ = observer;
+    }
+    else
+    {
+        if (!others_)
+        {
+            others_ = std::make_unique<std::vector<ConversationModificationObserverIfc*>>();
+        }
+        others_->push_back(observer);
+    }
+    observer->conversationRegistered(&conversation);
 }
 
 void ConversationObservers::remove(ConversationModificationObserverIfc* observer, Conversation& conversation)
 {
-    const auto found = std::find(observers_.begin(), observers_.end(), observer);
-    if (found != observers_.end())
+    Observers left = all();
+    const auto found = std::find(left.begin(), left.end(), observer);
+    if (found == left.end())
     {
-        observers_.erase(found);
-        observer->conversationUnregistered(&conversation);
+        return;
     }
+    left.erase(found);
+    first_ = left.empty() ? nullptr : left.front();
+    if (others_)
+    {
+        others_->assign(left.empty() ? left.end() : left.begin() + 1, left.end());
+    }
+    observer->conversationUnregistered(&conversation);
 }
 
 void ConversationObservers::tellEnd(Conversation& conversation)
 {
-    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    for (ConversationModificationObserverIfc* observer : all())
     {
         observer->conversationUnregistered(&conversation);
     }
@@ -38,19 +72,15 @@ void ConversationObservers::tellEnd(Conversation& conversation)
 
 void ConversationObservers::tellModified(const std::string& conversationId)
 {
-    for (std::size_t i = 0; i < observers_.size(); ++i)
+    for (ConversationModificationObserverIfc* observer : all())
     {
-        observers_[i]->conversationModified(conversationId);
+        observer->conversationModified(conversationId);
     }
 }
 
 void ConversationObservers::tellKeysChanged(Conversation& conversation)
 {
-    if (observers_.empty())
-    {
-        return; // asked for every detail that is set before a conversation is in any list
-    }
-    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    for (ConversationModificationObserverIfc* observer : all())
     {
         observer->conversationKeysChanged(&conversation);
     }
@@ -87,7 +117,7 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, const 
 void ConversationObservers::notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation,
                                                           const std::string& first, const std::string& second)
 {
-    for (ConversationModificationObserverIfc* observer : Observers(observers_))
+    for (ConversationModificationObserverIfc* observer : all())
     {
         observer->conversationNumberUpdated(reason, &conversation, first, second);
         observer->conversationModified(conversation.getConversationId());

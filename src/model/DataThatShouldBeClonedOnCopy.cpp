@@ -28,18 +28,16 @@ ConversationItem* DataThatShouldBeClonedOnCopy::initialItem()
     return items_.empty() ? dummyItem_.giveOut() : items_.front().giveOut();
 }
 
-void DataThatShouldBeClonedOnCopy::awaitDummyItem(long time)
+void DataThatShouldBeClonedOnCopy::awaitDummyItem()
 {
     dummyItem_ = {};
     hasDummyItem_ = true;
-    dummyTime_ = time;
 }
 
 void DataThatShouldBeClonedOnCopy::setDummyItem(OwnedItem item)
 {
     hasDummyItem_ = item != nullptr;
     dummyItem_ = SharedItem(std::move(item));
-    dummyTime_ = dummyItem_ ? dummyItem_->timeStampUTC() : 0;
 }
 
 /** An ignored waiting call is ordered by its time, but has a call id by which it is looked up. */

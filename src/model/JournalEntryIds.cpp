@@ -15,40 +15,98 @@ constexpr std::size_t FEW = 64;
 constexpr std::size_t LATEST = 4;
 } // namespace
 
+JournalEntryIds::JournalEntryIds(const JournalEntryIds& other)
+    : first_(other.first_), more_(other.more_ ? std::make_unique<More>(*other.more_) : nullptr)
+{
+}
+
 void JournalEntryIds::add(const std::string& id)
 {
-    const auto last = ids_.rbegin();
-    const auto end = last + static_cast<std::ptrdiff_t>(std::min(ids_.size(), LATEST));
-    if (id.empty() || std::find(last, end, id) != end)
+    if (id.empty() || isAmongLatest(id))
     {
         return;
     }
-    ids_.push_back(id);
-    if (ids_.size() > 2 * distinct_ + FEW)
+    if (first_.empty())
     {
-        dropRepetitions(ids_);
-        distinct_ = ids_.size();
+        first_ = id;
+        return;
+    }
+    if (!more_)
+    {
+        more_ = std::make_unique<More>();
+    }
+    more_->ids.push_back(id);
+    if (more_->ids.size() > 2 * more_->distinct + FEW)
+    {
+        dropRepetitions(more_->ids);
+        more_->distinct = more_->ids.size();
     }
 }
 
 void JournalEntryIds::add(const JournalEntryIds& others)
 {
-    for (const std::string& id : others.ids_)
+    for (const std::string& id : others.all())
     {
         add(id);
     }
 }
 
+bool JournalEntryIds::isAmongLatest(const std::string& id) const
+{
+    if (id == first_)
+    {
+        return true;
+    }
+    if (!more_)
+    {
+        return false;
+    }
+    const auto last = more_->ids.rbegin();
+    const auto end = last + static_cast<std::ptrdiff_t>(std::min(more_->ids.size(), LATEST));
+    return std::find(last, end, id) != end;
+}
+
 void JournalEntryIds::remove(const std::string& id)
 {
-    ids_.erase(std::remove(ids_.begin(), ids_.end(), id), ids_.end());
+    Ids left = all();
+    left.erase(std::remove(left.begin(), left.end(), id), left.end());
+    assign(std::move(left));
 }
 
 std::vector<std::string> JournalEntryIds::inOrder() const
 {
-    Ids distinct = ids_;
+    Ids distinct = all();
     dropRepetitions(distinct);
-    return {distinct.begin(), distinct.end()};
+    return distinct;
+}
+
+JournalEntryIds::Ids JournalEntryIds::all() const
+{
+    Ids ids;
+    if (!first_.empty())
+    {
+        ids.push_back(first_);
+    }
+    if (more_)
+    {
+        ids.insert(ids.end(), more_->ids.begin(), more_->ids.end());
+    }
+    return ids;
+}
+
+void JournalEntryIds::assign(Ids ids)
+{
+    first_.clear();
+    more_.reset();
+    if (!ids.empty())
+    {
+        first_ = std::move(ids.front());
+        ids.erase(ids.begin());
+    }
+    if (!ids.empty())
+    {
+        more_ = std::make_unique<More>(More{std::move(ids), 0});
+    }
 }
 
 /** The first of each stays where it is in the order. */

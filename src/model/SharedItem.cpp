@@ -2,31 +2,20 @@
 
 namespace ConversationAPI
 {
-SharedItem::SharedItem(std::unique_ptr<ConversationItem> item) : item_(item.release())
+SharedItem::SharedItem(std::unique_ptr<ConversationItem> item)
 {
-    if (item_)
-    {
-        ReferenceCount::increment(item_->holding_.holders);
-    }
+    hold(item.release(), false);
 }
 
-SharedItem::SharedItem(const SharedItem& other) : item_(other.item_), isCopy_(true)
+SharedItem::SharedItem(const SharedItem& other)
 {
-    if (!item_)
-    {
-        return;
-    }
-    if (item_->holding_.isGivenOut)
-    {
-        item_ = item_->clone();
-    }
-    ReferenceCount::increment(item_->holding_.holders);
+    ConversationItem* item = other.item();
+    hold(item && item->holding_.isGivenOut ? item->clone() : item, true);
 }
 
 SharedItem& SharedItem::operator=(SharedItem other) noexcept
 {
-    std::swap(item_, other.item_);
-    std::swap(isCopy_, other.isCopy_);
+    std::swap(marked_, other.marked_);
     return *this;
 }
 
@@ -35,52 +24,64 @@ SharedItem::~SharedItem()
     release();
 }
 
+void SharedItem::hold(ConversationItem* item, bool isCopy)
+{
+    marked_ = item;
+    if (item)
+    {
+        ReferenceCount::increment(item->holding_.holders);
+        Marking::set_bits(marked_, isCopy ? 1 : 0);
+    }
+}
+
 void SharedItem::release()
 {
-    if (item_ && ReferenceCount::decrement(item_->holding_.holders) == 0)
+    ConversationItem* held = item();
+    if (held && ReferenceCount::decrement(held->holding_.holders) == 0)
     {
-        delete item_;
+        delete held;
     }
 }
 
 ConversationItem& SharedItem::write()
 {
     makeOwn();
-    return *item_;
+    return *item();
 }
 
 ConversationItem* SharedItem::giveOut()
 {
-    if (item_)
+    if (item())
     {
         makeOwn();
-        item_->holding_.isGivenOut = true;
+        item()->holding_.isGivenOut = true;
     }
-    return item_;
+    return item();
 }
 
 std::unique_ptr<ConversationItem> SharedItem::take()
 {
-    if (item_)
+    if (item())
     {
         makeOwn();
-        item_->holding_ = {};
+        item()->holding_ = {};
     }
-    return std::unique_ptr<ConversationItem>(std::exchange(item_, nullptr));
+    std::unique_ptr<ConversationItem> taken(item());
+    marked_ = nullptr;
+    return taken;
 }
 
 void SharedItem::makeOwn()
 {
-    if (ReferenceCount::load(item_->holding_.holders) > 1)
+    if (ReferenceCount::load(item()->holding_.holders) > 1)
     {
-        ConversationItem* own = item_->clone();
-        ReferenceCount::increment(own->holding_.holders);
+        ConversationItem* own = item()->clone();
         release();
-        item_ = own;
+        hold(own, true);
     }
-    else if (isCopy_)
+    else if (Marking::get_bits(marked_) != 0)
     {
-        item_->setClone(); // the one that it was a copy of is gone
+        item()->setClone(); // the one that it was a copy of is gone
     }
 }
 } // namespace ConversationAPI
