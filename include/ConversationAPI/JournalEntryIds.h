@@ -5,6 +5,8 @@
  */
 #pragma once
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -27,7 +29,7 @@ class JournalEntryIds
     std::vector<std::string> inOrder() const;
 
   private:
-    using Ids = std::vector<std::string>;
+    using Ids = boost::container::small_vector<std::string, 3>; // most parties have one for each kind of call
 
     /** What few conversations have: calls of more than one entry. */
     struct More

@@ -1,5 +1,7 @@
 #include "lists/NumberIndex.h"
 
+#include "ConversationAPI/Conversation.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -13,9 +15,20 @@ constexpr std::size_t MOST_CHANGES = 65'536;
 
 void NumberIndex::associate(const std::string& number, Conversation* conversation)
 {
-    if (!number.empty())
+    if (number.empty() || !conversation)
     {
-        note({SharedText(number), conversation, {}, false});
+        return;
+    }
+    const CopyOnWrite<ContactDetails>& contact = conversation->contactDetails();
+    const ContactNumbers& numbers = contact->numbers;
+    const auto slot = static_cast<unsigned>(std::find(numbers.begin(), numbers.end(), number) - numbers.begin());
+    if (slot < CONTACT_NUMBER_SLOTS)
+    {
+        note({conversation, contact, {}, slot});
+    }
+    else
+    {
+        note({conversation, {}, SharedText(number)});
     }
 }
 
@@ -23,13 +36,13 @@ void NumberIndex::associate(const CopyOnWrite<ContactDetails>& contact, Conversa
 {
     if (contact.isSet())
     {
-        note({{}, conversation, contact, false});
+        note({conversation, contact, {}});
     }
 }
 
 void NumberIndex::remove(const std::string& number)
 {
-    note({SharedText(number), nullptr, {}, true});
+    note({nullptr, {}, SharedText(number)});
 }
 
 /** Of conversations that are deleted after clear(), nothing is known any more. */
@@ -37,7 +50,7 @@ void NumberIndex::remove(Conversation* conversation)
 {
     if (!changes_.empty() || !numbers_.empty())
     {
-        note({{}, conversation, {}, true});
+        note({conversation, {}, {}});
     }
 }
 
@@ -75,29 +88,35 @@ void NumberIndex::applyChanges() const
 
 void NumberIndex::apply(const Change& change) const
 {
-    if (change.isRemoval)
+    if (!change.conversation)
     {
-        if (change.conversation)
-        {
-            removeNow(change.conversation);
-        }
-        else
-        {
-            removeNow(change.number.str());
-        }
+        removeNow(change.number.str());
     }
     else if (change.contact.isSet())
     {
-        const ContactNumbers& numbers = change.contact->numbers;
-        associateNumberWithConversation("work1", numbers[WORK_1_SLOT], change.conversation);
-        associateNumberWithConversation("work2", numbers[WORK_2_SLOT], change.conversation);
-        associateNumberWithConversation("mobile", numbers[MOBILE_SLOT], change.conversation);
-        associateNumberWithConversation("home", numbers[HOME_SLOT], change.conversation);
+        associateContact(change.contact->numbers, change.slot, change.conversation);
     }
-    else
+    else if (!change.number.empty())
     {
         associateNumberWithConversation("", change.number.str(), change.conversation);
     }
+    else
+    {
+        removeNow(change.conversation);
+    }
+}
+
+void NumberIndex::associateContact(const ContactNumbers& numbers, unsigned slot, Conversation* conversation) const
+{
+    if (slot < CONTACT_NUMBER_SLOTS)
+    {
+        associateNumberWithConversation("", numbers[slot], conversation);
+        return;
+    }
+    associateNumberWithConversation("work1", numbers[WORK_1_SLOT], conversation);
+    associateNumberWithConversation("work2", numbers[WORK_2_SLOT], conversation);
+    associateNumberWithConversation("mobile", numbers[MOBILE_SLOT], conversation);
+    associateNumberWithConversation("home", numbers[HOME_SLOT], conversation);
 }
 
 /** Whose number it was loses it. */

@@ -58,15 +58,16 @@ class NumberIndex
     using Claims = boost::container::small_vector<Numbers::pointer, 1>;
 
     /**
-     * A number that a conversation claims or, without conversation, that goes; without number, a conversation that
-     * goes or, with contact, that claims the contact's numbers: as most do, for which copying the numbers is too dear.
+     * What a conversation claims, all of a contact's numbers or the one of a slot or another number; or, when it claims
+     * nothing, that it goes; or, without conversation, that the number goes. A contact's numbers are not copied, as
+     * there are thousands of such changes before somebody asks.
      */
     struct Change
     {
-        SharedText number;
         Conversation* conversation;
         CopyOnWrite<ContactDetails> contact;
-        bool isRemoval;
+        SharedText number;
+        unsigned slot = CONTACT_NUMBER_SLOTS;
     };
 
     template <typename Predicate, typename Precedes>
@@ -87,6 +88,7 @@ class NumberIndex
     void note(Change change);
     void applyChanges() const;
     void apply(const Change& change) const;
+    void associateContact(const ContactNumbers& numbers, unsigned slot, Conversation* conversation) const;
     void associateNumberWithConversation(const char* type, const std::string& number, Conversation* conversation) const;
     void removeNow(const std::string& number) const;
     void removeNow(Conversation* conversation) const;

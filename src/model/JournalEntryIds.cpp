@@ -77,7 +77,7 @@ std::vector<std::string> JournalEntryIds::inOrder() const
 {
     Ids distinct = all();
     dropRepetitions(distinct);
-    return distinct;
+    return {distinct.begin(), distinct.end()};
 }
 
 JournalEntryIds::Ids JournalEntryIds::all() const
