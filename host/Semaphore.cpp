@@ -1,6 +1,7 @@
 #include "platform/Semaphore.h"
 
 #include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
@@ -46,7 +47,7 @@ Semaphore::~Semaphore() = default;
 
 bool Semaphore::tryTake()
 {
-    int units = units_.load(std::memory_order_relaxed);
+    int units = units_.load(); // in one order with the count of those who wait: see acquire() and release()
     if (__libc_single_threaded)
     {
         units_.store(std::max(units - 1, 0), std::memory_order_relaxed);

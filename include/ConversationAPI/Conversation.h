@@ -21,6 +21,7 @@
 #include "platform/Semaphore.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -105,7 +106,11 @@ class Conversation : public ConversationContact
     /** The most prominent item, else the placeholder, else null. Valid until items or details change. */
     ConversationItem* initialItem() const;
 
-    /** The same, only to look at: the better choice then, as items that may be changed cannot be shared by copies. */
+    /**
+     * The same, only to look at: the better choice then, as items that may be changed cannot be shared by copies. Valid
+     * until items or details change, or initialItem() or getConversationItems() is called. An item that is still shared
+     * does not say of itself that it is a copy.
+     */
     const ConversationItem* shownItem() const
     {
         if (data_.needsDummyItem())
@@ -173,6 +178,9 @@ class Conversation : public ConversationContact
 
     /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
     void append(ConversationItem* item);
+
+    /** append() of an item to which nobody else has a pointer: only such items can be shared by copies. */
+    void appendNew(std::unique_ptr<ConversationItem> item);
     void prepend(ConversationItem* item) { append(item); }
 
     /**
@@ -205,7 +213,7 @@ class Conversation : public ConversationContact
     /** Whether an item was ever added, even one that is gone. */
     bool hadItems() const { return itemWasAdded_; }
 
-    /** In order, without lock and copy, only to look at; valid until the items change. */
+    /** In order, without lock and copy, only to look at; as long as shownItem(). */
     const DataThatShouldBeClonedOnCopy::Items& items() const { return data_.items(); }
     /** Whether no item is a live call or has an id of its own. */
     bool holdsOnlyPlainItems() const { return data_.holdsOnlyPlainItems(); }
@@ -288,14 +296,12 @@ class Conversation : public ConversationContact
         id_ = std::move(id);
         keysChanged();
     }
-    void addWithContact(OwnedItem item);
+    static HeldItem holdGivenOut(ConversationItem* item);
+    void addWithContact(HeldItem item);
     void addItem(HeldItem item);
     void addOldest(HeldItem item);
-    bool hasNothingToLearnFrom(const ConversationItem& call) const;
     void replaceCall(HeldItem item);
     void consumeItem(HeldItem item);
-    void stampWithId(HeldItem& item) const;
-    void stampWithExchangeContactId(HeldItem& item) const;
 
     void updateContactFrom(const ConversationItem& item);
     void takeContactFrom(const ConversationItem& item);

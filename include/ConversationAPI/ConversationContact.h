@@ -170,6 +170,9 @@ class ConversationContact
     /** What a new item tells of the parties; `shown` is the item that is shown first so far, null without one. */
     void updateNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
     void updateSecondPartyNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
+
+    /** Whether both would change nothing for an item of this party alone that is older than the one that is shown. */
+    bool hasNothingToLearnFrom(const ConversationParticipant& party) const;
     void takeGroupFields(const ConversationContact& other);
 
     void cloneContactInfo(const ConversationContact& other);

@@ -1,10 +1,11 @@
 /**
  * What must be cloned when a conversation is copied: its items and its placeholder.
  *
- * Owns both. The items stand in their own order (ConversationItem::lessThanOtherConsideringCreationTime), the
- * most prominent first. That order is no strict weak ordering, so nothing here searches by halves: an item
- * stands before the first one that it precedes, and equivalence is asked of every item. Nearly all sets hold
- * nothing but items that are ordered by their time alone; those are placed without looking at the items.
+ * Owns both, save what it shares with its copies. The items stand in their own order
+ * (ConversationItem::lessThanOtherConsideringCreationTime), the most prominent first. That order is no strict weak
+ * ordering, so nothing here searches by halves: an item stands before the first one that it precedes, and equivalence
+ * is asked of every item. Nearly all sets hold nothing but items that are ordered by their time alone; those are placed
+ * without looking at the items.
  */
 #pragma once
 
@@ -36,6 +37,20 @@ class DataThatShouldBeClonedOnCopy
 
         /** With its time, which is not looked up. */
         HeldItem(OwnedItem item, long time) : SharedItem(std::move(item)), time_(time) {}
+
+        /** Of an item that had to be cloned, as others may change it, the time is looked up again. */
+        HeldItem(const HeldItem& other)
+            : SharedItem(other), time_(get() == other.get() ? other.time_ : get()->timeStampUTC())
+        {
+        }
+        HeldItem(HeldItem&&) noexcept = default;
+        HeldItem& operator=(HeldItem other) noexcept
+        {
+            time_ = other.time_;
+            SharedItem::operator=(std::move(other));
+            return *this;
+        }
+        ~HeldItem() = default;
 
         long time() const { return time_; }
 

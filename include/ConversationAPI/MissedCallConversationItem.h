@@ -53,9 +53,9 @@ class MissedCallConversationItem : public ConversationItem
   private:
     bool viewed_ = true;
     bool answerStatus_ = false;
+    bool groupStatus_ = false;
     JournalServiceConversationItemSource* itemSource_ = nullptr;
     CallPartyIdentifier forwardedCallParty_;
-    bool groupStatus_ = false;
     SharedText groupName_;
     SharedText groupNumber_;
 };

@@ -36,6 +36,10 @@ class SharedItem
     /** The item to change, at another place than before if it was shared. */
     ConversationItem& write();
 
+    /** Has the item carry these ids, which needs no item of its own when it does so already. */
+    void stampWithId(const SharedText& conversationId);
+    void stampWithExchangeContactId(const SharedText& id);
+
     /** The item for whoever may change it at any time while it is held. */
     ConversationItem* giveOut();
 

@@ -113,7 +113,7 @@ Conversation* ItemPlacement::placeItemOfRebuild(ConversationItem* item, const Be
         return addNewConversation(item, nullptr, beforeJoining);
     }
     beforeJoining(*target);
-    target->append(item);
+    target->appendNew(std::unique_ptr<ConversationItem>(item));
     return target;
 }
 
@@ -200,7 +200,7 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
         }
         existing->setExtraActiveConversation(existing->extraActiveConversation() &&
                                              placed.isActiveOrProgressingOrClearing());
-        existing->prepend(placed.copy().release());
+        existing->appendNew(placed.copy());
         return existing;
     }
     conversations_.push_back(conversation.get());
@@ -216,7 +216,7 @@ std::unique_ptr<Conversation> ItemPlacement::makeConversation(ConversationItem* 
         return nullptr;
     }
     const bool isToBeDeletedWithList = item->isDeleteOnConversationList();
-    conversation->append(item);
+    conversation->appendNew(std::unique_ptr<ConversationItem>(item));
     if (conversation->getState() == ConversationItemState::VOICEMAIL || !isToBeDeletedWithList)
     {
         conversation->setDeletable(false);
@@ -230,7 +230,7 @@ std::unique_ptr<Conversation> ItemPlacement::makeExtraConversation(ConversationI
 {
     const Conversation* beside = getLiveConversationBeside(item);
     std::unique_ptr<Conversation> conversation(factory_.createConversation(generator));
-    conversation->append(item);
+    conversation->appendNew(std::unique_ptr<ConversationItem>(item));
     conversation->setExtraActiveConversation(true);
     nameLike(beside, *conversation);
     return conversation;

@@ -9,7 +9,7 @@ namespace ConversationAPI
 {
 namespace
 {
-/** Some megabytes. */
+/** Each may keep the details of a contact that have changed since. */
 constexpr std::size_t MOST_CHANGES = 65'536;
 } // namespace
 
@@ -119,7 +119,7 @@ void NumberIndex::associateContact(const ContactNumbers& numbers, unsigned slot,
     associateNumberWithConversation("home", numbers[HOME_SLOT], conversation);
 }
 
-/** Whose number it was loses it. */
+/** Whose number it was loses it. What kind of number it is has always been told, and never been kept. */
 void NumberIndex::associateNumberWithConversation(const char*, const std::string& number,
                                                   Conversation* conversation) const
 {

@@ -141,9 +141,23 @@ void Conversation::append(ConversationItem* item)
 {
     if (item)
     {
-        addWithContact(OwnedItem(item));
+        addWithContact(holdGivenOut(item));
         notifyObserversConversationIsModified();
     }
+}
+
+void Conversation::appendNew(std::unique_ptr<ConversationItem> item)
+{
+    addWithContact(HeldItem(std::move(item)));
+    notifyObserversConversationIsModified();
+}
+
+/** Whoever gave the item may still have a pointer to it. */
+Conversation::HeldItem Conversation::holdGivenOut(ConversationItem* item)
+{
+    HeldItem held{OwnedItem(item)};
+    held.giveOut();
+    return held;
 }
 
 void Conversation::appendCalls(std::vector<HeldItem>& calls)
@@ -153,7 +167,7 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
         return;
     }
     const CopyOnWrite<ContactDetails> before = contactDetails();
-    const bool isPartyKnown = hasNothingToLearnFrom(*calls.front());
+    const bool isPartyKnown = hasNothingToLearnFrom(calls.front()->participants().front());
     {
         const CriticalSection guard(lock_);
         data_.reserve(std::min(data_.items().size() + calls.size(), MOST_HISTORY_ITEMS + 1));
@@ -180,23 +194,11 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
     notifyObserversConversationIsModified();
 }
 
-/** Of one of the calls for appendCalls() that is older than what is held; true for all of them or for none. */
-bool Conversation::hasNothingToLearnFrom(const ConversationItem& call) const
-{
-    if (getContactSource() != NO_CONTACT)
-    {
-        return true;
-    }
-    const ConversationParticipant& party = call.participants().front();
-    const bool isNamed = !getFirstName().empty() || !getLastName().empty();
-    return isNamed && !party.hasFurtherNumbers() && contactDetails()->holdsAmongTheFour(party.comparableNumberText());
-}
-
-void Conversation::addWithContact(OwnedItem item)
+void Conversation::addWithContact(HeldItem item)
 {
     updateContactFrom(*item);
     const CriticalSection guard(lock_);
-    addItem(HeldItem(std::move(item)));
+    addItem(std::move(item));
 }
 
 /** One more call of the history behind others of it, which a rebuild adds most of all: nothing else changes. */
@@ -206,8 +208,8 @@ void Conversation::addOldest(HeldItem item)
     journalEntries_.add(item->getItemId());
     if (data_.items().size() < MOST_HISTORY_ITEMS)
     {
-        stampWithExchangeContactId(item);
-        stampWithId(item);
+        item.stampWithExchangeContactId(exchangeContactIdText());
+        item.stampWithId(id_);
         data_.pushBack(std::move(item));
     }
 }
@@ -249,26 +251,10 @@ void Conversation::consumeItem(HeldItem item)
         return;
     }
     HeldItem& added = data_.insert(std::move(item));
-    stampWithExchangeContactId(added);
+    added.stampWithExchangeContactId(exchangeContactIdText());
     generateConversationID();
-    stampWithId(added);
+    added.stampWithId(id_);
     data_.trimHistory();
-}
-
-void Conversation::stampWithId(HeldItem& item) const
-{
-    if (item->conversationIdText() != id_)
-    {
-        item.write().shareConversationId(id_);
-    }
-}
-
-void Conversation::stampWithExchangeContactId(HeldItem& item) const
-{
-    if (item->exchangeContactIdText() != exchangeContactIdText())
-    {
-        item.write().shareExchangeContactId(exchangeContactIdText());
-    }
 }
 
 void Conversation::updateItem(ConversationItem* item)
@@ -277,7 +263,7 @@ void Conversation::updateItem(ConversationItem* item)
     {
         return;
     }
-    HeldItem owned{OwnedItem(item)};
+    HeldItem owned = holdGivenOut(item);
     {
         const CriticalSection guard(lock_);
         const std::string id = owned->conversationItemId();
@@ -297,7 +283,7 @@ void Conversation::updateInitialItem(ConversationItem* item)
     updateContactFrom(*item);
     {
         const CriticalSection guard(lock_);
-        replaceCall(HeldItem(OwnedItem(item)));
+        replaceCall(holdGivenOut(item));
     }
     notifyObserversConversationIsModified();
 }
@@ -385,7 +371,7 @@ void Conversation::mergeItems(std::vector<ConversationItem*> items)
     {
         if (item)
         {
-            owned.emplace_back(OwnedItem(item));
+            owned.push_back(holdGivenOut(item));
         }
     }
     ConversationMerge::addItems(*this, std::move(owned), true);

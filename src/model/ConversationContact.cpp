@@ -286,6 +286,13 @@ void ConversationContact::updateSecondPartyNameAndNumber(const ConversationItem&
     setSecondParty({party.firstNameText(), party.surnameText(), party.comparableNumberText()});
 }
 
+bool ConversationContact::hasNothingToLearnFrom(const ConversationParticipant& party) const
+{
+    const bool isNamed = !getFirstName().empty() || !getLastName().empty();
+    return contactSource_ != NO_CONTACT ||
+           (isNamed && !party.hasFurtherNumbers() && contact_->holdsAmongTheFour(party.comparableNumberText()));
+}
+
 void ConversationContact::takeFrom(const ConversationParticipant& party)
 {
     updateName(party.firstNameText(), party.surnameText());

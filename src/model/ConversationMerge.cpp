@@ -7,6 +7,7 @@
 #include "model/ConversationLog.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace ConversationAPI
@@ -75,7 +76,8 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     std::transform(copies.begin(), copies.end(), std::back_inserter(arrived),
                    [](const auto& item) { return item.get(); });
     const bool hadOlderOnes = dropCallsAmong(arrived);
-    addItems(into_, std::move(copies), folding.replacesLiveCall && !hadOlderOnes);
+    const SharedText idBefore = into_.id_;
+    const bool hasArrived = insertItems(into_, std::move(copies), folding.replacesLiveCall && !hadOlderOnes);
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
@@ -90,6 +92,10 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     }
     keepArrivedAndClaimed(strangers, arrived);
     HeldItems handedBack = extract(strangers);
+    if (hasArrived)
+    {
+        into_.observers_.tellModified(idBefore.str()); // not before, as items that they look at may change places
+    }
     if (into_.getContactSource() != Conversation::NO_CONTACT)
     {
         into_.refreshDummyItem();
@@ -104,9 +110,18 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
 
 void ConversationMerge::addItems(Conversation& into, HeldItems items, bool replacesLiveCall)
 {
+    if (insertItems(into, std::move(items), replacesLiveCall))
+    {
+        into.notifyObserversConversationIsModified();
+    }
+}
+
+/** Answers whether there were any. */
+bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool replacesLiveCall)
+{
     if (items.empty())
     {
-        return;
+        return false;
     }
     const ContactNumbers numbersBefore = into.contactDetails()->numbers;
     {
@@ -122,12 +137,12 @@ void ConversationMerge::addItems(Conversation& into, HeldItems items, bool repla
             into.addItem(std::move(item));
         }
     }
-    into.notifyObserversConversationIsModified();
     if (into.getContactSource() != Conversation::NO_CONTACT)
     {
         CONVERSATION_LOG(6, "mergeItems");
         into.contactNumbersChanged(numbersBefore);
     }
+    return true;
 }
 
 bool ConversationMerge::fromIsContactOnly() const
@@ -167,7 +182,7 @@ void ConversationMerge::takeGroupFields()
     into_.takeGroupFields(from_);
 }
 
-/** They keep their places in memory when they are added, as they have the ids that they get then. */
+/** They keep their places in memory when they are added, as they have the ids that they get then: see fold(). */
 ConversationMerge::HeldItems ConversationMerge::copyItems() const
 {
     HeldItems copies(from_.items().begin(), from_.items().end());
@@ -179,8 +194,8 @@ ConversationMerge::HeldItems ConversationMerge::copyItems() const
         }
         else
         {
-            into_.stampWithId(copy);
-            into_.stampWithExchangeContactId(copy);
+            copy.stampWithId(into_.id_);
+            copy.stampWithExchangeContactId(into_.exchangeContactIdText());
         }
     }
     return copies;
@@ -328,8 +343,8 @@ void ConversationMerge::restampItems()
     const CriticalSection guard(into_.lock_);
     for (Conversation::HeldItem& item : into_.data_.writableItems())
     {
-        into_.stampWithId(item);
-        into_.stampWithExchangeContactId(item);
+        item.stampWithId(into_.id_);
+        item.stampWithExchangeContactId(into_.exchangeContactIdText());
     }
 }
 

@@ -32,6 +32,7 @@ class ConversationMerge
     using HeldItems = std::vector<Conversation::HeldItem>;
     using OwnedItem = Conversation::OwnedItem;
 
+    static bool insertItems(Conversation& into, HeldItems items, bool replacesLiveCall);
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
     HeldItems copyItems() const;

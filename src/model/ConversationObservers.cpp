@@ -70,11 +70,16 @@ void ConversationObservers::tellEnd(Conversation& conversation)
     }
 }
 
+/** Those that leave meanwhile are not told any more. */
 void ConversationObservers::tellModified(const std::string& conversationId)
 {
-    for (ConversationModificationObserverIfc* observer : all())
+    if (first_)
     {
-        observer->conversationModified(conversationId);
+        first_->conversationModified(conversationId);
+    }
+    for (std::size_t place = 0; others_ && place < others_->size(); ++place)
+    {
+        (*others_)[place]->conversationModified(conversationId);
     }
 }
 

@@ -155,7 +155,8 @@ DataThatShouldBeClonedOnCopy::clearFor(const std::vector<ConversationItem*>& ite
         }
         const auto held =
             std::find_if(items_.begin(), items_.end(), [item](const HeldItem& one) { return one.get() == item; });
-        owned.push_back(held == items_.end() ? HeldItem(OwnedItem(item)) : std::move(*held));
+        owned.emplace_back(held == items_.end() ? OwnedItem(item) : held->take());
+        owned.back().giveOut();
     }
     clearItems();
     return owned;

@@ -68,6 +68,10 @@ bool JournalEntryIds::isAmongLatest(const std::string& id) const
 
 void JournalEntryIds::remove(const std::string& id)
 {
+    if (id.empty())
+    {
+        return;
+    }
     Ids left = all();
     left.erase(std::remove(left.begin(), left.end(), id), left.end());
     assign(std::move(left));

@@ -106,7 +106,7 @@ class KeyIndex
 
     static std::uint32_t hashOf(std::string_view key)
     {
-        const std::size_t hash = std::hash<std::string_view>()(key);
+        const std::uint64_t hash = std::hash<std::string_view>()(key);
         return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
     }
 

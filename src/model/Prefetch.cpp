@@ -22,6 +22,7 @@ void prefetchTexts(const Conversation& conversation)
 {
     if (!conversation.items().empty() && !conversation.items().front()->participants().empty())
     {
+        // They most likely lie in a row. Where they do not, something else is brought near, and no harm is done.
         struct Texts
         {
             char bytes[3 * sizeof(std::string)];

@@ -37,35 +37,35 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     return sameNames || (mine.hasContactNumbers() && mine.hasSameContactNumbers(theirs));
 }
 
-/** Whether a placeholder is of a contact of which nothing has changed. */
-bool saysTheSame(const ConversationItem& placeholder, const ConversationContact& contact)
+/** Whether a placeholder says what is known of a contact; `numberOf` gives its number for a slot. */
+template <typename NumberOf>
+bool says(const ConversationItem& placeholder, const SharedText& exchangeContactId, const std::string& firstName,
+          const std::string& lastName, const std::string& number, NumberOf numberOf)
 {
-    if (placeholder.participants().size() != 1 ||
-        placeholder.exchangeContactIdText() != contact.exchangeContactIdText())
+    if (!isPlaceholder(placeholder) || placeholder.participants().size() != 1 ||
+        placeholder.exchangeContactIdText() != exchangeContactId)
     {
         return false;
     }
     const ConversationParticipant& party = placeholder.participants().front();
-    const ContactDetails& details = *contact.contactDetails();
-    return party.firstNameText() == details.firstName && party.surnameText() == details.lastName &&
-           party.comparableNumberText() == details.number &&
+    return party.firstNameText() == firstName && party.surnameText() == lastName &&
+           party.comparableNumberText() == number &&
            std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [&](ContactNumberSlot slot) { return party.contactNumber(slot) == details.numbers[slot]; });
+                       [&](ContactNumberSlot slot) { return party.contactNumber(slot) == numberOf(slot); });
 }
 
 /** Whether two placeholders are of one contact of which nothing has changed. */
 bool saysTheSame(const ConversationItem& a, const ConversationItem& b)
 {
-    if (!isPlaceholder(a) || !isPlaceholder(b) || a.participants().size() != 1 || b.participants().size() != 1 ||
-        a.exchangeContactIdText() != b.exchangeContactIdText())
+    if (!isPlaceholder(b) || b.participants().size() != 1)
     {
         return false;
     }
-    const ConversationParticipant& mine = a.participants().front();
-    const ConversationParticipant& theirs = b.participants().front();
-    return mine.firstNameText() == theirs.firstNameText() && mine.surnameText() == theirs.surnameText() &&
-           mine.comparableNumberText() == theirs.comparableNumberText() && mine.hasSameContactNumbers(theirs);
+    const ConversationParticipant& party = b.participants().front();
+    return says(a, b.exchangeContactIdText(), party.firstNameText(), party.surnameText(), party.comparableNumberText(),
+                [&party](ContactNumberSlot slot) -> const std::string& { return party.contactNumber(slot); });
 }
+
 /** Remembered by one of its calls, a contact would not be recognised by its other numbers. */
 bool isCallOfContact(const ConversationItem& item, const ConversationItem& known)
 {
@@ -204,7 +204,10 @@ bool RandomCachingConversationIDGenerator::remembersContact(const std::string& i
 {
     const CriticalSection guard(lock_);
     const ConversationIDCache::Entry* known = cache_->find(id);
-    return known && isPlaceholder(*known->item) && saysTheSame(*known->item, contact);
+    const ContactDetails& details = *contact.contactDetails();
+    return known &&
+           says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName, details.number,
+                [&details](ContactNumberSlot slot) -> const std::string& { return details.numbers[slot]; });
 }
 
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,

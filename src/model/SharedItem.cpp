@@ -49,6 +49,22 @@ ConversationItem& SharedItem::write()
     return *item();
 }
 
+void SharedItem::stampWithId(const SharedText& conversationId)
+{
+    if (item()->conversationIdText() != conversationId)
+    {
+        write().shareConversationId(conversationId);
+    }
+}
+
+void SharedItem::stampWithExchangeContactId(const SharedText& id)
+{
+    if (item()->exchangeContactIdText() != id)
+    {
+        write().shareExchangeContactId(id);
+    }
+}
+
 ConversationItem* SharedItem::giveOut()
 {
     if (item())
@@ -75,9 +91,11 @@ void SharedItem::makeOwn()
 {
     if (ReferenceCount::load(item()->holding_.holders) > 1)
     {
+        const bool isCopy = Marking::get_bits(marked_) != 0;
         ConversationItem* own = item()->clone();
+        own->clone_ = isCopy || item()->clone_; // the one that was there first is no copy, whoever keeps which
         release();
-        hold(own, true);
+        hold(own, isCopy);
     }
     else if (Marking::get_bits(marked_) != 0)
     {

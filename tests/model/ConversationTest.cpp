@@ -265,9 +265,12 @@ TEST_F(ConversationTest, ACloneIsIndependent)
 /** Copies share items: nobody may notice, whoever has the pointer to one and whoever goes first. */
 TEST_F(ConversationTest, WhatHappensToAnItemStaysInItsConversation)
 {
-    auto original = phone.conversation({phone.missed(1, "11")});
+    auto original = phone.conversation({});
+    original->appendNew(std::unique_ptr<ConversationItem>(phone.missed(1, "11")));
     const std::unique_ptr<Conversation> early(original->clone());
+    ASSERT_EQ(early->shownItem(), original->shownItem());
     ConversationItem* const known = original->initialItem();
+    EXPECT_STREQ(known->isClone(), "");
     const std::unique_ptr<Conversation> late(original->clone());
     const auto viewed = [&] {
         return Flags{known->getViewed(), early->shownItem()->getViewed(), late->shownItem()->getViewed()};
@@ -276,20 +279,55 @@ TEST_F(ConversationTest, WhatHappensToAnItemStaysInItsConversation)
     EXPECT_EQ(viewed(), (Flags{false, true, true}));
     early->initialItem()->setViewed(false);
     known->setViewed(true);
-    EXPECT_EQ(viewed(), (Flags{true, false, true}));
     const std::unique_ptr<Conversation> third(early->clone());
     third->setAllItemsAsViewed();
-    early->setConversationItems({early->initialItem()});
     EXPECT_EQ(viewed(), (Flags{true, false, true}));
     EXPECT_EQ(original->initialItem(), known);
 
-    const auto contact = phone.contact("Lee", "11", "12");
-    const ConversationItem* const shown = contact->initialItem();
-    const std::unique_ptr<Conversation> row(contact->clone());
-    EXPECT_NE(row->initialItem(), shown);
+    ConversationItem* const kept = phone.missed(20, "11");
+    original->append(kept);
+    const std::unique_ptr<Conversation> copy(original->clone());
+    kept->extractTimeAndDateFromJournalServiceISO8601String("");
+    EXPECT_EQ(copy->timeStampUTC(), 20);
+    original->setConversationItems(original->getConversationItems());
+    EXPECT_EQ(timesOf(*original), (Times{1, 0}));
     original.reset();
-    EXPECT_EQ(late->getNumber(), late->shownItem()->participants().front().numberText());
-    EXPECT_STREQ(late->initialItem()->isClone(), "[clone]");
+    EXPECT_STREQ(early->initialItem()->isClone(), "[clone]");
+    EXPECT_EQ(copy->initialItem()->getItemText() + copy->getNumber(), "11");
+}
+
+/** What is told of a conversation looks at it as soon as it is told, and so ends the sharing of items. */
+TEST_F(ConversationTest, ObserversMayLookAtWhatIsBeingFolded)
+{
+    class Looking : public Listener
+    {
+      public:
+        explicit Looking(Conversation& conversation) : conversation_(conversation) {}
+        void conversationModified(const std::string&) override
+        {
+            looked += conversation_.getConversationItems().size();
+        }
+
+        std::size_t looked = 0;
+
+      private:
+        Conversation& conversation_;
+    };
+    const auto into = phone.conversation({phone.missed(3, "11")});
+    const auto from = phone.conversation({});
+    from->appendNew(std::unique_ptr<ConversationItem>(phone.missed(1, "21")));
+    from->appendNew(std::unique_ptr<ConversationItem>(phone.missed(2, "22")));
+    Looking observer(*into);
+    into->addObserver(&observer);
+    for (ConversationItem* stranger : into->foldIn(*from, {false}))
+    {
+        EXPECT_EQ(stranger->timeStampUTC(), 3);
+        delete stranger;
+    }
+    EXPECT_EQ(timesOf(*into), (Times{2, 1}));
+    EXPECT_EQ(timesOf(*from), (Times{2, 1}));
+    EXPECT_GT(observer.looked, 0U);
+    into->removeObserver(&observer);
 }
 
 } // namespace
