@@ -76,8 +76,8 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     std::transform(copies.begin(), copies.end(), std::back_inserter(arrived),
                    [](const auto& item) { return item.get(); });
     const bool hadOlderOnes = dropCallsAmong(arrived);
-    const SharedText idBefore = into_.id_;
     const bool hasArrived = insertItems(into_, std::move(copies), folding.replacesLiveCall && !hadOlderOnes);
+    const SharedText idBefore = into_.id_;
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
         rememberOwnContact();
