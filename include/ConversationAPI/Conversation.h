@@ -178,10 +178,10 @@ class Conversation : public ConversationContact
 
     /** Adds an item and takes the party's name and number from it unless a contact supplied them. */
     void append(ConversationItem* item);
+    void prepend(ConversationItem* item) { append(item); }
 
     /** append() of an item to which nobody else has a pointer: only such items can be shared by copies. */
     void appendNew(std::unique_ptr<ConversationItem> item);
-    void prepend(ConversationItem* item) { append(item); }
 
     /**
      * append() for each of the calls, which it takes; observers are told once. Each has one party, of the same number

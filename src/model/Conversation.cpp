@@ -148,8 +148,11 @@ void Conversation::append(ConversationItem* item)
 
 void Conversation::appendNew(std::unique_ptr<ConversationItem> item)
 {
-    addWithContact(HeldItem(std::move(item)));
-    notifyObserversConversationIsModified();
+    if (item)
+    {
+        addWithContact(HeldItem(std::move(item)));
+        notifyObserversConversationIsModified();
+    }
 }
 
 /** Whoever gave the item may still have a pointer to it. */
