@@ -251,7 +251,7 @@ class Conversation : public ConversationContact
     void cloneContactInfo(const Conversation& other);
 
     /** Adds all items, which this conversation owns then; a newer record of a live call replaces the older. */
-    void mergeItems(std::vector<ConversationItem*> items);
+    void mergeItems(const std::vector<ConversationItem*>& items);
 
     /** Once each. The observer is told that it was registered or unregistered. */
     void addObserver(ConversationModificationObserverIfc* list) { observers_.add(list, *this); }

@@ -34,6 +34,10 @@ class JournalEntryIds
     /** What few conversations have: calls of more than one entry. */
     struct More
     {
+        More() = default;
+        More(const More&) = default;
+        More& operator=(const More&) = delete;
+
         Ids ids;
         std::size_t distinct = 0; ///< how many there were when repetitions were last dropped
     };

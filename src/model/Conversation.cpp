@@ -367,7 +367,7 @@ void Conversation::setAllItemsAsViewed()
     notifyObserversConversationIsModified();
 }
 
-void Conversation::mergeItems(std::vector<ConversationItem*> items)
+void Conversation::mergeItems(const std::vector<ConversationItem*>& items)
 {
     std::vector<HeldItem> owned;
     for (ConversationItem* item : items)

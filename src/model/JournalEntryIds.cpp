@@ -109,7 +109,8 @@ void JournalEntryIds::assign(Ids ids)
     }
     if (!ids.empty())
     {
-        more_ = std::make_unique<More>(More{std::move(ids), 0});
+        more_ = std::make_unique<More>();
+        more_->ids = std::move(ids);
     }
 }
 
