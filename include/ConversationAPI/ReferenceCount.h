@@ -2,7 +2,9 @@
  * How often something is shared, counted with atomic operations only in a process that has several threads.
  *
  * An atomic operation waits for everything that the processor still reads and writes, which is most of its cost where
- * thousands of texts and items are copied one after the other. A counter policy for boost::intrusive_ref_counter.
+ * thousands of texts and items are copied one after the other. A counter policy for boost::intrusive_ref_counter, which
+ * asks libstdc++, whose own shared pointers count in this way; with another standard library, atomic operations will
+ * do.
  */
 #pragma once
 
