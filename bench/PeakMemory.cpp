@@ -17,11 +17,9 @@ void count(void* block, int sign)
     held += sign * static_cast<std::ptrdiff_t>(malloc_usable_size(block) + sizeof(std::size_t));
     most = std::max(most, held);
 }
-} // namespace
 
-void* operator new(std::size_t size)
+void* counted(void* block)
 {
-    void* block = std::malloc(size);
     if (!block)
     {
         throw std::bad_alloc();
@@ -31,6 +29,19 @@ void* operator new(std::size_t size)
         count(block, 1);
     }
     return block;
+}
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    return counted(std::malloc(size));
+}
+
+// Memory resources take theirs in this way.
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    const auto bytes = static_cast<std::size_t>(alignment);
+    return counted(std::aligned_alloc(bytes, (size + bytes - 1) / bytes * bytes));
 }
 
 void operator delete(void* block) noexcept
@@ -43,6 +54,16 @@ void operator delete(void* block) noexcept
 }
 
 void operator delete(void* block, std::size_t) noexcept
+{
+    operator delete(block);
+}
+
+void operator delete(void* block, std::align_val_t) noexcept
+{
+    operator delete(block);
+}
+
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept
 {
     operator delete(block);
 }
