@@ -26,6 +26,8 @@ class ModifiedConversationsList
     Ids::const_iterator end() const { return ids_.end(); }
 
   private:
+    void takePlaceOfOldest(const std::string& id);
+
     Ids ids_;
     unsigned capacity_ = 50;
     std::unordered_set<std::string> queued_;

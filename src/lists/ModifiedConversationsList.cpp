@@ -1,21 +1,35 @@
 #include "ConversationAPI/ModifiedConversationsList.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ConversationAPI
 {
 void ModifiedConversationsList::insert(const std::string& id)
 {
-    if (!queued_.insert(id).second)
+    if (ids_.size() < capacity_)
     {
-        return;
+        if (queued_.insert(id).second)
+        {
+            ids_.push_front(id);
+        }
     }
-    ids_.push_front(id);
-    if (ids_.size() > capacity_)
+    else if (queued_.count(id) == 0)
     {
-        queued_.erase(ids_.back());
-        ids_.pop_back();
+        takePlaceOfOldest(id);
     }
+}
+
+/** In its memory, as thousands of conversations come one after the other when a list is made. */
+void ModifiedConversationsList::takePlaceOfOldest(const std::string& id)
+{
+    auto queued = queued_.extract(ids_.back());
+    queued.value() = id;
+    queued_.insert(std::move(queued));
+    std::string text = std::move(ids_.back());
+    ids_.pop_back();
+    text = id;
+    ids_.push_front(std::move(text));
 }
 
 void ModifiedConversationsList::remove(const std::string& id)
