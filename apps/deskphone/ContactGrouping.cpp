@@ -11,13 +11,15 @@
 namespace Deskphone
 {
 using ConversationAPI::ContactDetails;
+using ConversationAPI::ContactNumbers;
 using ConversationAPI::Conversation;
 
 namespace
 {
 bool hasLostNumber(const ContactDetails& before, const ContactDetails& now)
 {
-    return std::any_of(before.numbers.begin(), before.numbers.end(),
+    const ContactNumbers numbers = before.numbers();
+    return std::any_of(numbers.begin(), numbers.end(),
                        [&now](const std::string& number) { return !number.empty() && !now.hasNumber(number); });
 }
 } // namespace

@@ -260,7 +260,7 @@ class Conversation : public ConversationContact
     /** Tells the observers how the four numbers differ from what they were. */
     void conversationNumbersChanged(const std::vector<std::string>& numbersBefore)
     {
-        observers_.tellNumberChanges(*this, numbersBefore.data(), numbersBefore.size());
+        observers_.tellNumberChanges(*this, numbersBefore);
     }
 
     std::string toDebugString() const;
@@ -309,9 +309,9 @@ class Conversation : public ConversationContact
     void renewDummyItem(long time);
     void refreshDummyItem();
     void contactChanged() override;
-    void contactNumbersChanged(const ContactNumbers& before) override
+    void contactNumbersChanged(const CopyOnWrite<ContactDetails>& before) override
     {
-        observers_.tellNumberChanges(*this, before.data(), before.size());
+        observers_.tellNumberChanges(*this, before);
     }
 
     const SharedText& contactId() const;

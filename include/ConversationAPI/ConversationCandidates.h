@@ -6,6 +6,8 @@
  */
 #pragma once
 
+#include "ConversationAPI/SharedText.h"
+
 #include <string>
 
 namespace ConversationAPI
@@ -17,8 +19,8 @@ class ConversationCandidates
 
     /** As main number or one of the four. */
     virtual void withNumber(const std::string& number) = 0;
-    virtual void withConversationId(const std::string& id) = 0;
-    virtual void withExchangeContactId(const std::string& id) = 0;
+    virtual void withConversationId(const SharedText& id) = 0;
+    virtual void withExchangeContactId(const SharedText& id) = 0;
 
     /** Of any item; "" is the call id of live calls that have none. */
     virtual void withCallId(const std::string& callId) = 0;

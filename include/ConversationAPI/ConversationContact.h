@@ -65,12 +65,12 @@ class ConversationContact
 
     const std::string& getFirstName() const { return contact_->firstName; }
     const std::string& getLastName() const { return contact_->lastName; }
-    const std::string& getNumber() const { return contact_->number; }
+    const std::string& getNumber() const { return contact_->mainNumber(); }
     PhoneNumberIconType getNumberType() const { return contact_->numberType; }
-    const std::string& getWorkNumber1() const { return contact_->numbers[WORK_1_SLOT]; }
-    const std::string& getWorkNumber2() const { return contact_->numbers[WORK_2_SLOT]; }
-    const std::string& getMobileNumber() const { return contact_->numbers[MOBILE_SLOT]; }
-    const std::string& getHomeNumber() const { return contact_->numbers[HOME_SLOT]; }
+    const std::string& getWorkNumber1() const { return contact_->numberAt(WORK_1_SLOT); }
+    const std::string& getWorkNumber2() const { return contact_->numberAt(WORK_2_SLOT); }
+    const std::string& getMobileNumber() const { return contact_->numberAt(MOBILE_SLOT); }
+    const std::string& getHomeNumber() const { return contact_->numberAt(HOME_SLOT); }
     const std::string& getDisplayName() const { return profile_->displayName; }
     const SecondParty& secondParty() const { return profile_->secondParty; }
     const std::string& getEmail() const { return profile_->email; }
@@ -163,7 +163,7 @@ class ConversationContact
     virtual void contactChanged() = 0;
 
     /** The four numbers were these and may be others now. */
-    virtual void contactNumbersChanged(const ContactNumbers& before) = 0;
+    virtual void contactNumbersChanged(const CopyOnWrite<ContactDetails>& before) = 0;
 
     std::string convertToCanonical(std::string number) const;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ConversationAPI/ConversationUnaryCondition.h"
+#include "ConversationAPI/SharedText.h"
 
 #include <string>
 
@@ -12,13 +13,14 @@ namespace ConversationListConditions
 class ConversationIDCondition : public ConversationUnaryCondition
 {
   public:
+    explicit ConversationIDCondition(SharedText id);
     explicit ConversationIDCondition(const std::string& id);
 
     bool operator()(Conversation* conversation) const override;
     bool gatherCandidates(ConversationCandidates& candidates) const override;
 
   private:
-    std::string id_;
+    SharedText id_;
 };
 } // namespace ConversationListConditions
 } // namespace ConversationAPI

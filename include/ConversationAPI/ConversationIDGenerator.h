@@ -35,7 +35,7 @@ class ConversationIDGenerator
     virtual void remember(const std::string& id, const ConversationItem* item);
 
     /** Whether remember() would change nothing for a contact of these details. False when that is not known. */
-    virtual bool remembersContact(const std::string& id, const ConversationContact& contact) const;
+    virtual bool remembersContact(const SharedText& id, const ConversationContact& contact) const;
 
     /** If what was remembered under `id` is this call, it is `remaining` from now on, which stays the caller's. */
     virtual void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining);

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "ConversationAPI/ConversationExecutor.h"
+#include "ConversationAPI/SharedText.h"
 
 #include <cstddef>
 #include <memory>
@@ -35,9 +36,9 @@ class ConversationListMerger : public ConversationExecutor
     std::vector<Conversation*> notMerged() const;
 
   private:
-    std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, const Conversation* contact,
+    std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, const SharedText& id,
                            std::size_t first);
-    const Conversation* contactOfId(const std::string& conversationId) const;
+    bool isOtherContact(const Conversation& candidate, const SharedText& id) const;
 
     const ConversationList& source_;
     std::vector<Conversation*> conversations_;

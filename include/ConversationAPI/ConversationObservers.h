@@ -1,6 +1,8 @@
 /** The lists that observe a conversation, none of them owned, and what they are told. */
 #pragma once
 
+#include "ConversationAPI/ContactDetails.h"
+#include "ConversationAPI/CopyOnWrite.h"
 #include "ConversationAPI/NumberUpdateReason.h"
 
 #include <boost/container/small_vector.hpp>
@@ -28,14 +30,20 @@ class ConversationObservers
     void tellModified(const std::string& conversationId);
     void tellKeysChanged(Conversation& conversation);
 
-    /** How the four numbers differ from what they were: `before`, `count` of them, which should be four. */
-    void tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count);
+    /** How the four numbers differ from what they were. */
+    void tellNumberChanges(Conversation& conversation, const CopyOnWrite<ContactDetails>& before);
+
+    /** `before` should be four. */
+    void tellNumberChanges(Conversation& conversation, const std::vector<std::string>& before);
 
   private:
     using Observers = boost::container::small_vector<ConversationModificationObserverIfc*, 2>;
 
     /** Those of this moment, whatever they do when they are told something. */
     Observers all() const;
+
+    template <typename NumberBefore>
+    void tellNumberChanges(Conversation& conversation, std::size_t count, NumberBefore before);
 
     /** `first` is the number now, `second` the number before; "" where there is none. */
     void notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation, const std::string& first,

@@ -47,7 +47,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     void updateCache(const std::string& id, ConversationItem* item) override;
     void garbageCollect() override;
     void remember(const std::string& id, const ConversationItem* item) override;
-    bool remembersContact(const std::string& id, const ConversationContact& contact) const override;
+    bool remembersContact(const SharedText& id, const ConversationContact& contact) const override;
     void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining) override;
     void callJoinedOther(const std::string& id) override;
     std::string knownConversationID(Conversation* conversation) override;

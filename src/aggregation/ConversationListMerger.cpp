@@ -28,27 +28,25 @@ void ConversationListMerger::operator()(Conversation* conversation)
         index_ = std::make_unique<InitialItemIndex>(conversations_);
     }
     ConversationMerger merger(conversation);
-    const Conversation* contact = contactOfId(conversation->getConversationId());
+    const SharedText id = conversation->storedIdText(); // before anything is merged
     std::size_t next = 0;
     while (next < conversations_.size())
     {
-        next = mergeFirst(merger, *conversation, contact, next);
+        next = mergeFirst(merger, *conversation, id, next);
     }
 }
 
-/** Null when the id is no contact's. */
-const Conversation* ConversationListMerger::contactOfId(const std::string& conversationId) const
+/** Whether the candidate is a contact, and the id that of another one. */
+bool ConversationListMerger::isOtherContact(const Conversation& candidate, const SharedText& id) const
 {
-    const Conversation* found = findRowById(source_, conversationId);
-    return found && found->getContactSource() != Conversation::NO_CONTACT ? found : nullptr;
+    const auto isContact = [](const Conversation& one) { return one.getContactSource() != Conversation::NO_CONTACT; };
+    const Conversation* known = isContact(candidate) ? findRowById(source_, id) : nullptr;
+    return known && known != &candidate && isContact(*known);
 }
 
-/**
- * Answers where to go on: what was merged may have given the conversation another initial item. `contact` is the one
- * that the target is known to be, null for nobody.
- */
+/** Answers where to go on: what was merged may have given the conversation, whose id this was, another initial item. */
 std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const Conversation& target,
-                                               const Conversation* contact, std::size_t first)
+                                               const SharedText& id, std::size_t first)
 {
     const ConversationItem* item = target.shownItem();
     if (!item)
@@ -59,7 +57,7 @@ std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const
     for (const std::uint32_t place : index_->placesLike(*item, first))
     {
         Conversation* candidate = conversations_[place];
-        if (contact && candidate != contact && candidate->getContactSource() != Conversation::NO_CONTACT)
+        if (isOtherContact(*candidate, id))
         {
             continue;
         }

@@ -23,16 +23,25 @@ enum class InitialItemIndex::Kind : std::uint32_t
 template <typename Use>
 void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
 {
-    const auto useIf = [&use](bool applies, Kind kind, std::string_view text)
+    const auto useHash = [&use](Kind kind, std::uint32_t hash)
+    { use(hash ^ (static_cast<std::uint32_t>(kind) * 0x9E3779B1U)); };
+    const auto useIf = [&useHash](bool applies, Kind kind, std::string_view text)
     {
         if (applies)
         {
-            use(KeyIndex<std::uint32_t>::hashOf(text) ^ (static_cast<std::uint32_t>(kind) * 0x9E3779B1U));
+            useHash(kind, hashOfText(text));
         }
     };
-    useIf(item.hasExchangeContactId(), Kind::EXCHANGE_CONTACT, item.exchangeContactIdText().view());
-    useIf(item.hasConversationId(), Kind::CONVERSATION, item.conversationIdText().view());
-    useIf(item.isActiveOrProgressingOrClearing(), Kind::CALL, item.callIdText().view());
+    const auto useSharedIf = [&useHash](bool applies, Kind kind, const SharedText& text)
+    {
+        if (applies)
+        {
+            useHash(kind, text.hash());
+        }
+    };
+    useSharedIf(item.hasExchangeContactId(), Kind::EXCHANGE_CONTACT, item.exchangeContactIdText());
+    useSharedIf(item.hasConversationId(), Kind::CONVERSATION, item.conversationIdText());
+    useSharedIf(item.isActiveOrProgressingOrClearing(), Kind::CALL, item.callIdText());
     useIf(item.isIncomingGroupPickup() || item.isConnectedGroupPickup(), Kind::GROUP_PICKUP, {});
     useIf(item.participants().empty(), Kind::NOBODY, {});
     for (const ConversationParticipant& party : item.participants())

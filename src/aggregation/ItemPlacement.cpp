@@ -191,7 +191,7 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
         return nullptr;
     }
     const ConversationItem& placed = *conversation->shownItem();
-    Conversation* existing = conversations_.find(ConversationIDCondition(conversation->getConversationId()));
+    Conversation* existing = conversations_.find(ConversationIDCondition(conversation->storedIdText()));
     if (existing && joins(placed, *existing))
     {
         if (beforeJoining)

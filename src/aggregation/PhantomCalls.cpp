@@ -4,6 +4,7 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/KeyIndex.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
@@ -20,18 +21,23 @@ namespace
 /** The calls of the two rows are different ones. */
 constexpr Conversation::Folding UNITING{true, true, true, false};
 
-/** Nearly always not, which hashes tell; that two ids have the same one is all but impossible and only costs time. */
-bool mayShareIds(const std::vector<Conversation*>& rows)
+/** Nearly always not, which hashes tell without reading the ids. */
+bool anyShareAnId(const std::vector<Conversation*>& rows)
 {
-    std::vector<std::size_t> hashes;
-    hashes.reserve(rows.size());
+    KeyIndex<const Conversation*> known;
+    known.reserve(rows.size());
     for (std::size_t place = 0; place < rows.size(); ++place)
     {
         prefetchAhead(rows, place);
-        hashes.push_back(std::hash<std::string>()(rows[place]->getConversationId()));
+        const Conversation* row = rows[place];
+        const SharedText& id = row->storedIdText();
+        if (known.findHash(id.hash(), [&id](const Conversation* other) { return other->storedIdText() == id; }))
+        {
+            return true;
+        }
+        known.add(id, row);
     }
-    std::sort(hashes.begin(), hashes.end());
-    return std::adjacent_find(hashes.begin(), hashes.end()) != hashes.end();
+    return false;
 }
 } // namespace
 
@@ -133,7 +139,7 @@ void PhantomCalls::makeRowOfPhantom()
 std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
 {
     std::vector<Conversation*> rows(list_.begin(), list_.end());
-    if (!mayShareIds(rows))
+    if (!anyShareAnId(rows))
     {
         return {};
     }

@@ -141,6 +141,11 @@ Conversation* findRowById(const ConversationList& list, const std::string& conve
     return conversationId.empty() ? nullptr : list.find(ConversationIDCondition(conversationId));
 }
 
+Conversation* findRowById(const ConversationList& list, const SharedText& conversationId)
+{
+    return conversationId.empty() ? nullptr : list.find(ConversationIDCondition(conversationId));
+}
+
 std::vector<Conversation*> findRowsOfNumber(const ConversationList& list, const std::string& number)
 {
     std::vector<Conversation*> rows;

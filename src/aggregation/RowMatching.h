@@ -1,6 +1,8 @@
 /** How the aggregator finds the row of its list to which something belongs. Lists and conversations are not owned. */
 #pragma once
 
+#include "ConversationAPI/SharedText.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,6 +24,7 @@ ListedRow findRowOf(const ConversationList& list, const Conversation& conversati
 
 /** Null for "" and when no row has the id. */
 Conversation* findRowById(const ConversationList& list, const std::string& conversationId);
+Conversation* findRowById(const ConversationList& list, const SharedText& conversationId);
 
 /** All rows that have the number, in the list's order; none for "". */
 std::vector<Conversation*> findRowsOfNumber(const ConversationList& list, const std::string& number);

@@ -3,15 +3,20 @@
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/ConversationCandidates.h"
 
+#include <utility>
+
 namespace ConversationAPI
 {
 namespace ConversationListConditions
 {
+ConversationIDCondition::ConversationIDCondition(SharedText id) : id_(std::move(id)) {}
+
 ConversationIDCondition::ConversationIDCondition(const std::string& id) : id_(id) {}
 
 bool ConversationIDCondition::operator()(Conversation* conversation) const
 {
-    return conversation->getConversationId() == id_;
+    return conversation->isPhantomConversation() ? conversation->getConversationId() == id_.str()
+                                                 : conversation->storedIdText() == id_;
 }
 
 bool ConversationIDCondition::gatherCandidates(ConversationCandidates& candidates) const

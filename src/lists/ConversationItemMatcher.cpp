@@ -39,11 +39,11 @@ bool ConversationItemMatcher::gatherCandidates(ConversationCandidates& candidate
 {
     if (item_->hasExchangeContactId())
     {
-        candidates.withExchangeContactId(item_->exchangeContactId());
+        candidates.withExchangeContactId(item_->exchangeContactIdText());
     }
     if (item_->hasConversationId())
     {
-        candidates.withConversationId(item_->conversationId());
+        candidates.withConversationId(item_->conversationIdText());
     }
     if (item_->isActiveOrProgressingOrClearing())
     {

@@ -42,8 +42,8 @@ class IndexedConversations::Candidates : public ConversationCandidates
     }
 
     void withNumber(const std::string& number) override { all_.byNumber_.collect(number, members_); }
-    void withConversationId(const std::string& id) override { all_.byId_.collect(id, members_); }
-    void withExchangeContactId(const std::string& id) override { all_.byExchangeContactId_.collect(id, members_); }
+    void withConversationId(const SharedText& id) override { all_.byId_.collect(id, members_); }
+    void withExchangeContactId(const SharedText& id) override { all_.byExchangeContactId_.collect(id, members_); }
     void withCallId(const std::string& callId) override { all_.byCallId_.collect(callId, members_); }
     void thatAreAnonymous() override { add(all_.anonymous_); }
     void thatAreLive() override { add(all_.live_); }
@@ -68,8 +68,8 @@ class IndexedConversations::Candidates : public ConversationCandidates
 
 std::size_t IndexedConversations::position(Conversation* conversation) const
 {
-    const auto member = members_.find(conversation);
-    return member == members_.end() ? inOrder().size() : sequence_.placeOf(member->second);
+    const Member* member = members_.find(conversation);
+    return member ? sequence_.placeOf(*member) : inOrder().size();
 }
 
 Conversation* IndexedConversations::findFirst(const ConversationUnaryCondition& condition)
@@ -100,8 +100,7 @@ void IndexedConversations::pushFront(Conversation* conversation, bool isObserved
 
 IndexedConversations::Member& IndexedConversations::newMember(Conversation* conversation, bool isObserved)
 {
-    Member& member = members_[conversation];
-    member.conversation = conversation;
+    Member& member = members_.add(conversation);
     member.isObserved = isObserved;
     if (isObserved)
     {
@@ -117,10 +116,9 @@ IndexedConversations::Member& IndexedConversations::newMember(Conversation* conv
 void IndexedConversations::removeAt(std::size_t position)
 {
     Member& member = sequence_.at(position);
-    Conversation* conversation = member.conversation;
     sequence_.removeAt(position);
     forget(member);
-    members_.erase(conversation);
+    members_.remove(member);
 }
 
 void IndexedConversations::clear()
@@ -156,33 +154,32 @@ void IndexedConversations::reorder(const std::vector<Conversation*>& sequence)
     members.reserve(sequence.size());
     for (Conversation* conversation : sequence)
     {
-        members.push_back(&members_.at(conversation));
+        members.push_back(members_.find(conversation));
     }
     sequence_.reorder(std::move(members));
 }
 
 void IndexedConversations::setObserved(Conversation* conversation, bool isObserved)
 {
-    const auto found = members_.find(conversation);
-    if (found == members_.end() || found->second.isObserved == isObserved)
+    Member* member = members_.find(conversation);
+    if (!member || member->isObserved == isObserved)
     {
         return;
     }
-    Member& member = found->second;
-    member.isObserved = isObserved;
-    setMembership(unobserved_, &member, !isObserved);
+    member->isObserved = isObserved;
+    setMembership(unobserved_, member, !isObserved);
     if (isObserved)
     {
-        markStale(member);
+        markStale(*member);
     }
 }
 
 void IndexedConversations::keysChanged(Conversation* conversation)
 {
-    const auto found = members_.find(conversation);
-    if (found != members_.end() && found->second.isObserved)
+    Member* member = members_.find(conversation);
+    if (member && member->isObserved)
     {
-        markStale(found->second);
+        markStale(*member);
     }
 }
 
@@ -199,10 +196,9 @@ void IndexedConversations::refreshStaleMembers()
 {
     for (Conversation* conversation : stale_)
     {
-        const auto member = members_.find(conversation);
-        if (member != members_.end())
+        if (Member* member = members_.find(conversation))
         {
-            refresh(member->second);
+            refresh(*member);
         }
     }
     stale_.clear();
@@ -242,12 +238,12 @@ void IndexedConversations::reindex(Index& index, Member& member, SharedText& key
     }
     if (!key.empty())
     {
-        index.remove(key.view(), &member);
+        index.remove(key, &member);
     }
     key = newKey;
     if (!key.empty())
     {
-        index.add(key.view(), &member);
+        index.add(key, &member);
     }
 }
 
@@ -269,7 +265,7 @@ void IndexedConversations::refreshCallIds(Member& member)
         member.callIds.write() = std::move(callIds);
         for (const SharedText& callId : *member.callIds)
         {
-            byCallId_.add(callId.view(), &member);
+            byCallId_.add(callId, &member);
         }
     }
     if (member.isLive != member.conversation->isActiveOrProgressingOrClearing())
@@ -283,39 +279,19 @@ void IndexedConversations::forgetCallIds(Member& member)
 {
     for (const SharedText& callId : *member.callIds)
     {
-        byCallId_.remove(callId.view(), &member);
+        byCallId_.remove(callId, &member);
     }
     member.callIds.reset();
 }
 
 void IndexedConversations::insertContact(Index& index, Member& member)
 {
-    const ContactDetails& contact = *member.contact;
-    if (!contact.number.empty())
-    {
-        index.add(contact.number, &member);
-    }
-    for (auto number = contact.numbers.begin(); number != contact.numbers.end(); ++number)
-    {
-        const bool isRepeated =
-            *number == contact.number || std::find(contact.numbers.begin(), number, *number) != number;
-        if (!number->empty() && !isRepeated)
-        {
-            index.add(*number, &member);
-        }
-    }
+    member.contact->forEachNumber([&](const std::string& number) { index.add(number, &member); });
 }
 
 void IndexedConversations::eraseContact(Index& index, Member& member)
 {
-    index.remove(member.contact->number, &member);
-    for (const std::string& number : member.contact->numbers)
-    {
-        if (!number.empty())
-        {
-            index.remove(number, &member);
-        }
-    }
+    member.contact->forEachNumber([&](const std::string& number) { index.remove(number, &member); });
 }
 
 void IndexedConversations::forget(Member& member)

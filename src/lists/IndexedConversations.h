@@ -8,13 +8,11 @@
  */
 #pragma once
 
-#include "lists/ListMember.h"
+#include "lists/ListMembers.h"
 #include "lists/ListSequence.h"
 #include "model/KeyIndex.h"
 
-#include <memory_resource>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -27,7 +25,7 @@ class IndexedConversations
 {
   public:
     const std::vector<Conversation*>& inOrder() const { return sequence_.conversations(); }
-    bool contains(Conversation* conversation) const { return members_.count(conversation) != 0; }
+    bool contains(Conversation* conversation) const { return members_.find(conversation) != nullptr; }
 
     /** The place in the sequence, its size when the conversation is not in it. */
     std::size_t position(Conversation* conversation) const;
@@ -54,7 +52,7 @@ class IndexedConversations
     using Member = ListMember;
 
     using Index = KeyIndex<Member*>;
-    using Group = std::pmr::unordered_set<Member*>;
+    using Group = std::unordered_set<Member*>;
     class Candidates;
 
     static void insertContact(Index& index, Member& member);
@@ -71,11 +69,10 @@ class IndexedConversations
 
     ListSequence sequence_;
     std::vector<Conversation*> stale_;
-    std::pmr::unsynchronized_pool_resource memory_; ///< of the members and their groups
-    std::pmr::unordered_map<Conversation*, Member> members_{&memory_};
-    Group unobserved_{&memory_};
-    Group anonymous_{&memory_};
-    Group live_{&memory_};
+    ListMembers members_;
+    Group unobserved_;
+    Group anonymous_;
+    Group live_;
     Index byNumber_;
     Index byId_;
     Index byExchangeContactId_;

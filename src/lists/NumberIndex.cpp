@@ -20,11 +20,11 @@ void NumberIndex::associate(const std::string& number, Conversation* conversatio
         return;
     }
     const CopyOnWrite<ContactDetails>& contact = conversation->contactDetails();
-    const ContactNumbers& numbers = contact->numbers;
-    const auto slot = static_cast<unsigned>(std::find(numbers.begin(), numbers.end(), number) - numbers.begin());
-    if (slot < CONTACT_NUMBER_SLOTS)
+    const auto slot = std::find_if(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
+                                   [&](ContactNumberSlot one) { return contact->numberAt(one) == number; });
+    if (slot != ALL_CONTACT_NUMBER_SLOTS.end())
     {
-        note({conversation, contact, {}, slot});
+        note({conversation, contact, {}, *slot});
     }
     else
     {
@@ -94,7 +94,7 @@ void NumberIndex::apply(const Change& change) const
     }
     else if (change.contact.isSet())
     {
-        associateContact(change.contact->numbers, change.slot, change.conversation);
+        associateContact(*change.contact, change.slot, change.conversation);
     }
     else if (!change.number.empty())
     {
@@ -106,17 +106,17 @@ void NumberIndex::apply(const Change& change) const
     }
 }
 
-void NumberIndex::associateContact(const ContactNumbers& numbers, unsigned slot, Conversation* conversation) const
+void NumberIndex::associateContact(const ContactDetails& contact, unsigned slot, Conversation* conversation) const
 {
     if (slot < CONTACT_NUMBER_SLOTS)
     {
-        associateNumberWithConversation("", numbers[slot], conversation);
+        associateNumberWithConversation("", contact.numberAt(slot), conversation);
         return;
     }
-    associateNumberWithConversation("work1", numbers[WORK_1_SLOT], conversation);
-    associateNumberWithConversation("work2", numbers[WORK_2_SLOT], conversation);
-    associateNumberWithConversation("mobile", numbers[MOBILE_SLOT], conversation);
-    associateNumberWithConversation("home", numbers[HOME_SLOT], conversation);
+    associateNumberWithConversation("work1", contact.numberAt(WORK_1_SLOT), conversation);
+    associateNumberWithConversation("work2", contact.numberAt(WORK_2_SLOT), conversation);
+    associateNumberWithConversation("mobile", contact.numberAt(MOBILE_SLOT), conversation);
+    associateNumberWithConversation("home", contact.numberAt(HOME_SLOT), conversation);
 }
 
 /** Whose number it was loses it. What kind of number it is has always been told, and never been kept. */

@@ -88,7 +88,7 @@ class NumberIndex
     void note(Change change);
     void applyChanges() const;
     void apply(const Change& change) const;
-    void associateContact(const ContactNumbers& numbers, unsigned slot, Conversation* conversation) const;
+    void associateContact(const ContactDetails& contact, unsigned slot, Conversation* conversation) const;
     void associateNumberWithConversation(const char* type, const std::string& number, Conversation* conversation) const;
     void removeNow(const std::string& number) const;
     void removeNow(Conversation* conversation) const;

@@ -18,7 +18,7 @@ bool PhantomCondition::operator()(Conversation* conversation) const
 /** All phantoms show the same id. */
 bool PhantomCondition::gatherCandidates(ConversationCandidates& candidates) const
 {
-    candidates.withConversationId(std::string(PHANTOM_CONVERSATION_ID));
+    candidates.withConversationId(SharedText(std::string(PHANTOM_CONVERSATION_ID)));
     return true;
 }
 } // namespace ConversationListConditions

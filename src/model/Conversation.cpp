@@ -193,7 +193,7 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
             }
         }
     }
-    contactNumbersChanged(before->numbers);
+    contactNumbersChanged(before);
     notifyObserversConversationIsModified();
 }
 
@@ -417,7 +417,7 @@ void Conversation::updateContactFrom(const ConversationItem& item)
 {
     const CopyOnWrite<ContactDetails> before = contactDetails();
     takeContactFrom(item);
-    contactNumbersChanged(before->numbers);
+    contactNumbersChanged(before);
 }
 
 void Conversation::takeContactFrom(const ConversationItem& item)

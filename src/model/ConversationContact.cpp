@@ -41,7 +41,8 @@ std::string ConversationContact::convertToCanonical(std::string number) const
 
 std::vector<std::string> ConversationContact::getConversationNumbers() const
 {
-    return {contact_->numbers.begin(), contact_->numbers.end()};
+    const ContactNumbers numbers = contact_->numbers();
+    return {numbers.begin(), numbers.end()};
 }
 
 bool ConversationContact::hasAnyNumberMatching(const std::string& number) const
@@ -51,16 +52,16 @@ bool ConversationContact::hasAnyNumberMatching(const std::string& number) const
 
 void ConversationContact::updateContactNumber(PhoneNumberIconType type, const std::string& number)
 {
-    const ContactNumbers before = contact_->numbers;
+    const CopyOnWrite<ContactDetails> before = contact_;
     const std::string canonical = convertToCanonical(number);
     if (type == contact_->numberType)
     {
-        contact_.write().number = canonical;
+        contact_.write().setMainNumber(canonical);
     }
     const ContactNumberSlot slot = slotForNumberType(type);
     if (slot < CONTACT_NUMBER_SLOTS)
     {
-        contact_.write().numbers[slot] = canonical;
+        contact_.write().setNumberAt(slot, canonical);
     }
     contactChanged();
     contactNumbersChanged(before);
@@ -77,7 +78,7 @@ ConversationContact::PhoneNumberIconType ConversationContact::getMatchingNumberT
     const std::string& number = item.participants().front().comparableNumberText();
     for (const unsigned slot : {MOBILE_SLOT, HOME_SLOT, WORK_2_SLOT, WORK_1_SLOT})
     {
-        if (!number.empty() && number == contact_->numbers[slot])
+        if (!number.empty() && number == contact_->numberAt(slot))
         {
             return numberTypeForSlot(slot);
         }
@@ -152,7 +153,7 @@ void ConversationContact::updateNumber(const std::string& number, PhoneNumberIco
     }
     const std::string canonical = convertToCanonical(number);
     ContactDetails& contact = contact_.write();
-    contact.number = canonical;
+    contact.setMainNumber(canonical);
     contact.numberType = type;
     contactChanged();
 }
@@ -171,9 +172,9 @@ void ConversationContact::saveLastName(const std::string& lastName)
 
 void ConversationContact::saveContactNumber(ContactNumberSlot slot, const std::string& number)
 {
-    const ContactNumbers before = contact_->numbers;
+    const CopyOnWrite<ContactDetails> before = contact_;
     const std::string canonical = convertToCanonical(number);
-    contact_.write().numbers[slot] = canonical;
+    contact_.write().setNumberAt(slot, canonical);
     contactChanged();
     contactNumbersChanged(before);
 }
@@ -182,13 +183,13 @@ void ConversationContact::setPhoneNumbers(const std::string& work1, const std::s
                                           const std::string& home, const std::string& mainNumber,
                                           PhoneNumberIconType mainType)
 {
-    const ContactNumbers before = contact_->numbers;
-    ContactNumbers canonical = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
-                                convertToCanonical(home)};
+    const CopyOnWrite<ContactDetails> before = contact_;
+    const ContactNumbers canonical = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
+                                      convertToCanonical(home)};
     std::string canonicalMain = convertToCanonical(mainNumber);
     ContactDetails& contact = contact_.write();
-    contact.numbers = std::move(canonical);
-    contact.number = std::move(canonicalMain);
+    contact.setMainNumber(std::move(canonicalMain));
+    contact.setNumbers(canonical);
     contact.numberType = mainType;
     contactChanged();
     contactNumbersChanged(before);
@@ -222,7 +223,7 @@ void ConversationContact::setDialStringConverter(DigitAnalysisServiceIfc* digitA
     {
         return;
     }
-    const ContactNumbers before = contact_->numbers;
+    const CopyOnWrite<ContactDetails> before = contact_;
     convertNumbers();
     contactChanged();
     contactNumbersChanged(before);
@@ -231,16 +232,16 @@ void ConversationContact::setDialStringConverter(DigitAnalysisServiceIfc* digitA
 void ConversationContact::convertNumbers()
 {
     ContactDetails& contact = contact_.write();
-    contact.number = convertToCanonical(contact.number);
-    for (std::string& number : contact.numbers)
+    contact.setMainNumber(convertToCanonical(contact.mainNumber()));
+    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        number = convertToCanonical(number);
+        contact.setNumberAt(slot, convertToCanonical(contact.numberAt(slot)));
     }
 }
 
 void ConversationContact::cloneContactInfo(const ConversationContact& other)
 {
-    const ContactNumbers before = contact_->numbers;
+    const CopyOnWrite<ContactDetails> before = contact_;
     const Type ownType = type_;
     contact_ = other.contact_;
     takeContactDetails(other);
@@ -324,7 +325,7 @@ void ConversationContact::takeFreeNumber(ContactNumberSlot slot, const std::stri
 {
     if (contact_->hasFreeSlotFor(slot, number))
     {
-        contact_.write().numbers[slot] = number;
+        contact_.write().setNumberAt(slot, number);
         contactChanged();
     }
 }
@@ -361,7 +362,7 @@ void ConversationContact::takeContactDetails(const ConversationContact& other)
     }
     if (getNumber().empty() && mine.isSet())
     {
-        contact_.write().number = mine->number;
+        contact_.write().setMainNumber(mine->mainNumber());
         contact_.write().numberType = mine->numberType;
     }
     if (digitAnalysis_ != other.digitAnalysis_)

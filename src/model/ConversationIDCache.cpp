@@ -45,8 +45,20 @@ PartyKeys partyKeys(const ConversationItem& item)
 
 const ConversationIDCache::Entry* ConversationIDCache::find(const std::string& id) const
 {
-    const auto found = byId_.find(id);
-    return found == byId_.end() ? nullptr : &*found->second;
+    const Entries::iterator* found =
+        byId_.findHash(hashOfText(id), [&id](Entries::iterator entry) { return entry->id.view() == id; });
+    return found ? &**found : nullptr;
+}
+
+const ConversationIDCache::Entry* ConversationIDCache::find(const SharedText& id) const
+{
+    const Entries::iterator* found = placeOf(id);
+    return found ? &**found : nullptr;
+}
+
+const ConversationIDCache::Entries::iterator* ConversationIDCache::placeOf(const SharedText& id) const
+{
+    return byId_.findHash(id.hash(), [&id](Entries::iterator entry) { return entry->id == id; });
 }
 
 const ConversationIDCache::Entry* ConversationIDCache::findFirst(const ConversationItem& candidate, Test test) const
@@ -62,11 +74,11 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
     }
     if (candidate.hasExchangeContactId())
     {
-        byExchangeContactId_.collect(candidate.exchangeContactIdText().view(), candidates);
+        byExchangeContactId_.collect(candidate.exchangeContactIdText(), candidates);
     }
     if (candidate.hasConversationId())
     {
-        byConversationId_.collect(candidate.conversationIdText().view(), candidates);
+        byConversationId_.collect(candidate.conversationIdText(), candidates);
     }
     if (!byCallId_.empty() && candidate.isActiveOrProgressingOrClearing())
     {
@@ -92,28 +104,27 @@ const ConversationIDCache::Entry* ConversationIDCache::walkToFirst(const Convers
 
 void ConversationIDCache::put(const SharedText& id, std::unique_ptr<ConversationItem> item)
 {
-    const auto old = byId_.find(id.view());
-    if (old != byId_.end())
+    if (const Entries::iterator* old = placeOf(id))
     {
-        remove(old->second);
+        remove(*old);
     }
     // It outlives what it was cloned from, whose memory can be given back whole only if nothing of it is shared.
     item->keepOwnTexts();
     entries_.push_back(Entry{std::move(item), id, nextSequence_++});
     const Entry& entry = entries_.back();
     const ConversationItem& cached = *entry.item;
-    byId_.emplace(entry.id.view(), std::prev(entries_.end()));
+    byId_.add(entry.id, std::prev(entries_.end()));
     for (const std::string_view key : partyKeys(cached))
     {
         byParty_.add(key, &entry);
     }
     if (cached.hasExchangeContactId())
     {
-        byExchangeContactId_.add(cached.exchangeContactIdText().view(), &entry);
+        byExchangeContactId_.add(cached.exchangeContactIdText(), &entry);
     }
     if (cached.hasConversationId())
     {
-        byConversationId_.add(cached.conversationIdText().view(), &entry);
+        byConversationId_.add(cached.conversationIdText(), &entry);
     }
     if (cached.isActiveOrProgressingOrClearing())
     {
@@ -123,19 +134,9 @@ void ConversationIDCache::put(const SharedText& id, std::unique_ptr<Conversation
 
 void ConversationIDCache::remove(const std::string& id)
 {
-    const auto found = byId_.find(id);
-    if (found != byId_.end())
+    if (const Entries::iterator* found = placeOf(SharedText(id)))
     {
-        remove(found->second);
-    }
-}
-
-void ConversationIDCache::markInUse(const std::string& id)
-{
-    const Entry* entry = find(id);
-    if (entry)
-    {
-        entry->isInUse = true;
+        remove(*found);
     }
 }
 
@@ -147,13 +148,13 @@ void ConversationIDCache::remove(Entries::iterator entry)
     {
         byParty_.remove(key, gone);
     }
-    byExchangeContactId_.remove(item.exchangeContactIdText().view(), gone);
-    byConversationId_.remove(item.conversationIdText().view(), gone);
+    byExchangeContactId_.remove(item.exchangeContactIdText(), gone);
+    byConversationId_.remove(item.conversationIdText(), gone);
     if (!byCallId_.empty())
     {
         byCallId_.remove(item.getCallId(), gone);
     }
-    byId_.erase(gone->id.view());
+    byId_.remove(gone->id, entry);
     entries_.erase(entry);
 }
 } // namespace ConversationAPI

@@ -15,7 +15,6 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace ConversationAPI
@@ -30,7 +29,7 @@ class ConversationIDCache
         std::unique_ptr<ConversationItem> item;
         SharedText id;
         std::uint64_t sequence;
-        mutable bool isInUse = false;
+        std::uint32_t idHash = id.hash();
     };
     using Entries = std::pmr::list<Entry>;
 
@@ -42,6 +41,7 @@ class ConversationIDCache
 
     /** Null when no entry has the id. */
     const Entry* find(const std::string& id) const;
+    const Entry* find(const SharedText& id) const;
 
     /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
@@ -52,17 +52,17 @@ class ConversationIDCache
     /** Nothing happens when no entry has the id. */
     void remove(const std::string& id);
 
-    /** The id outlives the next removeUnused(). */
-    void markInUse(const std::string& id);
-
-    /** Removes every entry whose id was not marked since the last time; tells each id before it goes. */
-    template <typename Removing>
-    void removeUnused(Removing removing)
+    /**
+     * Removes every entry for whose id `isInUse` does not hold, which is asked with hashOfText() of it; tells each id
+     * before it goes. Reads no ids, of which there are thousands, and nearly all of them in use.
+     */
+    template <typename IsInUse, typename Removing>
+    void removeUnused(IsInUse isInUse, Removing removing)
     {
         for (auto entry = entries_.begin(); entry != entries_.end();)
         {
             const auto next = std::next(entry);
-            if (!std::exchange(entry->isInUse, false))
+            if (!isInUse(entry->idHash))
             {
                 removing(entry->id.str());
                 remove(entry);
@@ -72,15 +72,18 @@ class ConversationIDCache
     }
 
   private:
+    static constexpr std::size_t ENTRIES_AT_ONCE = 256; ///< memory is taken for
+
     using Index = KeyIndex<const Entry*>;
 
+    const Entries::iterator* placeOf(const SharedText& id) const;
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(Entries::iterator entry);
 
     const bool isIndexUsed_;
-    std::pmr::unsynchronized_pool_resource memory_; ///< of the entries
+    std::pmr::unsynchronized_pool_resource memory_{std::pmr::pool_options{ENTRIES_AT_ONCE, 0}}; ///< of the entries
     Entries entries_{&memory_};
-    std::pmr::unordered_map<std::string_view, Entries::iterator> byId_{&memory_}; ///< the ids are those of the entries
+    KeyIndex<Entries::iterator> byId_;
     Index byParty_;
     Index byExchangeContactId_;
     Index byConversationId_;

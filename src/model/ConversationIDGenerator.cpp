@@ -8,7 +8,7 @@ void ConversationIDGenerator::remember(const std::string& id, const Conversation
     updateCache(id, const_cast<ConversationItem*>(item));
 }
 
-bool ConversationIDGenerator::remembersContact(const std::string&, const ConversationContact&) const
+bool ConversationIDGenerator::remembersContact(const SharedText&, const ConversationContact&) const
 {
     return false;
 }

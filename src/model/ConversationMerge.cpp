@@ -39,7 +39,7 @@ bool isReplaceableLiveCall(const ConversationItem& item)
 } // namespace
 
 ConversationMerge::ConversationMerge(Conversation& into, const Conversation& from)
-    : into_(into), from_(from), numbersBefore_(into.contactDetails()->numbers)
+    : into_(into), from_(from), contactBefore_(into.contactDetails())
 {
 }
 
@@ -123,7 +123,7 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
     {
         return false;
     }
-    const ContactNumbers numbersBefore = into.contactDetails()->numbers;
+    const CopyOnWrite<ContactDetails> contactBefore = into.contactDetails();
     {
         const CriticalSection guard(into.lock_);
         const ConversationItem* initial = into.shownItem();
@@ -140,7 +140,7 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
     if (into.getContactSource() != Conversation::NO_CONTACT)
     {
         CONVERSATION_LOG(6, "mergeItems");
-        into.contactNumbersChanged(numbersBefore);
+        into.contactNumbersChanged(contactBefore);
     }
     return true;
 }
@@ -328,7 +328,7 @@ void ConversationMerge::finish()
     {
         makePermanent();
     }
-    into_.contactNumbersChanged(numbersBefore_);
+    into_.contactNumbersChanged(contactBefore_);
     into_.notifyObserversConversationIsModified();
 }
 
@@ -356,7 +356,7 @@ void ConversationMerge::updateIdGeneratorCache()
 {
     if (into_.hasTakenInContact() || from_.hasTakenInContact())
     {
-        if (into_.idGenerator_.remembersContact(into_.id_.str(), into_))
+        if (into_.idGenerator_.remembersContact(into_.id_, into_))
         {
             return;
         }

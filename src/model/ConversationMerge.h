@@ -54,6 +54,6 @@ class ConversationMerge
 
     Conversation& into_;
     const Conversation& from_;
-    const ContactNumbers numbersBefore_;
+    const CopyOnWrite<ContactDetails> contactBefore_;
 };
 } // namespace ConversationAPI

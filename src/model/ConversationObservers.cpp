@@ -91,30 +91,44 @@ void ConversationObservers::tellKeysChanged(Conversation& conversation)
     }
 }
 
-void ConversationObservers::tellNumberChanges(Conversation& conversation, const std::string* before, std::size_t count)
+void ConversationObservers::tellNumberChanges(Conversation& conversation, const CopyOnWrite<ContactDetails>& before)
 {
     CONVERSATION_LOG(6, "conversationNumbersChanged");
-    if (before == conversation.contactDetails()->numbers.data())
+    if (first_ && !before.sharesWith(conversation.contactDetails()))
     {
-        return;
+        tellNumberChanges(conversation, CONTACT_NUMBER_SLOTS,
+                          [&before](unsigned slot) -> const std::string& { return before->numberAt(slot); });
     }
+}
+
+void ConversationObservers::tellNumberChanges(Conversation& conversation, const std::vector<std::string>& before)
+{
+    CONVERSATION_LOG(6, "conversationNumbersChanged");
+    tellNumberChanges(conversation, before.size(),
+                      [&before](unsigned slot) -> const std::string& { return before[slot]; });
+}
+
+template <typename NumberBefore>
+void ConversationObservers::tellNumberChanges(Conversation& conversation, std::size_t count, NumberBefore before)
+{
     const CopyOnWrite<ContactDetails> contact = conversation.contactDetails(); // whatever observers do
-    const ContactNumbers& now = contact->numbers;
-    for (std::size_t slot = 0; slot < count; ++slot)
+    for (unsigned slot = 0; slot < count; ++slot)
     {
-        if (slot >= now.size())
+        const std::string& was = before(slot);
+        if (slot >= CONTACT_NUMBER_SLOTS)
         {
-            CONVERSATION_LOG(2, "No type is found for the number %s at %d", before[slot].c_str(),
-                             static_cast<int>(slot));
+            CONVERSATION_LOG(2, "No type is found for the number %s at %d", was.c_str(), static_cast<int>(slot));
+            continue;
         }
-        else if (before[slot].empty() && !now[slot].empty())
+        const std::string& now = contact->numberAt(slot);
+        if (was.empty() && !now.empty())
         {
-            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, conversation, now[slot], "");
+            notifyObserversNumbersUpdated(numberUpdateReason::ADDED, conversation, now, "");
         }
-        else if (before[slot] != now[slot])
+        else if (was != now)
         {
-            const auto reason = now[slot].empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
-            notifyObserversNumbersUpdated(reason, conversation, now[slot], before[slot]);
+            const auto reason = now.empty() ? numberUpdateReason::DELETED : numberUpdateReason::UPDATED;
+            notifyObserversNumbersUpdated(reason, conversation, now, was);
         }
     }
 }

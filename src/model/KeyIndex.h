@@ -9,10 +9,11 @@
  */
 #pragma once
 
+#include "ConversationAPI/SharedText.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -34,16 +35,38 @@ class KeyIndex
     }
 
     void reserve(std::size_t count) { entries_.reserve(count); }
-    void add(std::string_view key, Thing thing) { addHash(hashOf(key), thing); }
+    void add(std::string_view key, Thing thing) { addHash(hashOfText(key), thing); }
+    void add(const SharedText& key, Thing thing) { addHash(key.hash(), thing); }
 
     /** Once, if it is there. */
     void remove(std::string_view key, Thing thing)
+    {
+        if (!empty())
+        {
+            removeHash(hashOfText(key), thing);
+        }
+    }
+    void remove(const SharedText& key, Thing thing) { removeHash(key.hash(), thing); }
+
+    /** Appends to `things`. */
+    template <typename Things>
+    void collect(std::string_view key, Things& things) const
+    {
+        collectHash(hashOfText(key), things);
+    }
+    template <typename Things>
+    void collect(const SharedText& key, Things& things) const
+    {
+        collectHash(key.hash(), things);
+    }
+
+    /** As add() and so on, for whoever has a hash. */
+    void removeHash(std::uint32_t hash, Thing thing)
     {
         if (empty())
         {
             return;
         }
-        const std::uint32_t hash = hashOf(key);
         std::uint32_t* link = &bucket(hash);
         while (*link != NONE && (entries_[*link].hash != hash || entries_[*link].thing != thing))
         {
@@ -59,14 +82,6 @@ class KeyIndex
         }
     }
 
-    /** Appends to `things`. */
-    template <typename Things>
-    void collect(std::string_view key, Things& things) const
-    {
-        collectHash(hashOf(key), things);
-    }
-
-    /** As add() and collect(), for whoever has a hash. */
     void addHash(std::uint32_t hash, Thing thing)
     {
         std::uint32_t place = unused_;
@@ -94,20 +109,24 @@ class KeyIndex
     template <typename Things>
     void collectHash(std::uint32_t hash, Things& things) const
     {
-        std::uint32_t place = buckets_.empty() ? NONE : buckets_[hash & (buckets_.size() - 1)];
-        for (; place != NONE; place = entries_[place].next)
-        {
-            if (entries_[place].hash == hash)
-            {
-                things.push_back(entries_[place].thing);
-            }
-        }
+        findHash(hash,
+                 [&things](Thing thing)
+                 {
+                     things.push_back(thing);
+                     return false;
+                 });
     }
 
-    static std::uint32_t hashOf(std::string_view key)
+    /** The first of the things with this hash for which the test holds; null without one. */
+    template <typename Test>
+    const Thing* findHash(std::uint32_t hash, Test test) const
     {
-        const std::uint64_t hash = std::hash<std::string_view>()(key);
-        return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+        std::uint32_t place = buckets_.empty() ? NONE : buckets_[hash & (buckets_.size() - 1)];
+        while (place != NONE && (entries_[place].hash != hash || !test(entries_[place].thing)))
+        {
+            place = entries_[place].next;
+        }
+        return place == NONE ? nullptr : &entries_[place].thing;
     }
 
   private:

@@ -166,6 +166,8 @@ void RandomCachingConversationIDGenerator::garbageCollect()
     {
         return;
     }
+    // That two ids have one hash is all but impossible, and only keeps one that nobody needs.
+    KeyIndex<bool> inUse;
     for (ConversationSourceIfc* source : sources_)
     {
         if (!source)
@@ -174,11 +176,12 @@ void RandomCachingConversationIDGenerator::garbageCollect()
         }
         for (const std::string& id : source->getInUseConversationIds())
         {
-            cache_->markInUse(id);
+            inUse.add(id, true);
         }
     }
-    cache_->removeUnused([](const std::string& id)
-                         { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+    cache_->removeUnused(
+        [&inUse](std::uint32_t hash) { return inUse.findHash(hash, [](bool is) { return is; }) != nullptr; },
+        [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
 }
 
 void RandomCachingConversationIDGenerator::remember(const std::string& id, const ConversationItem* item)
@@ -199,15 +202,15 @@ void RandomCachingConversationIDGenerator::remember(const std::string& id, const
     ConversationIDGenerator::remember(id, item);
 }
 
-bool RandomCachingConversationIDGenerator::remembersContact(const std::string& id,
+bool RandomCachingConversationIDGenerator::remembersContact(const SharedText& id,
                                                             const ConversationContact& contact) const
 {
     const CriticalSection guard(lock_);
     const ConversationIDCache::Entry* known = cache_->find(id);
     const ContactDetails& details = *contact.contactDetails();
-    return known &&
-           says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName, details.number,
-                [&details](ContactNumberSlot slot) -> const std::string& { return details.numbers[slot]; });
+    return known && says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName,
+                         details.mainNumber(),
+                         [&details](ContactNumberSlot slot) -> const std::string& { return details.numberAt(slot); });
 }
 
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,

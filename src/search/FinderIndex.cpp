@@ -15,19 +15,6 @@ namespace
 {
 constexpr std::size_t RANKS = static_cast<std::size_t>(MatchRank::NONE);
 
-/** The main number first, each once, none empty. */
-std::vector<std::string> numbersOf(const ContactDetails& contact)
-{
-    std::vector<std::string> numbers = {contact.number};
-    for (const std::string& number : contact.numbers)
-    {
-        if (number != contact.number && !number.empty())
-        {
-            numbers.push_back(number);
-        }
-    }
-    return numbers;
-}
 } // namespace
 
 FinderIndex::FinderIndex(TextFolding& folding) : folding_(folding) {}
@@ -80,17 +67,18 @@ FinderIndex::Row FinderIndex::add(const Conversation& conversation)
 {
     std::string words = conversation.toString();
     std::string numbers;
-    for (const std::string& number : numbersOf(*conversation.contactDetails()))
-    {
-        if (const auto dial = DialText::parse(number))
+    conversation.contactDetails()->forEachNumber(
+        [&](const std::string& number)
         {
-            numbers += (dial->hasPlus ? " +" : " ") + dial->digits;
-        }
-        else
-        {
-            words += " " + number;
-        }
-    }
+            if (const auto dial = DialText::parse(number))
+            {
+                numbers += (dial->hasPlus ? " +" : " ") + dial->digits;
+            }
+            else
+            {
+                words += " " + number;
+            }
+        });
     const auto row = static_cast<Row>(ids_.size());
     ids_.append(conversation.getConversationId());
     names_.append(folding_.fold(words, Alphabet::LETTERS));

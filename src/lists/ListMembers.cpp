@@ -1,0 +1,49 @@
+#include "lists/ListMembers.h"
+
+namespace ConversationAPI
+{
+ListMember* ListMembers::find(const Conversation* conversation) const
+{
+    ListMember* const* found = byConversation_.findHash(hashOf(conversation), [conversation](const ListMember* member)
+                                                        { return member->conversation == conversation; });
+    return found ? *found : nullptr;
+}
+
+ListMember& ListMembers::add(Conversation* conversation)
+{
+    ListMember* member = nullptr;
+    if (unused_.empty())
+    {
+        member = &members_.emplace_back();
+    }
+    else
+    {
+        member = unused_.back();
+        unused_.pop_back();
+    }
+    member->conversation = conversation;
+    byConversation_.addHash(hashOf(conversation), member);
+    return *member;
+}
+
+void ListMembers::remove(ListMember& member)
+{
+    byConversation_.removeHash(hashOf(member.conversation), &member);
+    member = ListMember();
+    unused_.push_back(&member);
+}
+
+void ListMembers::clear()
+{
+    byConversation_.clear();
+    unused_.clear();
+    members_.clear();
+}
+
+/** Of an address the middle tells most: the last bits are always the same, the first ones nearly always. */
+std::uint32_t ListMembers::hashOf(const Conversation* conversation)
+{
+    constexpr std::uint64_t GOLDEN_RATIO = 0x9E3779B97F4A7C15U;
+    return static_cast<std::uint32_t>((reinterpret_cast<std::uintptr_t>(conversation) * GOLDEN_RATIO) >> 32U);
+}
+} // namespace ConversationAPI

@@ -1,0 +1,42 @@
+/**
+ * The members of a list, each found by its conversation.
+ *
+ * A list is filled with thousands and emptied again whenever the conversations are made anew, so the members lie in
+ * large pieces of memory that are given back at once. To look for a conversation does not touch it: one that has been
+ * deleted is simply not there.
+ */
+#pragma once
+
+#include "lists/ListMember.h"
+#include "model/KeyIndex.h"
+
+#include <boost/container/deque.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ConversationAPI
+{
+class ListMembers
+{
+  public:
+    /** Null when the conversation is no member. */
+    ListMember* find(const Conversation* conversation) const;
+
+    /** Of a conversation that is no member yet. Stays where it is until it is removed. */
+    ListMember& add(Conversation* conversation);
+    void remove(ListMember& member);
+    void clear();
+
+  private:
+    static constexpr std::size_t MEMBERS_AT_ONCE = 64;
+    using Pieces = boost::container::deque_options<boost::container::block_size<MEMBERS_AT_ONCE>>::type;
+
+    static std::uint32_t hashOf(const Conversation* conversation);
+
+    boost::container::deque<ListMember, void, Pieces> members_;
+    std::vector<ListMember*> unused_;
+    KeyIndex<ListMember*> byConversation_;
+};
+} // namespace ConversationAPI
