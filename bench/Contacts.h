@@ -6,6 +6,7 @@
 #include "ConversationAPI/ConversationIDCondition.h"
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/IdsInUseIfc.h"
 #include "JournalRecords.h"
 
 #include <string>
@@ -52,7 +53,7 @@ inline std::vector<ContactRecord> contactRecords(std::size_t count)
     return records;
 }
 
-class ContactSource : public ConversationAPI::ConversationSourceIfc
+class ContactSource : public ConversationAPI::ConversationSourceIfc, public ConversationAPI::IdsInUseIfc
 {
   public:
     void add(ConversationAPI::ConversationFactory& factory, const ContactRecord& record)
@@ -78,6 +79,7 @@ class ContactSource : public ConversationAPI::ConversationSourceIfc
         contacts_.getInUseConversationIds(ids);
         return ids;
     }
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override { contacts_.appendIdHashes(hashes); }
     void addObserver(ConversationAPI::ConversationSourceObserverIfc*) override {}
     void removeObserver(ConversationAPI::ConversationSourceObserverIfc*) override {}
     ConversationAPI::Conversation* getConversationForUser(const std::string&) override { return nullptr; }

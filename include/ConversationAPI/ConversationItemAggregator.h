@@ -15,6 +15,7 @@
 #include "ConversationAPI/ConversationItemSourceObserverIfc.h"
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/IdsInUseIfc.h"
 #include "ConversationAPI/NotificationRound.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "platform/Semaphore.h"
@@ -33,7 +34,9 @@ class ConversationItemSourceIfc;
 class ItemPlacement;
 class ItemSources;
 
-class ConversationItemAggregator : public ConversationItemSourceObserverIfc, public ConversationSourceIfc
+class ConversationItemAggregator : public ConversationItemSourceObserverIfc,
+                                   public ConversationSourceIfc,
+                                   public IdsInUseIfc
 {
   public:
     /** Conversations in the order in which they were found, each once; null is nobody. */
@@ -78,6 +81,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc, pub
     /** Always null: call history knows no users. */
     Conversation* getConversationForUser(const std::string&) override { return nullptr; }
     std::vector<std::string> getInUseConversationIds() override;
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
     void clearSearchResults() override {}
     void voiceMailChanged(const std::string& oldNumber, const std::string& newNumber) override;
     void deleteConversation(const std::string& conversationId) override;

@@ -17,6 +17,7 @@
 #include "ConversationAPI/ModifiedConversationsList.h"
 #include "platform/Semaphore.h"
 
+#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
@@ -99,6 +100,9 @@ class ConversationList : public ConversationModificationObserverIfc
     /** Appends every id in list order; no lock. */
     void getInUseConversationIds(std::vector<std::string>& ids) const;
 
+    /** Appends hashOfText() of every id in any order; no lock. */
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const;
+
     /** Null when there is none. */
     Conversation* getAnonymousConversation() const;
 
@@ -147,7 +151,7 @@ class ConversationList : public ConversationModificationObserverIfc
     void pushFront(Conversation* conversation);
     Conversation* detach(std::size_t position);
     Conversation* detach(Conversation* conversation);
-    std::vector<Conversation*> detachAll();
+    void forgetAll();
 
     ModifiedConversationsList modified_;
     std::unique_ptr<IndexedConversations> conversations_;

@@ -8,13 +8,16 @@
 
 #include "ConversationAPI/ConversationExecutor.h"
 
-#include <vector>
+#include <boost/container/small_vector.hpp>
 
 namespace ConversationAPI
 {
 class ConversationMerger : public ConversationExecutor
 {
   public:
+    /** Nearly always there is just one. */
+    using Conversations = boost::container::small_vector<Conversation*, 1>;
+
     explicit ConversationMerger(Conversation* target);
 
     void operator()(Conversation* conversation) override;
@@ -22,11 +25,11 @@ class ConversationMerger : public ConversationExecutor
     bool hasMerged() const { return hasMerged_; }
 
     /** In the order in which they were merged. */
-    const std::vector<Conversation*>& merged() const { return merged_; }
+    const Conversations& merged() const { return merged_; }
 
   private:
     Conversation* target_;
     bool hasMerged_ = false;
-    std::vector<Conversation*> merged_;
+    Conversations merged_;
 };
 } // namespace ConversationAPI

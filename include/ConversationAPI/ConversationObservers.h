@@ -28,7 +28,13 @@ class ConversationObservers
     void tellEnd(Conversation& conversation);
 
     void tellModified(const std::string& conversationId);
-    void tellKeysChanged(Conversation& conversation);
+    void tellKeysChanged(Conversation& conversation)
+    {
+        if (first_)
+        {
+            tellAllKeysChanged(conversation);
+        }
+    }
 
     /** How the four numbers differ from what they were. */
     void tellNumberChanges(Conversation& conversation, const CopyOnWrite<ContactDetails>& before);
@@ -41,6 +47,8 @@ class ConversationObservers
 
     /** Those of this moment, whatever they do when they are told something. */
     Observers all() const;
+
+    void tellAllKeysChanged(Conversation& conversation);
 
     template <typename NumberBefore>
     void tellNumberChanges(Conversation& conversation, std::size_t count, NumberBefore before);

@@ -14,6 +14,7 @@
 
 #include "ConversationAPI/ContactStorageIfc.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/IdsInUseIfc.h"
 #include "ConversationAPI/NotificationRound.h"
 #include "ConversationAPI/SearchableConversationSourceIfc.h"
 #include "platform/DirectoryServiceIfc.h"
@@ -37,7 +38,8 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
                                            public DirectoryServiceObserverIfc,
                                            public ContactStorageIfc,
                                            public SearchableConversationSourceIfc,
-                                           public WSIServiceConversationObserverIfc
+                                           public WSIServiceConversationObserverIfc,
+                                           public IdsInUseIfc
 {
   public:
     /** Either service may be null: then nothing is stored, or nothing told to the web service. */
@@ -61,6 +63,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
 
     /** Found contacts included: a display may name them as long as they are kept. */
     std::vector<std::string> getInUseConversationIds() override;
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
     void clearSearchResults() override;
 
     /** Does nothing, as do conversationUpdated() and markAllMissedCallsRead(): contacts have no calls. */

@@ -320,6 +320,12 @@ std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
     return ids;
 }
 
+void ConversationItemAggregator::appendIdHashes(std::vector<std::uint32_t>& hashes) const
+{
+    conversations_->appendIdHashes(hashes);
+    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(conversations_->size()));
+}
+
 void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, const std::string& newNumber)
 {
     CONVERSATION_LOG(5, "voiceMailChanged() - old number = [%s], new number = [%s]", oldNumber.c_str(),

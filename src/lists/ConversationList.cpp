@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 
 namespace ConversationAPI
 {
@@ -252,6 +253,11 @@ void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) co
     }
 }
 
+void ConversationList::appendIdHashes(std::vector<std::uint32_t>& hashes) const
+{
+    conversations_->appendIdHashes(hashes);
+}
+
 Conversation* ConversationList::getAnonymousConversation() const
 {
     const CriticalSection guard(lock_);
@@ -418,31 +424,43 @@ void ConversationList::findAndDeleteConversationsThatMatch(const ConversationUna
     }
 }
 
-std::vector<Conversation*> ConversationList::detachAll()
+void ConversationList::forgetAll()
 {
-    std::vector<Conversation*> all = sequence();
-    conversations_->clear();
     numbers_->clear();
     anonymous_ = nullptr;
     phantom_ = nullptr;
-    return all;
 }
 
+/** What the list remembers of a conversation goes with it, as both share its texts. */
 void ConversationList::removeAndDeleteAll()
 {
     const CriticalSection guard(lock_);
-    const std::vector<Conversation*> all = detachAll();
-    for (std::size_t place = 0; place < all.size(); ++place)
+    ListMembers::Detached members = conversations_->detachAll();
+    forgetAll();
+    std::vector<Conversation*> all;
+    all.reserve(members.size());
+    std::transform(members.begin(), members.end(), std::back_inserter(all),
+                   [](const ListMember& member) { return member.conversation; });
+    all.erase(std::remove(all.begin(), all.end(), nullptr), all.end());
+    std::size_t place = 0;
+    for (ListMember& member : members)
     {
-        prefetchAhead(all, place);
-        delete all[place];
+        if (member.conversation)
+        {
+            prefetchAhead(all, place++);
+            delete member.conversation;
+            member = ListMember();
+        }
     }
 }
 
 void ConversationList::clear()
 {
     const CriticalSection guard(lock_);
-    for (Conversation* conversation : detachAll())
+    const std::vector<Conversation*> all = sequence();
+    conversations_->clear();
+    forgetAll();
+    for (Conversation* conversation : all)
     {
         conversation->removeObserver(this);
     }

@@ -121,11 +121,10 @@ void IndexedConversations::removeAt(std::size_t position)
     members_.remove(member);
 }
 
-void IndexedConversations::clear()
+ListMembers::Detached IndexedConversations::detachAll()
 {
     sequence_.clear();
     stale_.clear();
-    members_.clear();
     unobserved_.clear();
     anonymous_.clear();
     live_.clear();
@@ -133,6 +132,17 @@ void IndexedConversations::clear()
     byId_.clear();
     byExchangeContactId_.clear();
     byCallId_.clear();
+    return members_.detachAll();
+}
+
+void IndexedConversations::appendIdHashes(std::vector<std::uint32_t>& hashes)
+{
+    refreshStaleMembers();
+    byId_.appendHashes(hashes);
+    for (const Member* member : unobserved_)
+    {
+        hashes.push_back(hashOfText(member->conversation->getConversationId()));
+    }
 }
 
 void IndexedConversations::sort()

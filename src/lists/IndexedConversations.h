@@ -37,7 +37,13 @@ class IndexedConversations
     void pushBack(Conversation* conversation, bool isObserved);
     void pushFront(Conversation* conversation, bool isObserved);
     void removeAt(std::size_t position);
-    void clear();
+    void clear() { detachAll(); }
+
+    /** Empties the list; in what was taken out, the conversations stand as they were added, and not as they stood. */
+    ListMembers::Detached detachAll();
+
+    /** Of the ids by which conversations are found. */
+    void appendIdHashes(std::vector<std::uint32_t>& hashes);
 
     /** By initial items; stable. */
     void sort();

@@ -1,5 +1,7 @@
 #include "lists/ListMembers.h"
 
+#include <utility>
+
 namespace ConversationAPI
 {
 ListMember* ListMembers::find(const Conversation* conversation) const
@@ -33,11 +35,11 @@ void ListMembers::remove(ListMember& member)
     unused_.push_back(&member);
 }
 
-void ListMembers::clear()
+ListMembers::Detached ListMembers::detachAll()
 {
     byConversation_.clear();
     unused_.clear();
-    members_.clear();
+    return std::exchange(members_, Detached());
 }
 
 /** Of an address the middle tells most: the last bits are always the same, the first ones nearly always. */

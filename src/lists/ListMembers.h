@@ -20,22 +20,26 @@ namespace ConversationAPI
 {
 class ListMembers
 {
+    static constexpr std::size_t MEMBERS_AT_ONCE = 64;
+    using Pieces = boost::container::deque_options<boost::container::block_size<MEMBERS_AT_ONCE>>::type;
+
   public:
+    using Detached = boost::container::deque<ListMember, void, Pieces>;
+
     /** Null when the conversation is no member. */
     ListMember* find(const Conversation* conversation) const;
 
     /** Of a conversation that is no member yet. Stays where it is until it is removed. */
     ListMember& add(Conversation* conversation);
     void remove(ListMember& member);
-    void clear();
+
+    /** Those that were removed before have no conversation. */
+    Detached detachAll();
 
   private:
-    static constexpr std::size_t MEMBERS_AT_ONCE = 64;
-    using Pieces = boost::container::deque_options<boost::container::block_size<MEMBERS_AT_ONCE>>::type;
-
     static std::uint32_t hashOf(const Conversation* conversation);
 
-    boost::container::deque<ListMember, void, Pieces> members_;
+    Detached members_;
     std::vector<ListMember*> unused_;
     KeyIndex<ListMember*> byConversation_;
 };

@@ -25,8 +25,7 @@ ConversationObservers::Observers ConversationObservers::all() const
 
 void ConversationObservers::add(ConversationModificationObserverIfc* observer, Conversation& conversation)
 {
-    const Observers known = all();
-    if (!observer || std::find(known.begin(), known.end(), observer) != known.end())
+    if (!observer)
     {
         return;
     }
@@ -36,6 +35,11 @@ void ConversationObservers::add(ConversationModificationObserverIfc* observer, C
     }
     else
     {
+        const Observers known = all();
+        if (std::find(known.begin(), known.end(), observer) != known.end())
+        {
+            return;
+        }
         if (!others_)
         {
             others_ = std::make_unique<std::vector<ConversationModificationObserverIfc*>>();
@@ -64,6 +68,10 @@ void ConversationObservers::remove(ConversationModificationObserverIfc* observer
 
 void ConversationObservers::tellEnd(Conversation& conversation)
 {
+    if (!first_)
+    {
+        return;
+    }
     for (ConversationModificationObserverIfc* observer : all())
     {
         observer->conversationUnregistered(&conversation);
@@ -83,7 +91,7 @@ void ConversationObservers::tellModified(const std::string& conversationId)
     }
 }
 
-void ConversationObservers::tellKeysChanged(Conversation& conversation)
+void ConversationObservers::tellAllKeysChanged(Conversation& conversation)
 {
     for (ConversationModificationObserverIfc* observer : all())
     {

@@ -76,7 +76,7 @@ class KeyIndex
         {
             const std::uint32_t place = *link;
             *link = entries_[place].next;
-            entries_[place].next = unused_;
+            entries_[place] = {hash, unused_, Thing()};
             unused_ = place;
             --size_;
         }
@@ -103,6 +103,19 @@ class KeyIndex
         else
         {
             link(place);
+        }
+    }
+
+    /** Appends the hashes of all texts under which there are things. For things that are pointers, none of them null.
+     */
+    void appendHashes(std::vector<std::uint32_t>& hashes) const
+    {
+        for (const Entry& entry : entries_)
+        {
+            if (entry.thing)
+            {
+                hashes.push_back(entry.hash);
+            }
         }
     }
 

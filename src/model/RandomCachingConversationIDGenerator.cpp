@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/Conversation.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/IdsInUseIfc.h"
 #include "Log.h"
 #include "model/ConversationIDCache.h"
 
@@ -167,18 +168,24 @@ void RandomCachingConversationIDGenerator::garbageCollect()
         return;
     }
     // That two ids have one hash is all but impossible, and only keeps one that nobody needs.
-    KeyIndex<bool> inUse;
+    std::vector<std::uint32_t> hashes;
     for (ConversationSourceIfc* source : sources_)
     {
-        if (!source)
+        if (const auto* holder = dynamic_cast<const IdsInUseIfc*>(source))
         {
-            continue;
+            holder->appendIdHashes(hashes);
         }
-        for (const std::string& id : source->getInUseConversationIds())
+        else if (source)
         {
-            inUse.add(id, true);
+            for (const std::string& id : source->getInUseConversationIds())
+            {
+                hashes.push_back(hashOfText(id));
+            }
         }
     }
+    KeyIndex<bool> inUse;
+    inUse.reserve(hashes.size());
+    std::for_each(hashes.begin(), hashes.end(), [&inUse](std::uint32_t hash) { inUse.addHash(hash, true); });
     cache_->removeUnused(
         [&inUse](std::uint32_t hash) { return inUse.findHash(hash, [](bool is) { return is; }) != nullptr; },
         [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });

@@ -91,6 +91,12 @@ std::vector<std::string> DirectoryServiceConversationSource::getInUseConversatio
     return ids;
 }
 
+void DirectoryServiceConversationSource::appendIdHashes(std::vector<std::uint32_t>& hashes) const
+{
+    stored_->list().appendIdHashes(hashes);
+    found_->appendIdHashes(hashes);
+}
+
 void DirectoryServiceConversationSource::clearSearchResults()
 {
     clearTemporaryConversations();

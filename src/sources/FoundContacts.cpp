@@ -71,6 +71,12 @@ void FoundContacts::appendIds(std::vector<std::string>& ids) const
     webService_.getInUseConversationIds(ids);
 }
 
+void FoundContacts::appendIdHashes(std::vector<std::uint32_t>& hashes) const
+{
+    directory_.appendIdHashes(hashes);
+    webService_.appendIdHashes(hashes);
+}
+
 std::vector<std::string> FoundContacts::temporaryIds() const
 {
     ConversationListExecutors::GatherTemporaryConversationIds gather;

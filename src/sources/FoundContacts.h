@@ -33,6 +33,7 @@ class FoundContacts
     /** Whether the id is that of somebody else who was found. */
     bool isOthers(const std::string& conversationId, const Conversation& contact) const;
     void appendIds(std::vector<std::string>& ids) const;
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const;
     std::vector<std::string> temporaryIds() const;
     std::size_t webServiceContacts() const { return webService_.size(); }
 

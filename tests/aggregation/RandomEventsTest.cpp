@@ -108,6 +108,7 @@ TEST(RandomEventsTest, NothingIsLostOrShownTwiceAndIdentifiersStay)
             SCOPED_TRACE(std::to_string(seed) + what + std::to_string(step) + testing::PrintToString(day.rows()));
             ASSERT_EQ(day.contradictions(), "");
             const Texts ids = day.aggregator.getInUseConversationIds();
+            ASSERT_TRUE(Testing::tellsTheHashesOf(ids, day.aggregator));
             if (!hasContacts)
             {
                 ASSERT_EQ(day.historyIds(), before);

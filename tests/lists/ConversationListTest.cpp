@@ -75,6 +75,8 @@ TEST_F(ConversationListTest, WhatMayEnter)
     std::vector<std::string> ids = {"x"};
     list.getInUseConversationIds(ids);
     EXPECT_EQ(ids, (Texts{"x", second->getConversationId(), first->getConversationId(), "PhantomConversation"}));
+    ids.erase(ids.begin());
+    EXPECT_TRUE(Testing::tellsTheHashesOf(ids, list));
     list.pop(phantom.get());
 }
 

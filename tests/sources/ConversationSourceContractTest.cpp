@@ -1,5 +1,6 @@
 #include "ConversationAPI/AggregatorConversationSource.h"
 #include "ConversationAPI/DirectoryServiceConversationSource.h"
+#include "ConversationAPI/IdsInUseIfc.h"
 #include "aggregation/CombinedFixture.h"
 #include "host/CloudNotices.h"
 #include "sources/NetworkLogFeed.h"
@@ -147,6 +148,10 @@ TYPED_TEST(ConversationSourceContract, FindsByIdWhatWasNotDeleted)
     EXPECT_LE(t.told(), 2U) << "once each, and of its history nobody";
     EXPECT_EQ(source.getConversation(ann), nullptr);
     EXPECT_EQ(source.getInUseConversationIds(), Texts{t.idOf("Bob")});
+    if (const auto* holder = dynamic_cast<const IdsInUseIfc*>(&source))
+    {
+        EXPECT_TRUE(Testing::tellsTheHashesOf({t.idOf("Bob")}, *holder));
+    }
     Testing::Phone elsewhere;
     const auto stranger = elsewhere.contact("Stranger", "99");
     for (const std::string unknown : {"", "unknown", "%n%s"})

@@ -11,10 +11,13 @@
 #include "ConversationAPI/ConversationParticipantFactory.h"
 #include "ConversationAPI/MissedCallConversationItem.h"
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
+#include "ConversationAPI/SharedText.h"
 #include "host/DigitAnalysis.h"
 #include "host/LogSink.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,6 +30,17 @@ inline Host::DigitAnalysis& digitAnalysis()
 {
     static Host::DigitAnalysis service;
     return service;
+}
+
+/** Whether what can tell its ids in use by their hashes, a source or a list, tells the same ones. */
+template <typename Holder>
+bool tellsTheHashesOf(const std::vector<std::string>& ids, const Holder& holder)
+{
+    std::vector<std::uint32_t> told;
+    holder.appendIdHashes(told);
+    std::vector<std::uint32_t> hashes;
+    std::transform(ids.begin(), ids.end(), std::back_inserter(hashes), ConversationAPI::hashOfText);
+    return std::is_permutation(hashes.begin(), hashes.end(), told.begin(), told.end());
 }
 
 struct Phone
