@@ -6,7 +6,7 @@ struct CallPartyIdentifier::Details
     std::string firstName;
     std::string surname;
     std::string number;
-    std::string picturePath;
+    std::unique_ptr<const std::string> picturePath; ///< null: there is none, as of nearly every party
     PhoneNumberIconType numberType = NO_ICON;
     bool flag = false;
 };
@@ -18,6 +18,11 @@ const std::string& emptyText()
     static const std::string text;
     return text;
 }
+
+std::unique_ptr<const std::string> textUnlessEmpty(const std::string& text)
+{
+    return text.empty() ? nullptr : std::make_unique<const std::string>(text);
+}
 } // namespace
 
 CallPartyIdentifier::CallPartyIdentifier() = default;
@@ -25,7 +30,8 @@ CallPartyIdentifier::CallPartyIdentifier() = default;
 CallPartyIdentifier::CallPartyIdentifier(const std::string& firstName, const std::string& surname,
                                          const std::string& number, PhoneNumberIconType numberType,
                                          const std::string& picturePath, bool flag)
-    : details_(std::make_shared<const Details>(Details{firstName, surname, number, picturePath, numberType, flag}))
+    : details_(std::make_shared<const Details>(
+          Details{firstName, surname, number, textUnlessEmpty(picturePath), numberType, flag}))
 {
 }
 
@@ -39,7 +45,8 @@ void CallPartyIdentifier::setDetails(const std::string& firstName, const std::st
                                      const std::string& number, PhoneNumberIconType numberType,
                                      const std::string& picturePath, bool flag)
 {
-    details_ = std::make_shared<const Details>(Details{firstName, surname, number, picturePath, numberType, flag});
+    details_ = std::make_shared<const Details>(
+        Details{firstName, surname, number, textUnlessEmpty(picturePath), numberType, flag});
 }
 
 const std::string& CallPartyIdentifier::getFirstName() const
@@ -64,5 +71,5 @@ CallPartyIdentifier::PhoneNumberIconType CallPartyIdentifier::getPhoneNumberType
 
 const std::string& CallPartyIdentifier::getContactImagePath() const
 {
-    return details_ ? details_->picturePath : emptyText();
+    return details_ && details_->picturePath ? *details_->picturePath : emptyText();
 }
