@@ -17,10 +17,8 @@ target_compile_options(project_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   # Debug information names no folder of this machine; a debugger started in the source tree finds the files.
   -fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.
-  # The libraries' functions are nobody else's to replace, so that they call each other directly and are inlined.
+  # The libraries' functions are nobody else's to replace, so they may be inlined.
   -fno-semantic-interposition)
-target_link_options(project_settings INTERFACE
-  $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-Bsymbolic-functions>)
 if(CONVERSATIONAPI_WARNINGS_AS_ERRORS)
   target_compile_options(project_settings INTERFACE -Werror)
 endif()

@@ -20,6 +20,7 @@
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "platform/Semaphore.h"
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <set>

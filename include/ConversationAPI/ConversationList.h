@@ -100,7 +100,10 @@ class ConversationList : public ConversationModificationObserverIfc
     /** Appends every id in list order; no lock. */
     void getInUseConversationIds(std::vector<std::string>& ids) const;
 
-    /** Appends hashOfText() of every id in any order; no lock. */
+    /**
+     * Appends hashOfText() of every id that is not empty, in any order, some perhaps more than once. Brings the indexes
+     * up to date; no lock.
+     */
     void appendIdHashes(std::vector<std::uint32_t>& hashes) const;
 
     /** Null when there is none. */

@@ -20,6 +20,7 @@
 #include "platform/DirectoryServiceIfc.h"
 #include "platform/WSIServiceIfc.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

@@ -16,7 +16,10 @@ class IdsInUseIfc
   public:
     virtual ~IdsInUseIfc() = default;
 
-    /** Appends hashOfText() of every id of getInUseConversationIds(), in any order. */
+    /**
+     * Appends hashOfText() of every id of getInUseConversationIds() that is not empty, in any order, some perhaps more
+     * than once. Whoever overrides one of the two overrides both: only one is asked.
+     */
     virtual void appendIdHashes(std::vector<std::uint32_t>& hashes) const = 0;
 };
 } // namespace ConversationAPI

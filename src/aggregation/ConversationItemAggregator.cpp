@@ -322,8 +322,9 @@ std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
 
 void ConversationItemAggregator::appendIdHashes(std::vector<std::uint32_t>& hashes) const
 {
+    const std::size_t before = hashes.size();
     conversations_->appendIdHashes(hashes);
-    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(conversations_->size()));
+    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(hashes.size() - before));
 }
 
 void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, const std::string& newNumber)

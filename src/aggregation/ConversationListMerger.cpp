@@ -44,7 +44,10 @@ bool ConversationListMerger::isOtherContact(const Conversation& candidate, const
     return known && known != &candidate && isContact(*known);
 }
 
-/** Answers where to go on: what was merged may have given the conversation, whose id this was, another initial item. */
+/**
+ * Answers where to go on, as what was merged may have given the conversation another initial item. `id` is the one that
+ * it had before anything was merged.
+ */
 std::size_t ConversationListMerger::mergeFirst(ConversationMerger& merger, const Conversation& target,
                                                const SharedText& id, std::size_t first)
 {

@@ -8,7 +8,6 @@
 #include "model/Prefetch.h"
 
 #include <algorithm>
-#include <functional>
 #include <string_view>
 #include <unordered_map>
 

@@ -431,7 +431,10 @@ void ConversationList::forgetAll()
     phantom_ = nullptr;
 }
 
-/** What the list remembers of a conversation goes with it, as both share its texts. */
+/**
+ * In the order of their memory, and what the list remembers of each together with it: both share texts, which would
+ * otherwise have to be fetched twice.
+ */
 void ConversationList::removeAndDeleteAll()
 {
     const CriticalSection guard(lock_);

@@ -12,6 +12,7 @@
 #include "lists/ListSequence.h"
 #include "model/KeyIndex.h"
 
+#include <cstdint>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -39,7 +40,7 @@ class IndexedConversations
     void removeAt(std::size_t position);
     void clear() { detachAll(); }
 
-    /** Empties the list; in what was taken out, the conversations stand as they were added, and not as they stood. */
+    /** Empties the list; what was taken out stands in the order of its memory. */
     ListMembers::Detached detachAll();
 
     /** Of the ids by which conversations are found. */

@@ -43,22 +43,17 @@ PartyKeys partyKeys(const ConversationItem& item)
 }
 } // namespace
 
-const ConversationIDCache::Entry* ConversationIDCache::find(const std::string& id) const
+const ConversationIDCache::Entry* ConversationIDCache::find(const std::string& id, std::uint32_t hash) const
 {
-    const Entries::iterator* found =
-        byId_.findHash(hashOfText(id), [&id](Entries::iterator entry) { return entry->id.view() == id; });
+    const Entries::iterator* found = placeOf(id, hash);
     return found ? &**found : nullptr;
 }
 
-const ConversationIDCache::Entry* ConversationIDCache::find(const SharedText& id) const
+const ConversationIDCache::Entries::iterator* ConversationIDCache::placeOf(const std::string& id,
+                                                                           std::uint32_t hash) const
 {
-    const Entries::iterator* found = placeOf(id);
-    return found ? &**found : nullptr;
-}
-
-const ConversationIDCache::Entries::iterator* ConversationIDCache::placeOf(const SharedText& id) const
-{
-    return byId_.findHash(id.hash(), [&id](Entries::iterator entry) { return entry->id == id; });
+    const auto isSame = [&id](const std::string& known) { return &known == &id || known == id; }; // mostly shared
+    return byId_.findHash(hash, [&isSame](Entries::iterator entry) { return isSame(entry->id.str()); });
 }
 
 const ConversationIDCache::Entry* ConversationIDCache::findFirst(const ConversationItem& candidate, Test test) const
@@ -104,7 +99,7 @@ const ConversationIDCache::Entry* ConversationIDCache::walkToFirst(const Convers
 
 void ConversationIDCache::put(const SharedText& id, std::unique_ptr<ConversationItem> item)
 {
-    if (const Entries::iterator* old = placeOf(id))
+    if (const Entries::iterator* old = placeOf(id.str(), id.hash()))
     {
         remove(*old);
     }
@@ -134,7 +129,7 @@ void ConversationIDCache::put(const SharedText& id, std::unique_ptr<Conversation
 
 void ConversationIDCache::remove(const std::string& id)
 {
-    if (const Entries::iterator* found = placeOf(SharedText(id)))
+    if (const Entries::iterator* found = placeOf(id, hashOfText(id)))
     {
         remove(*found);
     }

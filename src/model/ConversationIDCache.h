@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -40,8 +41,8 @@ class ConversationIDCache
     const Entries& entries() const { return entries_; }
 
     /** Null when no entry has the id. */
-    const Entry* find(const std::string& id) const;
-    const Entry* find(const SharedText& id) const;
+    const Entry* find(const std::string& id) const { return find(id, hashOfText(id)); }
+    const Entry* find(const SharedText& id) const { return find(id.str(), id.hash()); }
 
     /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
@@ -53,16 +54,22 @@ class ConversationIDCache
     void remove(const std::string& id);
 
     /**
-     * Removes every entry for whose id `isInUse` does not hold, which is asked with hashOfText() of it; tells each id
-     * before it goes. Reads no ids, of which there are thousands, and nearly all of them in use.
+     * Removes every entry whose id has none of these hashes of hashOfText(); tells each id before it goes. Reads no
+     * ids, of which there are thousands, and nearly all of them in use.
      */
-    template <typename IsInUse, typename Removing>
-    void removeUnused(IsInUse isInUse, Removing removing)
+    template <typename Removing>
+    void removeUnused(const std::vector<std::uint32_t>& hashesInUse, Removing removing)
     {
+        KeyIndex<bool> inUse;
+        inUse.reserve(hashesInUse.size());
+        for (const std::uint32_t hash : hashesInUse)
+        {
+            inUse.addHash(hash, true);
+        }
         for (auto entry = entries_.begin(); entry != entries_.end();)
         {
             const auto next = std::next(entry);
-            if (!isInUse(entry->idHash))
+            if (!inUse.hasHash(entry->idHash))
             {
                 removing(entry->id.str());
                 remove(entry);
@@ -76,7 +83,8 @@ class ConversationIDCache
 
     using Index = KeyIndex<const Entry*>;
 
-    const Entries::iterator* placeOf(const SharedText& id) const;
+    const Entry* find(const std::string& id, std::uint32_t hash) const;
+    const Entries::iterator* placeOf(const std::string& id, std::uint32_t hash) const;
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(Entries::iterator entry);
 

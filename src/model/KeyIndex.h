@@ -1,5 +1,5 @@
 /**
- * Which things have a text: a number, an identifier.
+ * Which things have a text, a number or an identifier, or whatever else has a hash.
  *
  * Only hashes of the texts are kept, so looking up reads no text but the one that is sought. It names everything that
  * was added under the text and, rarely, something else: whoever asks tests what is named.
@@ -19,7 +19,7 @@
 
 namespace ConversationAPI
 {
-/** A thing is a pointer or a number. */
+/** A thing is small and a value: a pointer, a number, an iterator. */
 template <typename Thing>
 class KeyIndex
 {
@@ -106,8 +106,7 @@ class KeyIndex
         }
     }
 
-    /** Appends the hashes of all texts under which there are things. For things that are pointers, none of them null.
-     */
+    /** Appends the hash of every thing; where things are pointers, and none of them null. */
     void appendHashes(std::vector<std::uint32_t>& hashes) const
     {
         for (const Entry& entry : entries_)
@@ -128,6 +127,11 @@ class KeyIndex
                      things.push_back(thing);
                      return false;
                  });
+    }
+
+    bool hasHash(std::uint32_t hash) const
+    {
+        return findHash(hash, [](const Thing&) { return true; }) != nullptr;
     }
 
     /** The first of the things with this hash for which the test holds; null without one. */

@@ -7,7 +7,9 @@
 #include "model/ConversationIDCache.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <iterator>
 
 namespace ConversationAPI
 {
@@ -71,6 +73,20 @@ bool saysTheSame(const ConversationItem& a, const ConversationItem& b)
 bool isCallOfContact(const ConversationItem& item, const ConversationItem& known)
 {
     return isPlaceholder(known) && !isPlaceholder(item) && known.isSameConversationAs(item);
+}
+
+/** Of the ids that the source, which may be null, uses. */
+void appendIdHashes(ConversationSourceIfc* source, std::vector<std::uint32_t>& hashes)
+{
+    if (const auto* holder = dynamic_cast<const IdsInUseIfc*>(source))
+    {
+        holder->appendIdHashes(hashes);
+    }
+    else if (source)
+    {
+        const std::vector<std::string> ids = source->getInUseConversationIds();
+        std::transform(ids.begin(), ids.end(), std::back_inserter(hashes), hashOfText);
+    }
 }
 } // namespace
 
@@ -167,28 +183,14 @@ void RandomCachingConversationIDGenerator::garbageCollect()
     {
         return;
     }
-    // That two ids have one hash is all but impossible, and only keeps one that nobody needs.
-    std::vector<std::uint32_t> hashes;
+    std::vector<std::uint32_t> inUse;
     for (ConversationSourceIfc* source : sources_)
     {
-        if (const auto* holder = dynamic_cast<const IdsInUseIfc*>(source))
-        {
-            holder->appendIdHashes(hashes);
-        }
-        else if (source)
-        {
-            for (const std::string& id : source->getInUseConversationIds())
-            {
-                hashes.push_back(hashOfText(id));
-            }
-        }
+        appendIdHashes(source, inUse);
     }
-    KeyIndex<bool> inUse;
-    inUse.reserve(hashes.size());
-    std::for_each(hashes.begin(), hashes.end(), [&inUse](std::uint32_t hash) { inUse.addHash(hash, true); });
-    cache_->removeUnused(
-        [&inUse](std::uint32_t hash) { return inUse.findHash(hash, [](bool is) { return is; }) != nullptr; },
-        [](const std::string& id) { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+    // That two ids have one hash is all but impossible, and only keeps one that nobody needs.
+    cache_->removeUnused(inUse, [](const std::string& id)
+                         { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
 }
 
 void RandomCachingConversationIDGenerator::remember(const std::string& id, const ConversationItem* item)

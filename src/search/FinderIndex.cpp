@@ -14,7 +14,6 @@ namespace ConversationAPI
 namespace
 {
 constexpr std::size_t RANKS = static_cast<std::size_t>(MatchRank::NONE);
-
 } // namespace
 
 FinderIndex::FinderIndex(TextFolding& folding) : folding_(folding) {}

@@ -9,6 +9,7 @@
 
 #include "ConversationAPI/ConversationList.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

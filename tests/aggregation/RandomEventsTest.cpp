@@ -1,4 +1,5 @@
 #include "AggregatorFixture.h"
+#include "support/Phone.h"
 
 #include <random>
 
