@@ -18,9 +18,9 @@ namespace
 {
 bool hasLostNumber(const ContactDetails& before, const ContactDetails& now)
 {
-    const ContactNumbers numbers = before.numbers();
+    const ContactNumbers numbers = before.numbers.four();
     return std::any_of(numbers.begin(), numbers.end(),
-                       [&now](const std::string& number) { return !number.empty() && !now.hasNumber(number); });
+                       [&now](const std::string& number) { return !number.empty() && !now.numbers.has(number); });
 }
 } // namespace
 

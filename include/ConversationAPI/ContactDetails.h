@@ -5,12 +5,9 @@
  */
 #pragma once
 
-#include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/ConversationParticipant.h"
-#include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/PartyNumbers.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -20,64 +17,14 @@ namespace ConversationAPI
 std::string joinNames(const std::string& firstName, const std::string& lastName);
 
 /** Names and numbers: what conversations are told apart by. */
-class ContactDetails
+struct ContactDetails
 {
-  public:
     std::string firstName;
     std::string lastName;
+    PartyNumbers numbers;
     CallPartyIdentifier::PhoneNumberIconType numberType = CallPartyIdentifier::NO_ICON; ///< of the main number
 
-    const std::string& mainNumber() const { return mainNumber_; }
-
-    /** The four stay what they are. */
-    void setMainNumber(std::string number);
-
-    /** The number at this place of the four. */
-    const std::string& numberAt(unsigned slot) const
-    {
-        return slotsWithMainNumber_ & (1U << slot) ? mainNumber_ : otherNumbers_->at(slot);
-    }
-    void setNumberAt(unsigned slot, const std::string& number);
-    ContactNumbers numbers() const;
-    void setNumbers(const ContactNumbers& numbers);
-
-    /** Calls `use` for every number that is known, once each, the main one first. */
-    template <typename Use>
-    void forEachNumber(Use use) const
-    {
-        if (!mainNumber_.empty())
-        {
-            use(mainNumber_);
-        }
-        if (!otherNumbers_.isSet())
-        {
-            return;
-        }
-        for (auto number = otherNumbers_->begin(); number != otherNumbers_->end(); ++number)
-        {
-            if (!number->empty() && std::find(otherNumbers_->begin(), number, *number) == number)
-            {
-                use(*number);
-            }
-        }
-    }
-
-    /** Whether `candidate`, which is not empty, is the main number or one of the four. */
-    bool hasNumber(const std::string& candidate) const;
-
-    bool holdsAmongTheFour(const std::string& candidate) const;
-    bool hasNoneOfTheFour() const;
-
-    /** Whether the slot is empty and none of the four holds the number yet. */
-    bool hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const;
     bool operator==(const ContactDetails& other) const;
-
-  private:
-    std::string mainNumber_;
-    CopyOnWrite<ContactNumbers> otherNumbers_;
-
-    /** Bit n: number n of the four is the main number. Most contacts have no other, and need no memory for them. */
-    std::uint8_t slotsWithMainNumber_ = 0;
 };
 
 /** The other party of a two-party conference. */

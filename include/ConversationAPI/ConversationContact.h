@@ -65,12 +65,12 @@ class ConversationContact
 
     const std::string& getFirstName() const { return contact_->firstName; }
     const std::string& getLastName() const { return contact_->lastName; }
-    const std::string& getNumber() const { return contact_->mainNumber(); }
+    const std::string& getNumber() const { return contact_->numbers.main(); }
     PhoneNumberIconType getNumberType() const { return contact_->numberType; }
-    const std::string& getWorkNumber1() const { return contact_->numberAt(WORK_1_SLOT); }
-    const std::string& getWorkNumber2() const { return contact_->numberAt(WORK_2_SLOT); }
-    const std::string& getMobileNumber() const { return contact_->numberAt(MOBILE_SLOT); }
-    const std::string& getHomeNumber() const { return contact_->numberAt(HOME_SLOT); }
+    const std::string& getWorkNumber1() const { return contact_->numbers.at(WORK_1_SLOT); }
+    const std::string& getWorkNumber2() const { return contact_->numbers.at(WORK_2_SLOT); }
+    const std::string& getMobileNumber() const { return contact_->numbers.at(MOBILE_SLOT); }
+    const std::string& getHomeNumber() const { return contact_->numbers.at(HOME_SLOT); }
     const std::string& getDisplayName() const { return profile_->displayName; }
     const SecondParty& secondParty() const { return profile_->secondParty; }
     const std::string& getEmail() const { return profile_->email; }

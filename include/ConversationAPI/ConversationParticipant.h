@@ -8,11 +8,10 @@
  */
 #pragma once
 
-#include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/PartyNumbers.h"
 #include "platform/CallPartyIdentifier.h"
 
-#include <cstdint>
 #include <string>
 
 class DigitAnalysisServiceIfc;
@@ -97,22 +96,25 @@ class ConversationParticipant : public CallPartyIdentifier
     const std::string& firstNameText() const { return CallPartyIdentifier::getFirstName(); }
     const std::string& surnameText() const { return CallPartyIdentifier::getSurname(); }
     const std::string& numberText() const { return CallPartyIdentifier::getNumber(); }
-    const std::string& comparableNumberText() const { return comparableNumber_; }
+    const std::string& comparableNumberText() const { return numbers_.main(); }
 
     /** The contact number at this place; empty when it is not known. */
-    const std::string& contactNumber(ContactNumberSlot slot) const
-    {
-        return slotsWithComparableNumber_ & (1U << slot) ? comparableNumber_ : details_->contactNumbers[slot];
-    }
+    const std::string& contactNumber(ContactNumberSlot slot) const { return numbers_.at(slot); }
+
+    /** The comparable number and the four. */
+    const PartyNumbers& numbers() const { return numbers_; }
 
     /** Whether one of the four is another number than the comparable one. */
-    bool hasFurtherNumbers() const;
+    bool hasFurtherNumbers() const { return numbers_.hasFurther(); }
 
     /** Whether any of the four is known. */
-    bool hasContactNumbers() const;
+    bool hasContactNumbers() const { return !numbers_.hasNoneOfTheFour(); }
 
     /** Whether both know the same four numbers. */
-    bool hasSameContactNumbers(const ConversationParticipant& other) const;
+    bool hasSameContactNumbers(const ConversationParticipant& other) const
+    {
+        return numbers_.hasSameFourAs(other.numbers_);
+    }
 
   private:
     struct Details
@@ -123,23 +125,14 @@ class ConversationParticipant : public CallPartyIdentifier
         std::string address1;
         std::string address2;
         std::string role;
-        ContactNumbers contactNumbers;
     };
 
     void noteNames();
-    void setComparableNumber(const std::string& number);
-    void keepNumbersThatAreTheComparableOne();
     void convert(std::string& number) const;
 
     DigitAnalysisServiceIfc* dialStringConverter_ = nullptr;
-    std::string comparableNumber_;
+    PartyNumbers numbers_; ///< the main one is the comparable number
     CopyOnWrite<Details> details_;
-
-    /**
-     * Bit n: contact number n is the comparable number. Nearly every party of the call history has one contact
-     * number, the one that it called from, which then needs no memory of its own.
-     */
-    std::uint8_t slotsWithComparableNumber_ = 0;
 
     /** What the names say; kept here because it is asked whenever parties are compared, and the names lie elsewhere. */
     bool isAnonymous_ = true;

@@ -60,7 +60,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     void removeObserver(ConversationSourceObserverIfc* observer) override;
 
     /** Contacts are no users of a service: always null. */
-    Conversation* getConversationForUser(const std::string& user) override;
+    Conversation* getConversationForUser(const std::string&) override { return nullptr; }
 
     /** Found contacts included: a display may name them as long as they are kept. */
     std::vector<std::string> getInUseConversationIds() override;
@@ -68,7 +68,7 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     void clearSearchResults() override;
 
     /** Does nothing, as do conversationUpdated() and markAllMissedCallsRead(): contacts have no calls. */
-    void voiceMailChanged(const std::string& oldNumber, const std::string& newNumber) override;
+    void voiceMailChanged(const std::string&, const std::string&) override {}
 
     /** Has the stored contact deleted; it goes when the phonebook says so. Found contacts stay. */
     void deleteConversation(const std::string& id) override;
@@ -76,8 +76,8 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     /** Keeps everything: emptying the list of calls must not empty the phonebook. */
     void deleteConversations() override;
     int getSourceType() override;
-    void conversationUpdated(Conversation* conversation) override;
-    void markAllMissedCallsRead() override;
+    void conversationUpdated(Conversation*) override {}
+    void markAllMissedCallsRead() override {}
 
     void wsiSearchResults(const std::string& searchId, std::vector<WSIItem> items) override;
     void wsiSearchEnded(const std::string& searchId) override;

@@ -80,7 +80,7 @@ ContactRegrouping::UniqueConversationList ContactRegrouping::findConversationsOf
     };
     add("findByConversationId found id=[%p]%s",
         conversations_.find(ConversationIDCondition(contact.getConversationId())));
-    const ContactNumbers numbers = contact.contactDetails()->numbers();
+    const ContactNumbers numbers = contact.contactDetails()->numbers.four();
     for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
         add(FOUND_BY_NUMBER[slot], placement_.getConversationOfNumber(numbers[slot]));

@@ -30,7 +30,7 @@ bool ConversationMatcher::matches(Conversation* conversation, const std::string&
     {
         return false;
     }
-    const ContactNumbers numbers = conversation->contactDetails()->numbers();
+    const ContactNumbers numbers = conversation->contactDetails()->numbers.four();
     return std::any_of(numbers.begin(), numbers.end(),
                        [&searchString](const std::string& number)
                        { return number.find(searchString) != std::string::npos; });

@@ -296,12 +296,12 @@ void IndexedConversations::forgetCallIds(Member& member)
 
 void IndexedConversations::insertContact(Index& index, Member& member)
 {
-    member.contact->forEachNumber([&](const std::string& number) { index.add(number, &member); });
+    member.contact->numbers.forEach([&](const std::string& number) { index.add(number, &member); });
 }
 
 void IndexedConversations::eraseContact(Index& index, Member& member)
 {
-    member.contact->forEachNumber([&](const std::string& number) { index.remove(number, &member); });
+    member.contact->numbers.forEach([&](const std::string& number) { index.remove(number, &member); });
 }
 
 void IndexedConversations::forget(Member& member)

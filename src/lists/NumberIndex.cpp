@@ -21,7 +21,7 @@ void NumberIndex::associate(const std::string& number, Conversation* conversatio
     }
     const CopyOnWrite<ContactDetails>& contact = conversation->contactDetails();
     const auto slot = std::find_if(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                                   [&](ContactNumberSlot one) { return contact->numberAt(one) == number; });
+                                   [&](ContactNumberSlot one) { return contact->numbers.at(one) == number; });
     if (slot != ALL_CONTACT_NUMBER_SLOTS.end())
     {
         note({conversation, contact, {}, *slot});
@@ -112,13 +112,13 @@ void NumberIndex::associateContact(const ContactDetails& contact, unsigned slot,
 {
     if (slot < CONTACT_NUMBER_SLOTS)
     {
-        associateNumberWithConversation("", contact.numberAt(slot), conversation);
+        associateNumberWithConversation("", contact.numbers.at(slot), conversation);
         return;
     }
-    associateNumberWithConversation("work1", contact.numberAt(WORK_1_SLOT), conversation);
-    associateNumberWithConversation("work2", contact.numberAt(WORK_2_SLOT), conversation);
-    associateNumberWithConversation("mobile", contact.numberAt(MOBILE_SLOT), conversation);
-    associateNumberWithConversation("home", contact.numberAt(HOME_SLOT), conversation);
+    associateNumberWithConversation("work1", contact.numbers.at(WORK_1_SLOT), conversation);
+    associateNumberWithConversation("work2", contact.numbers.at(WORK_2_SLOT), conversation);
+    associateNumberWithConversation("mobile", contact.numbers.at(MOBILE_SLOT), conversation);
+    associateNumberWithConversation("home", contact.numbers.at(HOME_SLOT), conversation);
 }
 
 /** Whose number it was loses it. What kind of number it is has always been told, and never been kept. */

@@ -41,13 +41,13 @@ std::string ConversationContact::convertToCanonical(std::string number) const
 
 std::vector<std::string> ConversationContact::getConversationNumbers() const
 {
-    const ContactNumbers numbers = contact_->numbers();
+    const ContactNumbers numbers = contact_->numbers.four();
     return {numbers.begin(), numbers.end()};
 }
 
 bool ConversationContact::hasAnyNumberMatching(const std::string& number) const
 {
-    return !number.empty() && contact_->hasNumber(number);
+    return !number.empty() && contact_->numbers.has(number);
 }
 
 void ConversationContact::updateContactNumber(PhoneNumberIconType type, const std::string& number)
@@ -56,12 +56,12 @@ void ConversationContact::updateContactNumber(PhoneNumberIconType type, const st
     const std::string canonical = convertToCanonical(number);
     if (type == contact_->numberType)
     {
-        contact_.write().setMainNumber(canonical);
+        contact_.write().numbers.setMain(canonical);
     }
     const ContactNumberSlot slot = slotForNumberType(type);
     if (slot < CONTACT_NUMBER_SLOTS)
     {
-        contact_.write().setNumberAt(slot, canonical);
+        contact_.write().numbers.set(slot, canonical);
     }
     contactChanged();
     contactNumbersChanged(before);
@@ -78,7 +78,7 @@ ConversationContact::PhoneNumberIconType ConversationContact::getMatchingNumberT
     const std::string& number = item.participants().front().comparableNumberText();
     for (const unsigned slot : {MOBILE_SLOT, HOME_SLOT, WORK_2_SLOT, WORK_1_SLOT})
     {
-        if (!number.empty() && number == contact_->numberAt(slot))
+        if (!number.empty() && number == contact_->numbers.at(slot))
         {
             return numberTypeForSlot(slot);
         }
@@ -153,7 +153,7 @@ void ConversationContact::updateNumber(const std::string& number, PhoneNumberIco
     }
     const std::string canonical = convertToCanonical(number);
     ContactDetails& contact = contact_.write();
-    contact.setMainNumber(canonical);
+    contact.numbers.setMain(canonical);
     contact.numberType = type;
     contactChanged();
 }
@@ -174,7 +174,7 @@ void ConversationContact::saveContactNumber(ContactNumberSlot slot, const std::s
 {
     const CopyOnWrite<ContactDetails> before = contact_;
     const std::string canonical = convertToCanonical(number);
-    contact_.write().setNumberAt(slot, canonical);
+    contact_.write().numbers.set(slot, canonical);
     contactChanged();
     contactNumbersChanged(before);
 }
@@ -186,10 +186,10 @@ void ConversationContact::setPhoneNumbers(const std::string& work1, const std::s
     const CopyOnWrite<ContactDetails> before = contact_;
     const ContactNumbers canonical = {convertToCanonical(work1), convertToCanonical(work2), convertToCanonical(mobile),
                                       convertToCanonical(home)};
-    std::string canonicalMain = convertToCanonical(mainNumber);
+    const std::string canonicalMain = convertToCanonical(mainNumber);
     ContactDetails& contact = contact_.write();
-    contact.setMainNumber(std::move(canonicalMain));
-    contact.setNumbers(canonical);
+    contact.numbers.setMain(canonicalMain);
+    contact.numbers.setFour(canonical);
     contact.numberType = mainType;
     contactChanged();
     contactNumbersChanged(before);
@@ -232,10 +232,10 @@ void ConversationContact::setDialStringConverter(DigitAnalysisServiceIfc* digitA
 void ConversationContact::convertNumbers()
 {
     ContactDetails& contact = contact_.write();
-    contact.setMainNumber(convertToCanonical(contact.mainNumber()));
+    contact.numbers.setMain(convertToCanonical(contact.numbers.main()));
     for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
     {
-        contact.setNumberAt(slot, convertToCanonical(contact.numberAt(slot)));
+        contact.numbers.set(slot, convertToCanonical(contact.numbers.at(slot)));
     }
 }
 
@@ -291,7 +291,7 @@ bool ConversationContact::hasNothingToLearnFrom(const ConversationParticipant& p
 {
     const bool isNamed = !getFirstName().empty() || !getLastName().empty();
     return contactSource_ != NO_CONTACT ||
-           (isNamed && !party.hasFurtherNumbers() && contact_->holdsAmongTheFour(party.comparableNumberText()));
+           (isNamed && !party.hasFurtherNumbers() && contact_->numbers.hasAmongTheFour(party.comparableNumberText()));
 }
 
 void ConversationContact::takeFrom(const ConversationParticipant& party)
@@ -303,7 +303,7 @@ void ConversationContact::takeFrom(const ConversationParticipant& party)
 void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& party)
 {
     const std::string& comparable = party.comparableNumberText();
-    if (!comparable.empty() && !party.hasFurtherNumbers() && contact_->holdsAmongTheFour(comparable))
+    if (!comparable.empty() && !party.hasFurtherNumbers() && contact_->numbers.hasAmongTheFour(comparable))
     {
         return;
     }
@@ -315,7 +315,7 @@ void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& par
             takeFreeNumber(slot, number);
         }
     }
-    if (contact_->hasNoneOfTheFour())
+    if (contact_->numbers.hasNoneOfTheFour())
     {
         takeFreeNumber(slotForNumberType(party.getPhoneNumberType()), comparable);
     }
@@ -323,9 +323,9 @@ void ConversationContact::takeFreeNumbersFrom(const ConversationParticipant& par
 
 void ConversationContact::takeFreeNumber(ContactNumberSlot slot, const std::string& number)
 {
-    if (contact_->hasFreeSlotFor(slot, number))
+    if (contact_->numbers.hasFreeSlotFor(slot, number))
     {
-        contact_.write().setNumberAt(slot, number);
+        contact_.write().numbers.set(slot, number);
         contactChanged();
     }
 }
@@ -362,7 +362,7 @@ void ConversationContact::takeContactDetails(const ConversationContact& other)
     }
     if (getNumber().empty() && mine.isSet())
     {
-        contact_.write().setMainNumber(mine->mainNumber());
+        contact_.write().numbers.setMain(mine->numbers.main());
         contact_.write().numberType = mine->numberType;
     }
     if (digitAnalysis_ != other.digitAnalysis_)

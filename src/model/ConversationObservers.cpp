@@ -105,7 +105,7 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, const 
     if (first_ && !before.sharesWith(conversation.contactDetails()))
     {
         tellNumberChanges(conversation, CONTACT_NUMBER_SLOTS,
-                          [&before](unsigned slot) -> const std::string& { return before->numberAt(slot); });
+                          [&before](unsigned slot) -> const std::string& { return before->numbers.at(slot); });
     }
 }
 
@@ -128,7 +128,7 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, std::s
             CONVERSATION_LOG(2, "No type is found for the number %s at %d", was.c_str(), static_cast<int>(slot));
             continue;
         }
-        const std::string& now = contact->numberAt(slot);
+        const std::string& now = contact->numbers.at(slot);
         if (was.empty() && !now.empty())
         {
             notifyObserversNumbersUpdated(numberUpdateReason::ADDED, conversation, now, "");

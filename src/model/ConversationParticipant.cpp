@@ -4,14 +4,12 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "platform/DigitAnalysisServiceIfc.h"
 
-#include <algorithm>
-
 namespace ConversationAPI
 {
 ConversationParticipant::ConversationParticipant() = default;
 
 ConversationParticipant::ConversationParticipant(const CallPartyIdentifier& party)
-    : CallPartyIdentifier(party), comparableNumber_(party.getNumber())
+    : CallPartyIdentifier(party), numbers_(party.getNumber())
 {
     if (firstNameText().empty() && surnameText().empty() && numberText().empty())
     {
@@ -63,7 +61,7 @@ std::string ConversationParticipant::getContactImagePath() const
 
 std::string ConversationParticipant::getComparableNumber() const
 {
-    return comparableNumber_;
+    return comparableNumberText();
 }
 
 std::string ConversationParticipant::getUserId() const
@@ -150,7 +148,7 @@ void ConversationParticipant::saveNumber(const std::string& number)
 {
     const std::string saved = number;
     setDetails(getFirstName(), getSurname(), saved, getPhoneNumberType(), getContactImagePath(), false);
-    setComparableNumber(saved);
+    numbers_.setMain(saved);
     updateComparableNumber();
 }
 
@@ -164,56 +162,10 @@ void ConversationParticipant::updateComparableNumber()
 {
     if (dialStringConverter_)
     {
-        std::string number = comparableNumber_;
+        std::string number = comparableNumberText();
         convert(number);
-        setComparableNumber(number);
+        numbers_.setMain(number);
     }
-}
-
-void ConversationParticipant::setComparableNumber(const std::string& number)
-{
-    if (number != comparableNumber_)
-    {
-        keepNumbersThatAreTheComparableOne();
-        comparableNumber_ = number;
-    }
-}
-
-/** Before the comparable number changes, the contact numbers that are it get a memory of their own. */
-void ConversationParticipant::keepNumbersThatAreTheComparableOne()
-{
-    if (slotsWithComparableNumber_ == 0)
-    {
-        return;
-    }
-    ContactNumbers& numbers = details_.write().contactNumbers;
-    for (unsigned slot = 0; slot < CONTACT_NUMBER_SLOTS; ++slot)
-    {
-        if (slotsWithComparableNumber_ & (1U << slot))
-        {
-            numbers[slot] = comparableNumber_;
-        }
-    }
-    slotsWithComparableNumber_ = 0;
-}
-
-bool ConversationParticipant::hasFurtherNumbers() const
-{
-    return details_.isSet() &&
-           std::any_of(details_->contactNumbers.begin(), details_->contactNumbers.end(),
-                       [this](const std::string& number) { return !number.empty() && number != comparableNumber_; });
-}
-
-bool ConversationParticipant::hasContactNumbers() const
-{
-    return std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [this](ContactNumberSlot slot) { return !contactNumber(slot).empty(); });
-}
-
-bool ConversationParticipant::hasSameContactNumbers(const ConversationParticipant& other) const
-{
-    return std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [&](ContactNumberSlot slot) { return contactNumber(slot) == other.contactNumber(slot); });
 }
 
 void ConversationParticipant::convert(std::string& number) const
@@ -228,26 +180,14 @@ void ConversationParticipant::setPhoneNumbers(const std::string& work1, const st
                                               const std::string& mobile, const std::string& home)
 {
     ContactNumbers numbers = {work1, work2, mobile, home};
-    std::uint8_t withComparableNumber = 0;
-    for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
+    for (std::string& number : numbers)
     {
-        std::string& number = numbers[slot];
         if (!number.empty())
         {
             convert(number);
         }
-        const bool isComparable = !number.empty() && number == comparableNumber_;
-        withComparableNumber |= static_cast<std::uint8_t>(isComparable ? 1U << slot : 0U);
-        if (isComparable)
-        {
-            number.clear();
-        }
-        if (number != details_->contactNumbers[slot])
-        {
-            details_.write().contactNumbers[slot] = number;
-        }
     }
-    slotsWithComparableNumber_ = withComparableNumber;
+    numbers_.setFour(numbers);
 }
 
 void ConversationParticipant::setPersonalData(const std::string& email, const std::string& company,
@@ -269,7 +209,7 @@ void ConversationParticipant::setUserId(const std::string& userId)
 
 std::string ConversationParticipant::toString() const
 {
-    return "last: " + surnameText() + " comp:" + comparableNumber_ + " w1:" + contactNumber(WORK_1_SLOT) +
+    return "last: " + surnameText() + " comp:" + comparableNumberText() + " w1:" + contactNumber(WORK_1_SLOT) +
            " w2:" + contactNumber(WORK_2_SLOT) + " m:" + contactNumber(MOBILE_SLOT) + " h:" + contactNumber(HOME_SLOT);
 }
 
@@ -301,24 +241,14 @@ bool ConversationParticipant::doNumbersMatch(const ConversationParticipant& othe
     {
         return false;
     }
-    if (other.doesNumberMatchWithAnyNumber(comparableNumber_))
-    {
-        return true;
-    }
-    return !other.comparableNumber_.empty() &&
-           std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [&](ContactNumberSlot slot) { return contactNumber(slot) == other.comparableNumber_; });
+    const std::string& theirs = other.comparableNumberText();
+    return other.doesNumberMatchWithAnyNumber(comparableNumberText()) ||
+           (!theirs.empty() && numbers_.hasAmongTheFour(theirs));
 }
 
 bool ConversationParticipant::doesNumberMatchWithAnyNumber(const std::string& number) const
 {
-    if (number.empty())
-    {
-        return false;
-    }
-    return number == comparableNumber_ ||
-           std::any_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [&](ContactNumberSlot slot) { return contactNumber(slot) == number; });
+    return !number.empty() && numbers_.has(number);
 }
 
 bool ConversationParticipant::bothNamesAnonymous(const ConversationParticipant& other) const

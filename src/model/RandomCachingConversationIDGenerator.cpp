@@ -40,10 +40,9 @@ bool isSameContact(const ConversationItem& a, const ConversationItem& b)
     return sameNames || (mine.hasContactNumbers() && mine.hasSameContactNumbers(theirs));
 }
 
-/** Whether a placeholder says what is known of a contact; `numberOf` gives its number for a slot. */
-template <typename NumberOf>
+/** Whether a placeholder says what is known of a contact. */
 bool says(const ConversationItem& placeholder, const SharedText& exchangeContactId, const std::string& firstName,
-          const std::string& lastName, const std::string& number, NumberOf numberOf)
+          const std::string& lastName, const PartyNumbers& numbers)
 {
     if (!isPlaceholder(placeholder) || placeholder.participants().size() != 1 ||
         placeholder.exchangeContactIdText() != exchangeContactId)
@@ -51,10 +50,7 @@ bool says(const ConversationItem& placeholder, const SharedText& exchangeContact
         return false;
     }
     const ConversationParticipant& party = placeholder.participants().front();
-    return party.firstNameText() == firstName && party.surnameText() == lastName &&
-           party.comparableNumberText() == number &&
-           std::all_of(ALL_CONTACT_NUMBER_SLOTS.begin(), ALL_CONTACT_NUMBER_SLOTS.end(),
-                       [&](ContactNumberSlot slot) { return party.contactNumber(slot) == numberOf(slot); });
+    return party.firstNameText() == firstName && party.surnameText() == lastName && party.numbers() == numbers;
 }
 
 /** Whether two placeholders are of one contact of which nothing has changed. */
@@ -65,8 +61,7 @@ bool saysTheSame(const ConversationItem& a, const ConversationItem& b)
         return false;
     }
     const ConversationParticipant& party = b.participants().front();
-    return says(a, b.exchangeContactIdText(), party.firstNameText(), party.surnameText(), party.comparableNumberText(),
-                [&party](ContactNumberSlot slot) -> const std::string& { return party.contactNumber(slot); });
+    return says(a, b.exchangeContactIdText(), party.firstNameText(), party.surnameText(), party.numbers());
 }
 
 /** Remembered by one of its calls, a contact would not be recognised by its other numbers. */
@@ -217,9 +212,8 @@ bool RandomCachingConversationIDGenerator::remembersContact(const SharedText& id
     const CriticalSection guard(lock_);
     const ConversationIDCache::Entry* known = cache_->find(id);
     const ContactDetails& details = *contact.contactDetails();
-    return known && says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName,
-                         details.mainNumber(),
-                         [&details](ContactNumberSlot slot) -> const std::string& { return details.numberAt(slot); });
+    return known &&
+           says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName, details.numbers);
 }
 
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,

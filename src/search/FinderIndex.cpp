@@ -66,7 +66,7 @@ FinderIndex::Row FinderIndex::add(const Conversation& conversation)
 {
     std::string words = conversation.toString();
     std::string numbers;
-    conversation.contactDetails()->forEachNumber(
+    conversation.contactDetails()->numbers.forEach(
         [&](const std::string& number)
         {
             if (const auto dial = DialText::parse(number))

@@ -62,7 +62,7 @@ class IsPerson : public ConversationUnaryCondition
 
 bool hasNumber(const Conversation& contact)
 {
-    return !contact.getNumber().empty() || !contact.contactDetails()->hasNoneOfTheFour();
+    return !contact.getNumber().empty() || !contact.contactDetails()->numbers.hasNoneOfTheFour();
 }
 
 /** Holds for whoever, like the contact, has no number, and is the same person by all else that tells people apart. */

@@ -78,11 +78,6 @@ void DirectoryServiceConversationSource::removeObserver(ConversationSourceObserv
     removeOne(observers_, observer);
 }
 
-Conversation* DirectoryServiceConversationSource::getConversationForUser(const std::string&)
-{
-    return nullptr;
-}
-
 std::vector<std::string> DirectoryServiceConversationSource::getInUseConversationIds()
 {
     std::vector<std::string> ids;
@@ -112,12 +107,6 @@ std::vector<std::string> DirectoryServiceConversationSource::getTemporaryConvers
 {
     return found_->temporaryIds();
 }
-
-void DirectoryServiceConversationSource::voiceMailChanged(const std::string&, const std::string&) {}
-
-void DirectoryServiceConversationSource::conversationUpdated(Conversation*) {}
-
-void DirectoryServiceConversationSource::markAllMissedCallsRead() {}
 
 /** What the phonebook never confirmed it cannot delete either. */
 void DirectoryServiceConversationSource::deleteConversation(const std::string& id)
