@@ -8,6 +8,7 @@
 
 #include "ConversationAPI/ReferenceCount.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -16,11 +17,11 @@
 
 namespace ConversationAPI
 {
-/** The same for equal texts, and nearly always different for others. */
+/** The same for equal texts, and nearly always different for others; 0 for the empty text alone. */
 inline std::uint32_t hashOfText(std::string_view text) noexcept
 {
     const std::uint64_t hash = std::hash<std::string_view>()(text);
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+    return text.empty() ? 0 : std::max(static_cast<std::uint32_t>(hash ^ (hash >> 32U)), 1U);
 }
 
 class SharedText
@@ -57,7 +58,7 @@ class SharedText
     std::string_view view() const noexcept { return str(); }
 
     /** hashOfText(), which is known without reading the text. */
-    std::uint32_t hash() const noexcept { return block_ ? block_->hash : hashOfText({}); }
+    std::uint32_t hash() const noexcept { return block_ ? block_->hash : 0; }
 
     /** Becomes `text`; keeps the block it has when that already says so. */
     void assign(const std::string& text);

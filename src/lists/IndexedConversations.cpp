@@ -198,15 +198,15 @@ void IndexedConversations::markStale(Member& member)
     if (!member.isStale)
     {
         member.isStale = true;
-        stale_.push_back(member.conversation);
+        stale_.push_back(&member);
     }
 }
 
 void IndexedConversations::refreshStaleMembers()
 {
-    for (Conversation* conversation : stale_)
+    for (Member* member : stale_)
     {
-        if (Member* member = members_.find(conversation))
+        if (member->isStale)
         {
             refresh(*member);
         }
@@ -231,29 +231,30 @@ void IndexedConversations::refresh(Member& member)
         setMembership(anonymous_, &member, member.isAnonymous);
     }
     const bool isPhantom = conversation.isPhantomConversation();
-    reindex(byId_, member, member.id,
+    reindex(byId_, member, member.idHash,
             isPhantom ? SharedText(conversation.getConversationId()) : conversation.storedIdText());
-    reindex(byExchangeContactId_, member, member.exchangeContactId, conversation.exchangeContactIdText());
+    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, conversation.exchangeContactIdText());
     if (!member.callIds->empty() || member.isLive || !conversation.holdsOnlyPlainItems())
     {
         refreshCallIds(member);
     }
 }
 
-void IndexedConversations::reindex(Index& index, Member& member, SharedText& key, const SharedText& newKey)
+/** Of another key with the same hash the index would not know the difference. */
+void IndexedConversations::reindex(Index& index, Member& member, std::uint32_t& hash, const SharedText& newKey)
 {
-    if (key == newKey)
+    if (hash == newKey.hash())
     {
         return;
     }
-    if (!key.empty())
+    if (hash != 0)
     {
-        index.remove(key, &member);
+        index.removeHash(hash, &member);
     }
-    key = newKey;
-    if (!key.empty())
+    hash = newKey.hash();
+    if (hash != 0)
     {
-        index.add(key, &member);
+        index.addHash(hash, &member);
     }
 }
 
@@ -307,8 +308,8 @@ void IndexedConversations::eraseContact(Index& index, Member& member)
 void IndexedConversations::forget(Member& member)
 {
     eraseContact(byNumber_, member);
-    reindex(byId_, member, member.id, {});
-    reindex(byExchangeContactId_, member, member.exchangeContactId, {});
+    reindex(byId_, member, member.idHash, {});
+    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, {});
     forgetCallIds(member);
     unobserved_.erase(&member);
     anonymous_.erase(&member);

@@ -64,7 +64,7 @@ class IndexedConversations
 
     static void insertContact(Index& index, Member& member);
     static void eraseContact(Index& index, Member& member);
-    static void reindex(Index& index, Member& member, SharedText& key, const SharedText& newKey);
+    static void reindex(Index& index, Member& member, std::uint32_t& hash, const SharedText& newKey);
 
     Member& newMember(Conversation* conversation, bool isObserved);
     void markStale(Member& member);
@@ -75,7 +75,7 @@ class IndexedConversations
     void forget(Member& member);
 
     ListSequence sequence_;
-    std::vector<Conversation*> stale_;
+    std::vector<Member*> stale_; ///< and some that were refreshed or removed meanwhile
     ListMembers members_;
     Group unobserved_;
     Group anonymous_;

@@ -22,9 +22,9 @@ struct ListMember
     bool isStale = false;
     bool isAnonymous = false;
     bool isLive = false;
+    std::uint32_t idHash = 0; ///< 0: is not found by an id
+    std::uint32_t exchangeContactIdHash = 0;
     CopyOnWrite<ContactDetails> contact;
-    SharedText id;
-    SharedText exchangeContactId;
     CopyOnWrite<std::vector<SharedText>> callIds;
 };
 } // namespace ConversationAPI

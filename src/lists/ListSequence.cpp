@@ -270,7 +270,11 @@ void ListSequence::sortAll()
                 compared.insert(member);
             }
         });
-    reorder(std::move(sorted));
+    if (sorted != members_)
+    {
+        reorder(std::move(sorted));
+    }
+    loose_.clear();
     compared_ = std::move(compared);
     isSorted_ = true;
 }

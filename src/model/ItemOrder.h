@@ -78,7 +78,11 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem, No
         auto& kind = standing.kind == ItemStanding::BY_TIME ? timed : others;
         kind.push_back(Placed{element, item, standing.time, timed.size() + others.size()});
     }
-    std::stable_sort(timed.begin(), timed.end(), [](const Placed& a, const Placed& b) { return a.time > b.time; });
+    const auto isLater = [](const Placed& a, const Placed& b) { return a.time > b.time; };
+    if (!std::is_sorted(timed.begin(), timed.end(), isLater)) // as what comes from sorted sources mostly is
+    {
+        std::stable_sort(timed.begin(), timed.end(), isLater);
+    }
     insertionSort(others, [](const Placed& a, const Placed& b)
                   { return a.item->lessThanOtherConsideringCreationTime(*b.item); });
 
