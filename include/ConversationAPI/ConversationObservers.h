@@ -47,6 +47,7 @@ class ConversationObservers
 
     /** Those of this moment, whatever they do when they are told something. */
     Observers all() const;
+    bool isKnown(const ConversationModificationObserverIfc* observer) const;
 
     void tellAllKeysChanged(Conversation& conversation);
 

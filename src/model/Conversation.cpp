@@ -215,6 +215,7 @@ void Conversation::addOldest(HeldItem item)
         item.stampWithId(id_);
         data_.pushBack(std::move(item));
     }
+    data_.trimHistory(); // of what a call that was live has kept
 }
 
 void Conversation::addItem(HeldItem item)
@@ -249,8 +250,13 @@ void Conversation::addItem(HeldItem item)
 
 void Conversation::consumeItem(HeldItem item)
 {
-    if (!itemNeedsAddingToConversation(*item) || data_.isOlderThanAll(*item, MOST_HISTORY_ITEMS))
+    if (!itemNeedsAddingToConversation(*item))
     {
+        return;
+    }
+    if (data_.isOlderThanAll(*item, MOST_HISTORY_ITEMS))
+    {
+        data_.trimHistory();
         return;
     }
     HeldItem& added = data_.insert(std::move(item));
@@ -297,7 +303,7 @@ void Conversation::replaceCall(HeldItem item)
     const SharedText callId = item->callIdText();
     data_.removeIf([&callId](const ConversationItem& held) { return !callId.empty() && held.callIdText() == callId; });
     const ConversationItem* equivalent = data_.findEquivalent(*item);
-    if (equivalent && equivalent->callIdText().empty())
+    if (equivalent && equivalent->callIdText().empty() && !callId.empty())
     {
         consumeItem(std::move(item));
     }
@@ -377,7 +383,7 @@ void Conversation::mergeItems(const std::vector<ConversationItem*>& items)
             owned.push_back(holdGivenOut(item));
         }
     }
-    ConversationMerge::addItems(*this, std::move(owned), true);
+    ConversationMerge::addItems(*this, std::move(owned));
 }
 
 std::vector<ConversationItem*> Conversation::mergeWith(Conversation& other)

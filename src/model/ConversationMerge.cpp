@@ -36,6 +36,13 @@ bool isReplaceableLiveCall(const ConversationItem& item)
     return item.isActiveOrProgressingOrClearing() || item.isCallWaitingIgnored() || item.isCallWaiting() ||
            item.isCallWaitingIsolated() || item.isRepresentedHeldCall();
 }
+
+/** Told by the ids that the item has now: as part of the conversation it has the conversation's. */
+bool isNewerRecordOfShownCall(const Conversation& conversation, const ConversationItem& item)
+{
+    return conversation.isSameConversationAs(item) && isReplaceableLiveCall(*conversation.shownItem()) &&
+           isReplaceableLiveCall(item);
+}
 } // namespace
 
 ConversationMerge::ConversationMerge(Conversation& into, const Conversation& from)
@@ -45,12 +52,17 @@ ConversationMerge::ConversationMerge(Conversation& into, const Conversation& fro
 
 std::vector<ConversationItem*> ConversationMerge::merge()
 {
-    takeGroupFields();
+    into_.takeGroupFields(from_);
     if (fromIsContactOnly())
     {
         return {};
     }
-    addItems(into_, copyItems(), true);
+    into_.journalEntries_.add(from_.journalEntries_);
+    const bool replacesCall = replacesShownCall();
+    if (insertItems(into_, copyItems(), replacesCall))
+    {
+        into_.notifyObserversConversationIsModified();
+    }
     takeId();
     traceItems();
     HeldItems strangers = extract(itemsNotCovered());
@@ -70,13 +82,15 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     }
     const bool keepsContact = contactsDiffer() || (into_.getContactSource() != Conversation::NO_CONTACT &&
                                                    from_.getContactSource() == Conversation::NO_CONTACT);
-    takeGroupFields();
+    into_.takeGroupFields(from_);
+    into_.journalEntries_.add(from_.journalEntries_);
+    const bool replacesCall = folding.replacesLiveCall && replacesShownCall();
     HeldItems copies = copyItems();
     Items arrived;
     std::transform(copies.begin(), copies.end(), std::back_inserter(arrived),
                    [](const auto& item) { return item.get(); });
     const bool hadOlderOnes = dropCallsAmong(arrived);
-    const bool hasArrived = insertItems(into_, std::move(copies), folding.replacesLiveCall && !hadOlderOnes);
+    const bool hasArrived = insertItems(into_, std::move(copies), replacesCall && !hadOlderOnes);
     const SharedText idBefore = into_.id_;
     if (folding.takesId && !conversationHasWSISourcedContactInfo(from_))
     {
@@ -108,16 +122,22 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     return handOver(std::move(handedBack));
 }
 
-void ConversationMerge::addItems(Conversation& into, HeldItems items, bool replacesLiveCall)
+void ConversationMerge::addItems(Conversation& into, HeldItems items)
 {
-    if (insertItems(into, std::move(items), replacesLiveCall))
+    const bool replacesCall = !items.empty() && isNewerRecordOfShownCall(into, *items.front());
+    if (insertItems(into, std::move(items), replacesCall))
     {
         into.notifyObserversConversationIsModified();
     }
 }
 
+bool ConversationMerge::replacesShownCall() const
+{
+    return !from_.items().empty() && isNewerRecordOfShownCall(into_, *from_.items().front());
+}
+
 /** Answers whether there were any. */
-bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool replacesLiveCall)
+bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool replacesShownCall)
 {
     if (items.empty())
     {
@@ -126,9 +146,7 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
     const CopyOnWrite<ContactDetails> contactBefore = into.contactDetails();
     {
         const CriticalSection guard(into.lock_);
-        const ConversationItem* initial = into.shownItem();
-        if (replacesLiveCall && into.isSameConversationAs(*items.front()) && isReplaceableLiveCall(*initial) &&
-            isReplaceableLiveCall(*items.front()))
+        if (replacesShownCall)
         {
             into.removeAndDeleteFrontItem();
         }
@@ -174,12 +192,6 @@ void ConversationMerge::rememberOwnContact()
     {
         into_.setTakenContactId(into_.contactId());
     }
-}
-
-void ConversationMerge::takeGroupFields()
-{
-    into_.journalEntries_.add(from_.journalEntries_);
-    into_.takeGroupFields(from_);
 }
 
 /** They keep their places in memory when they are added, as they have the ids that they get then: see fold(). */

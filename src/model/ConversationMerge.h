@@ -22,17 +22,18 @@ class ConversationMerge
     std::vector<ConversationItem*> fold(const Conversation::Folding& folding);
 
     /**
-     * Adds all items, which the conversation owns then. With `replacesLiveCall`, a live call that comes first takes
-     * the place of the one that the conversation shows.
+     * Adds all items, which the conversation owns then. A live call that comes first takes the place of the one that
+     * the conversation shows if they are the same.
      */
-    static void addItems(Conversation& into, std::vector<Conversation::HeldItem> items, bool replacesLiveCall);
+    static void addItems(Conversation& into, std::vector<Conversation::HeldItem> items);
 
   private:
     using Items = std::vector<const ConversationItem*>;
     using HeldItems = std::vector<Conversation::HeldItem>;
     using OwnedItem = Conversation::OwnedItem;
 
-    static bool insertItems(Conversation& into, HeldItems items, bool replacesLiveCall);
+    static bool insertItems(Conversation& into, HeldItems items, bool replacesShownCall);
+    bool replacesShownCall() const;
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
     HeldItems copyItems() const;
@@ -44,7 +45,6 @@ class ConversationMerge
     std::vector<ConversationItem*> handOver(HeldItems items);
     void takeId();
     void rememberOwnContact();
-    void takeGroupFields();
     void traceItems() const;
     void finish();
     void makePermanent();

@@ -25,7 +25,7 @@ ConversationObservers::Observers ConversationObservers::all() const
 
 void ConversationObservers::add(ConversationModificationObserverIfc* observer, Conversation& conversation)
 {
-    if (!observer)
+    if (!observer || isKnown(observer))
     {
         return;
     }
@@ -35,11 +35,6 @@ void ConversationObservers::add(ConversationModificationObserverIfc* observer, C
     }
     else
     {
-        const Observers known = all();
-        if (std::find(known.begin(), known.end(), observer) != known.end())
-        {
-            return;
-        }
         if (!others_)
         {
             others_ = std::make_unique<std::vector<ConversationModificationObserverIfc*>>();
@@ -81,14 +76,18 @@ void ConversationObservers::tellEnd(Conversation& conversation)
 /** Those that leave meanwhile are not told any more. */
 void ConversationObservers::tellModified(const std::string& conversationId)
 {
-    if (first_)
+    for (ConversationModificationObserverIfc* observer : all())
     {
-        first_->conversationModified(conversationId);
+        if (isKnown(observer))
+        {
+            observer->conversationModified(conversationId);
+        }
     }
-    for (std::size_t place = 0; others_ && place < others_->size(); ++place)
-    {
-        (*others_)[place]->conversationModified(conversationId);
-    }
+}
+
+bool ConversationObservers::isKnown(const ConversationModificationObserverIfc* observer) const
+{
+    return observer == first_ || (others_ && std::find(others_->begin(), others_->end(), observer) != others_->end());
 }
 
 void ConversationObservers::tellAllKeysChanged(Conversation& conversation)

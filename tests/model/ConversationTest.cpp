@@ -55,7 +55,7 @@ TEST_F(ConversationTest, TheEleventhItemOfTheHistoryPushesTheOldestOut)
     conversation->append(phone.missed(15, "11"));
     EXPECT_EQ(conversation->getConversationItemsSize(), 12U) << "a live call keeps all";
     conversation->removeItem("1");
-    conversation->append(phone.missed(16, "11"));
+    conversation->append(phone.missed(14, "11")); // older than all that it has kept
     EXPECT_EQ(timesOf(*conversation), (Times{100, 90, 80, 70, 60, 55, 50, 40, 30, 20}));
 }
 
@@ -230,6 +230,11 @@ TEST_F(ConversationTest, ItemsAreReplacedAndRemovedByTheirIds)
     conversation->removeItem("b");
     conversation->removeItem("1");
     EXPECT_EQ(timesOf(*conversation), (Times{9, 7, 3}));
+    ConversationItem* again = withId(9, "a");
+    again->setEntryId("e9");
+    conversation->updateInitialItem(again);
+    EXPECT_EQ(timesOf(*conversation), (Times{9, 7, 3}));
+    EXPECT_EQ(conversation->getJournalServiceEntries(), Texts{"e9"});
     ConversationItem* kept = conversation->getConversationItems()[1];
     conversation->setConversationItems({phone.missed(8, "11"), kept, nullptr, kept});
     EXPECT_EQ(timesOf(*conversation), (Times{8, 7}));
@@ -294,6 +299,34 @@ TEST_F(ConversationTest, WhatHappensToAnItemStaysInItsConversation)
     original.reset();
     EXPECT_STREQ(early->initialItem()->isClone(), "[clone]");
     EXPECT_EQ(copy->initialItem()->getItemText() + copy->getNumber(), "11");
+}
+
+TEST_F(ConversationTest, WhoLeavesTakesNobodysNews)
+{
+    class Leaving : public Listener
+    {
+      public:
+        explicit Leaving(Conversation& conversation) : conversation_(conversation) {}
+        void conversationModified(const std::string& id) override
+        {
+            Listener::conversationModified(id);
+            conversation_.removeObserver(this);
+        }
+
+      private:
+        Conversation& conversation_;
+    };
+    const auto conversation = phone.conversation({});
+    Leaving first(*conversation), second(*conversation);
+    Listener third;
+    for (Listener* one : std::initializer_list<Listener*>{&first, &second, &third})
+    {
+        conversation->addObserver(one);
+    }
+    conversation->append(phone.missed(1, "11"));
+    conversation->append(phone.missed(2, "11"));
+    EXPECT_EQ((std::vector<int>{first.modified, second.modified, third.modified}), (std::vector<int>{1, 1, 2}));
+    conversation->removeObserver(&third);
 }
 
 /** What is told of a conversation looks at it as soon as it is told, and so ends the sharing of items. */

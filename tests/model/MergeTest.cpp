@@ -116,7 +116,7 @@ TEST_F(MergeTest, OfAMereContactMergingTakesTheGroupOnly)
 {
     const auto bare = phone.contact("Lee", "11", "12");
     const auto wsi = phone.contact("Lee", "11", "12", Conversation::WSI_CONTACT);
-    wsi->append(phone.missed(9, "11"));
+    wsi->append(phone.missed(9, "11", "", "", "e9"));
     for (Conversation* from : {bare.get(), wsi.get()})
     {
         from->setGroupName("Team");
@@ -130,6 +130,7 @@ TEST_F(MergeTest, OfAMereContactMergingTakesTheGroupOnly)
         EXPECT_EQ(into->getGroupName(), "Team");
         EXPECT_TRUE(into->isModerated());
         EXPECT_EQ(timesOf(*into), (Times{2, 1}));
+        EXPECT_TRUE(into->getJournalServiceEntries().empty()) << "of items that stay where they are";
     }
 }
 
@@ -274,6 +275,14 @@ TEST_F(MergeTest, ANewerRecordOfALiveCallReplacesTheOlder)
         into->mergeItems({newer, nullptr});
         EXPECT_EQ(into->getConversationItemsSize(), one.items) << one.before;
         EXPECT_EQ(into->initialItem(), newer);
+    }
+    for (const bool folds : {false, true})
+    {
+        const auto into = phone.conversation({phone.live("1", ActiveCall::CONNECTED, 9, "11")});
+        const auto from = phone.conversation({phone.live("2", ActiveCall::LOCAL_ON_HOLD, 10, "11")});
+        EXPECT_NE(into->getConversationId(), from->getConversationId());
+        handedBack(folds ? into->foldIn(*from, EVERYTHING) : into->mergeWith(*from));
+        EXPECT_EQ(into->getConversationItemsSize(), 2U) << "two calls, not two records of one";
     }
     const auto contact = phone.contact("Lee", "11");
     const LogCapture log(6);
