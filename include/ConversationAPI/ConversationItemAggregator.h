@@ -82,7 +82,6 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc,
     /** Always null: call history knows no users. */
     Conversation* getConversationForUser(const std::string&) override { return nullptr; }
     std::vector<std::string> getInUseConversationIds() override;
-    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
     void clearSearchResults() override {}
     void voiceMailChanged(const std::string& oldNumber, const std::string& newNumber) override;
     void deleteConversation(const std::string& conversationId) override;
@@ -103,6 +102,8 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc,
     /** The same when contacts, or numbers of theirs, have gone: then the conversations are made anew first. */
     void contactsReplaced(const std::vector<Conversation*>& contacts);
     void markAllMissedCallsRead() override;
+
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
 
     /** Always empty. */
     std::vector<ConversationItem*> getItemsForConversation(Conversation*) { return {}; }

@@ -259,10 +259,11 @@ void ConversationItemAggregator::conversationItemChanged(ConversationItem* item)
 
 bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::string& callId)
 {
+    const std::string endedId = callId; // it may be the text of the item that goes
     const NotificationRound::Scope round(round_);
     const Lock lock(*this);
-    CONVERSATION_LOG(5, "removeActiveConversationItemForCall() for callId='%s'", callId.c_str());
-    Conversation* conversation = findConversationOfCall(callId);
+    CONVERSATION_LOG(5, "removeActiveConversationItemForCall() for callId='%s'", endedId.c_str());
+    Conversation* conversation = findConversationOfCall(endedId);
     if (!conversation)
     {
         return false;
@@ -270,21 +271,21 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
     CONVERSATION_LOG(
         5, "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
         conversation->getShortConversationId().c_str(), static_cast<int>(conversation->getConversationItemsSize()));
-    conversation->removeItem(callId);
+    conversation->removeItem(endedId);
     const bool isEmptied = conversation->getConversationItemsSize() == 0;
     if (isEmptied)
     {
         round_.retireFrom(*conversations_, conversation); // observers may combine everything anew, and must not find it
     }
-    notifyObservers([&callId](ConversationSourceObserverIfc& observer)
-                    { observer.removeActiveItemForCall(callId, nullptr); });
+    notifyObservers([&endedId](ConversationSourceObserverIfc& observer)
+                    { observer.removeActiveItemForCall(endedId, nullptr); });
     if (isEmptied)
     {
         CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
     }
     else if (conversations_->contains(conversation))
     {
-        settleAfterCall(conversation, callId);
+        settleAfterCall(conversation, endedId);
     }
     triggerGarbageCollectionOnIDGenerators();
     return true;

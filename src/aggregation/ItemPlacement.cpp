@@ -22,10 +22,18 @@ using namespace ConversationListConditions;
 namespace
 {
 /**
- * Holds for the conversations of a number that take its history. A conference, a group's call and an additional
- * call of a party do not, as they take no single item of it either: the party's row would lose its id to them for
- * as long as they last.
+ * Whether a party's conversation takes its history. A conference, a group's call and an additional call of a party do
+ * not, as they take no single item of it either: the party's row would lose its id to them for as long as they last.
  */
+bool takesHistory(const Conversation& conversation)
+{
+    const ConversationItem* initial = conversation.shownItem();
+    const bool isOfTwoParties =
+        initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
+    return !isOfTwoParties && !conversation.isConferenceConversation() && !conversation.isGroupCall() &&
+           !conversation.extraActiveConversation();
+}
+
 class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 {
   public:
@@ -33,12 +41,7 @@ class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 
     bool operator()(Conversation* conversation) const override
     {
-        const ConversationItem* initial = conversation->shownItem();
-        const bool isOfTwoParties =
-            initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
-        return HasConversationAnyNumberMatchingCondition::operator()(conversation) && !isOfTwoParties &&
-               !conversation->isConferenceConversation() && !conversation->isGroupCall() &&
-               !conversation->extraActiveConversation();
+        return HasConversationAnyNumberMatchingCondition::operator()(conversation) && takesHistory(*conversation);
     }
 };
 
@@ -132,11 +135,11 @@ Conversation* ItemPlacement::findTarget(ConversationItem* item)
     return party.isAnonymous() || isNameless ? findAnonymousTarget(item) : nullptr;
 }
 
-/** The latest anonymous conversation may be that of a second live call, which takes no history. */
+/** The latest anonymous conversation may be that of a second live call or of a group's call. */
 Conversation* ItemPlacement::findAnonymousTarget(ConversationItem* item)
 {
     Conversation* anonymous = conversations_.getAnonymousConversation();
-    return anonymous && anonymous->extraActiveConversation() ? getConversationAssociatedWithItem(item) : anonymous;
+    return anonymous && !takesHistory(*anonymous) ? getConversationAssociatedWithItem(item) : anonymous;
 }
 
 Conversation* ItemPlacement::getConversationAssociatedWithItem(ConversationItem* item)

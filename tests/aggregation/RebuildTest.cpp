@@ -39,6 +39,9 @@ TEST(RebuildTest, GroupsTheSameWayAsItemByItem)
         {"group calls",
          {{"4711", "", ofGroup}, {"4711", "", ofGroup}, {"4711", "", plain}},
          {"4711: e1 e0", "4711: e2"}},
+        {"a group call of somebody unknown",
+         {{"", "", plain}, {"", "", ofGroup}, {"", "", plain}},
+         {"Caller.Unknown.XXX: e2 e0", "Caller.Unknown.XXX: e1"}},
     };
     for (const auto& one : cases)
     {

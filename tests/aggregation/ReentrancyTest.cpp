@@ -159,4 +159,18 @@ TEST(ReentrancyTest, WhoLeavesOrIsGoneIsNotTold)
     EXPECT_EQ(first.take(), (Texts{"ready", "changed"})) << "once, however often it was added";
 }
 
+TEST(ReentrancyTest, ACallEndsByTheTextOfItsOwnId)
+{
+    Reentrant w;
+    const std::string id(40, 'c');
+    w.event(id, ActiveCall::CONNECTED, "4712");
+    const std::string& text = w.holding(id)->shownItem()->callIdText().str();
+    w.observer.take();
+    w.second.take();
+    w.observer.reaction = w.second.reaction = [&w](Conversation*) { w.aggregator.getConversation("none"); };
+    EXPECT_TRUE(w.aggregator.removeActiveConversationItemForCall(text));
+    EXPECT_EQ(w.observer.take(), Texts{"ended " + id});
+    EXPECT_EQ(w.second.take(), Texts{"ended " + id});
+}
+
 } // namespace
