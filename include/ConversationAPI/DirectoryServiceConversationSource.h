@@ -8,7 +8,8 @@
  * The source owns its conversations. Factory, services and observers are not owned and outlive it. Clones of its
  * conversations must not outlive it: those of web-service contacts refer to what gave them their id. Identifiers of
  * contacts are the phonebook's or the web service's own. Services and observers may call back while they are told
- * something; what goes meanwhile is deleted when all have been told. UI thread only.
+ * something; what goes meanwhile is deleted when all have been told. It subscribes to nothing, so it never reports
+ * conversationSourcesReady(): where it is the only source, whoever wires it tells the aggregator. UI thread only.
  */
 #pragma once
 
@@ -64,7 +65,6 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
 
     /** Found contacts included: a display may name them as long as they are kept. */
     std::vector<std::string> getInUseConversationIds() override;
-    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
     void clearSearchResults() override;
 
     /** Does nothing, as do conversationUpdated() and markAllMissedCallsRead(): contacts have no calls. */
@@ -116,6 +116,8 @@ class DirectoryServiceConversationSource : public ConversationSourceIfc,
     /** The search is not heard of any more; what it has found stays. */
     void cancelSearch(const std::string& searchId) override;
     unsigned getSourceTypeWithPriority() const override;
+
+    void appendIdHashes(std::vector<std::uint32_t>& hashes) const override;
 
     /** A contact that appeared in one of the telephone's phonebooks; one from "bluetooth" is written into the own. */
     void newContact(const std::string& xml, const std::string& source);

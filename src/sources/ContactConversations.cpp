@@ -8,6 +8,8 @@
 #include "ConversationAPI/StaticConversationIDGenerator.h"
 #include "sources/ContactPictures.h"
 
+#include <boost/algorithm/string/trim.hpp>
+
 #include <utility>
 
 namespace ConversationAPI
@@ -235,9 +237,12 @@ void ContactConversations::makeFound(Conversation& conversation, DirectoryContac
     conversation.setTemporary(true);
 }
 
+/** Not every directory keeps the blanks around a name. */
 bool haveSameName(const Conversation& a, const Conversation& b)
 {
-    return a.getFirstName() == b.getFirstName() && a.getLastName() == b.getLastName();
+    const auto isSame = [](const std::string& one, const std::string& other)
+    { return boost::algorithm::trim_copy(one) == boost::algorithm::trim_copy(other); };
+    return isSame(a.getFirstName(), b.getFirstName()) && isSame(a.getLastName(), b.getLastName());
 }
 
 bool mayBeSamePerson(const Conversation& a, const Conversation& b)

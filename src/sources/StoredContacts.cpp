@@ -259,7 +259,7 @@ Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const 
         return append(std::move(contact));
     }
     CONVERSATION_LOG(6, "duplicate conversation found");
-    if (contactIdOf(known->getConversationId()).empty())
+    if (!isConfirmed)
     {
         update(*known, entry);
         return known;

@@ -94,6 +94,18 @@ TEST_F(DirectorySourceTest, FollowsThePhonebook)
     EXPECT_EQ(directory.contacts.size(), 1U);
     EXPECT_EQ(stored(), Texts{"Bo 33 "});
     EXPECT_EQ(notes.take(), Texts{"changed"});
+    source.newContact(entryXml(ann()));
+    source.newContact(entryXml({{"Surname", "Cy"}, {"Office", "11"}, {"DefaultNumber", "2"}}));
+    EXPECT_EQ(stored(), (Texts{"Bo 33 ", "Ann Lee 11 22"})) << "who came first is shown, with an id or without";
+}
+
+TEST_F(DirectorySourceTest, WhatThePhonebookMakesOfASavedContactIsThatContact)
+{
+    directory.observer = nullptr;
+    source.saveContact(source.getConversation(find("s1", {{"Surname", "Poe "}, {"Office", "44"}})));
+    EXPECT_EQ(stored(), Texts{"Poe  44 "});
+    source.newContact(xmlOf({{"Surname", "Poe"}, {"Office", "44"}, {"DefaultNumber", "2"}}, "c1"));
+    EXPECT_EQ(stored(), Texts{"Poe 44 "}) << "without the blank";
 }
 
 TEST_F(DirectorySourceTest, AContactHiddenByItsNumberComesForth)
