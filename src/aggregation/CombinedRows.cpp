@@ -48,6 +48,12 @@ bool goesWithLastItem(const Conversation& row, const ConversationSourceIfc* sour
            (row.getContactSource() == Conversation::DIRECTORY_CONTACT && row.isTemporary());
 }
 
+/** Whether a group's call rang in the row before the other one's call, which may be what has picked it up. */
+bool isOfEarlierGroupCall(const Conversation& row, const Conversation& other)
+{
+    return row.getCallId() == GROUP_PICKUP_CALL_ID && !row.isLaterThan(other);
+}
+
 class IsLive : public ConversationUnaryCondition
 {
   public:
@@ -75,17 +81,17 @@ void CombinedRows::notifyObserversOfConversationDeleted(Conversation* row)
 
 /**
  * A source may have the live calls of one party, and a call that is being cleared and its party's history, in
- * different conversations of one id. One live call becomes the phantom, the one that was it before if any, so that
- * no row changes its id; all else joins the row that keeps the id.
+ * different conversations of one id. One live call becomes the phantom, the one that was it before if any, and not the
+ * one that had the id, so that no row changes its id; all else joins the row that keeps the id.
  */
-void CombinedRows::separateRowsOfOneId(const std::string& phantomCallId)
+void CombinedRows::separateRowsOfOneId(const PhantomCalls::LiveRows& before)
 {
-    const std::vector<PhantomCalls::SameId> rows = phantom_.rowsOfOneId(phantomCallId);
+    const std::vector<PhantomCalls::SameId> rows = phantom_.rowsOfOneId(before);
     for (const PhantomCalls::SameId& same : rows)
     {
-        const bool isBesideGroupCall =
-            same.root->getCallId() == GROUP_PICKUP_CALL_ID || same.other->getCallId() == GROUP_PICKUP_CALL_ID;
-        if (isLive(*same.other) && !list_.hasPhantomConversation() && !isBesideGroupCall)
+        const bool mayBePickup =
+            isOfEarlierGroupCall(*same.root, *same.other) || isOfEarlierGroupCall(*same.other, *same.root);
+        if (isLive(*same.other) && !list_.hasPhantomConversation() && !mayBePickup)
         {
             PhantomCalls::unite(*same.root, *phantom_.makePhantom(same.other));
             continue;
@@ -431,12 +437,6 @@ void CombinedRows::removeRow(Conversation* row)
     const NotificationRound::Scope round(round_);
     notifyObserversOfConversationDeleted(row);
     round_.retireFrom(list_, row);
-}
-
-std::string CombinedRows::phantomCallId() const
-{
-    const Conversation* phantom = list_.getPhantomConversation();
-    return phantom ? phantom->getCallId() : "";
 }
 
 bool CombinedRows::isAnyLive() const

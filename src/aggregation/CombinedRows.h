@@ -44,11 +44,9 @@ class CombinedRows
     /** Tells that the row goes, and takes it off the list. */
     void removeRow(Conversation* row);
 
-    /** After combining; `phantomCallId` is the call that was the phantom's before, "" for none. */
-    void separateRowsOfOneId(const std::string& phantomCallId);
-
-    /** "" without a phantom. */
-    std::string phantomCallId() const;
+    /** After combining; `before` is what liveRows() was. */
+    void separateRowsOfOneId(const PhantomCalls::LiveRows& before);
+    PhantomCalls::LiveRows liveRows() const { return phantom_.liveRows(); }
     bool isAnyLive() const;
 
   private:

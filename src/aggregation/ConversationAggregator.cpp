@@ -127,7 +127,7 @@ void ConversationAggregator::rebuild()
 
 void ConversationAggregator::combineSources()
 {
-    const std::string phantomCallId = rows_->phantomCallId();
+    const PhantomCalls::LiveRows before = rows_->liveRows();
     list_->removeAndDeleteAll();
     temporaries_->release();
     sources_->forEach(
@@ -138,7 +138,7 @@ void ConversationAggregator::combineSources()
             copyUnmergedConversationsInto(merger.notMerged());
         });
     list_->sort();
-    rows_->separateRowsOfOneId(phantomCallId);
+    rows_->separateRowsOfOneId(before);
 }
 
 void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)

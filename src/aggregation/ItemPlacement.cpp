@@ -21,18 +21,41 @@ using namespace ConversationListConditions;
 
 namespace
 {
+/** Whether it is a conference, be it held or about to end. */
+bool isCallOfTwoParties(const Conversation& conversation)
+{
+    const ConversationItem* initial = conversation.shownItem();
+    return initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
+}
+
 /**
  * Whether a party's conversation takes its history. A conference, a group's call and an additional call of a party do
- * not, as they take no single item of it either: the party's row would lose its id to them for as long as they last.
+ * not: the party's row would lose its id to them for as long as they last.
  */
 bool takesHistory(const Conversation& conversation)
 {
-    const ConversationItem* initial = conversation.shownItem();
-    const bool isOfTwoParties =
-        initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
-    return !isOfTwoParties && !conversation.isConferenceConversation() && !conversation.isGroupCall() &&
-           !conversation.extraActiveConversation();
+    return !isCallOfTwoParties(conversation) && !conversation.isConferenceConversation() &&
+           !conversation.isGroupCall() && !conversation.extraActiveConversation();
 }
+
+/** Holds for the conversations that an item belongs to, but for a call of two parties only if it is one of its calls.
+ */
+class TakesItem : public ConversationItemMatcher
+{
+  public:
+    explicit TakesItem(const ConversationItem* item)
+        : ConversationItemMatcher(item), isOfCall_(item->isActiveOrProgressingOrClearing())
+    {
+    }
+
+    bool operator()(Conversation* conversation) const override
+    {
+        return ConversationItemMatcher::operator()(conversation) && (isOfCall_ || !isCallOfTwoParties(*conversation));
+    }
+
+  private:
+    bool isOfCall_;
+};
 
 class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition
 {
@@ -145,7 +168,7 @@ Conversation* ItemPlacement::findAnonymousTarget(ConversationItem* item)
 Conversation* ItemPlacement::getConversationAssociatedWithItem(ConversationItem* item)
 {
     Conversation* holder = item->hasConversationItemId() ? conversations_.find(HoldsOlderItem(item)) : nullptr;
-    return holder ? holder : conversations_.find(ConversationItemMatcher(item));
+    return holder ? holder : conversations_.find(TakesItem(item));
 }
 
 Conversation* ItemPlacement::getConversationOfNumber(const std::string& number)

@@ -8,6 +8,7 @@
 #include "model/Prefetch.h"
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
 #include <unordered_map>
 
@@ -135,7 +136,23 @@ void PhantomCalls::makeRowOfPhantom()
     list_.push_back(row);
 }
 
-std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& phantomCallId) const
+/** Live rows stand before all others; only in the order of names they do not, and then those behind are not known. */
+PhantomCalls::LiveRows PhantomCalls::liveRows() const
+{
+    LiveRows live;
+    const Conversation* phantom = list_.getPhantomConversation();
+    live.phantomCallId = phantom ? phantom->getCallId() : "";
+    for (auto row = list_.begin(); row != list_.end() && (*row)->isActiveOrProgressingOrClearing(); ++row)
+    {
+        if (*row != phantom)
+        {
+            live.ids.emplace((*row)->getCallId(), (*row)->storedIdText());
+        }
+    }
+    return live;
+}
+
+std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const LiveRows& before) const
 {
     std::vector<Conversation*> rows(list_.begin(), list_.end());
     if (!anyShareAnId(rows))
@@ -144,10 +161,15 @@ std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& p
     }
     const auto others = std::stable_partition(
         rows.begin(), rows.end(), [](const Conversation* row) { return row->isActiveOrProgressingOrClearing(); });
-    // Whose call was the phantom's cannot be the root.
-    std::stable_partition(rows.begin(), others,
-                          [&phantomCallId](const Conversation* row)
-                          { return phantomCallId.empty() || row->getCallId() != phantomCallId; });
+    const auto wasPhantom = [&before](const Conversation* row)
+    { return !before.phantomCallId.empty() && row->getCallId() == before.phantomCallId; };
+    const auto hadItsId = [&before](const Conversation* row)
+    {
+        const auto known = before.ids.find(row->getCallId());
+        return known != before.ids.end() && known->second == row->storedIdText();
+    };
+    const auto phantom = std::stable_partition(rows.begin(), others, std::not_fn(wasPhantom)); // which is no root
+    std::stable_partition(rows.begin(), phantom, hadItsId);
     std::unordered_map<std::string_view, Conversation*> roots;
     roots.reserve(rows.size());
     std::vector<SameId> found;
@@ -160,8 +182,7 @@ std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const std::string& p
             found.push_back({root->second, row});
         }
     }
-    std::stable_partition(found.begin(), found.end(),
-                          [&phantomCallId](const SameId& pair) { return pair.other->getCallId() == phantomCallId; });
+    std::stable_partition(found.begin(), found.end(), [&](const SameId& pair) { return wasPhantom(pair.other); });
     return found;
 }
 } // namespace ConversationAPI

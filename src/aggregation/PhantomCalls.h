@@ -7,6 +7,9 @@
  */
 #pragma once
 
+#include "ConversationAPI/SharedText.h"
+
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -53,6 +56,14 @@ class PhantomCalls
     /** Makes the phantom a row as all others. */
     void makeRowOfPhantom();
 
+    /** Which call the phantom shows, "" without one, and the ids of the rows of the others, by their calls. */
+    struct LiveRows
+    {
+        std::string phantomCallId;
+        std::map<std::string, SharedText> ids;
+    };
+    LiveRows liveRows() const;
+
     /** A row and the one whose id it has, too. */
     struct SameId
     {
@@ -61,10 +72,10 @@ class PhantomCalls
     };
 
     /**
-     * Rows of an id that another one keeps, a live one if there is any. First of them is the one with this call, if
-     * it is among them.
+     * Rows of an id that another one keeps: a live one if there is any, and the one that had it before rather than
+     * another. First of them is the one whose call was the phantom's, if it is among them.
      */
-    std::vector<SameId> rowsOfOneId(const std::string& phantomCallId) const;
+    std::vector<SameId> rowsOfOneId(const LiveRows& before) const;
 
   private:
     ConversationList& list_;

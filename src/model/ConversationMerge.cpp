@@ -108,6 +108,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     HeldItems handedBack = extract(strangers);
     if (hasArrived)
     {
+        takeSecondParty();
         into_.observers_.tellModified(idBefore.str()); // not before, as items that they look at may change places
     }
     if (into_.getContactSource() != Conversation::NO_CONTACT)
@@ -161,6 +162,15 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
         into.contactNumbersChanged(contactBefore);
     }
     return true;
+}
+
+/** That of what is shown now: a conference may go on with somebody else. */
+void ConversationMerge::takeSecondParty()
+{
+    if (const ConversationItem* shown = into_.shownItem())
+    {
+        into_.updateSecondPartyNameAndNumber(*shown, shown);
+    }
 }
 
 bool ConversationMerge::fromIsContactOnly() const
@@ -362,10 +372,19 @@ void ConversationMerge::restampItems()
 
 /**
  * Under the id, a contact is remembered with all its numbers: remembered as one call, its other numbers'
- * calls would get an id of their own at the next rebuild.
+ * calls would get an id of their own at the next rebuild. But an additional call of a party is known by itself
+ * alone, whoever the party is.
  */
 void ConversationMerge::updateIdGeneratorCache()
 {
+    if (into_.extraActiveConversation())
+    {
+        if (from_.isActiveOrProgressingOrClearing())
+        {
+            into_.idGenerator_.remember(into_.id_.str(), from_.shownItem());
+        }
+        return;
+    }
     if (into_.hasTakenInContact() || from_.hasTakenInContact())
     {
         if (into_.idGenerator_.remembersContact(into_.id_, into_))

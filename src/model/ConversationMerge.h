@@ -34,6 +34,7 @@ class ConversationMerge
 
     static bool insertItems(Conversation& into, HeldItems items, bool replacesShownCall);
     bool replacesShownCall() const;
+    void takeSecondParty();
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
     HeldItems copyItems() const;

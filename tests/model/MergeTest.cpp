@@ -177,6 +177,10 @@ TEST_F(MergeTest, FoldingKeepsWhatTheMergedConversationClaims)
         phone.live("1", ActiveCall::CONFERENCE, 9, {Testing::Phone::party("11"), Testing::Phone::party("77")})};
     const auto second = phone.conversation(conference);
     EXPECT_TRUE(handedBack(second->foldIn(*contact, EVERYTHING)).empty()) << "the other party of a conference";
+    const auto later = phone.conversation(
+        {phone.live("1", ActiveCall::CONFERENCE, 9, {Testing::Phone::party("11"), Testing::Phone::party("78", "Bo")})});
+    EXPECT_TRUE(handedBack(second->foldIn(*later, EVERYTHING)).empty());
+    EXPECT_EQ(second->secondParty().firstName, "Bo") << "who has taken the other one's place";
     const auto nameless = phone.conversation({phone.live("2", ActiveCall::CONNECTED, 9, "", "Lee")});
     EXPECT_TRUE(handedBack(nameless->foldIn(*contact, EVERYTHING)).empty()) << "a name without a number";
     const auto anonymous = phone.conversation({phone.missed(1, "", "", ANONYMOUS), phone.missed(2, "", "", ANONYMOUS)});
