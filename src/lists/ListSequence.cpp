@@ -252,31 +252,30 @@ void ListSequence::sort()
 
 void ListSequence::sortAll()
 {
-    Members sorted = members_;
-    std::unordered_set<ListMember*> compared;
-    std::size_t place = 0;
-    sortByItemOrder(
-        sorted,
-        [this, &place](const ListMember* member)
-        {
-            prefetchAhead(conversations_, place++);
-            return member->conversation->shownItem();
-        },
-        [&compared](ListMember* member, const ItemStanding& standing)
-        {
-            member->standing = standing;
-            if (isOrderedByComparing(member))
-            {
-                compared.insert(member);
-            }
-        });
-    if (sorted != members_)
-    {
-        reorder(std::move(sorted));
-    }
     loose_.clear();
-    compared_ = std::move(compared);
+    compared_.clear();
+    if (!noteStandings())
+    {
+        Members sorted = members_;
+        sortByItemOrder(sorted, [](const ListMember* member) { return member->conversation->shownItem(); });
+        reorder(std::move(sorted));
+        std::copy_if(members_.begin(), members_.end(), std::inserter(compared_, compared_.end()), isOrderedByComparing);
+    }
     isSorted_ = true;
+}
+
+/** Answers whether the members stand in order already, as those that come from sorted sources mostly do. */
+bool ListSequence::noteStandings()
+{
+    bool isInOrder = true;
+    for (std::size_t place = 0; place < members_.size(); ++place)
+    {
+        prefetchAhead(conversations_, place);
+        ListMember& member = at(place);
+        member.standing = standingOf(member.conversation->shownItem());
+        isInOrder = isInOrder && !isOrderedByComparing(&member) && (place == 0 || standsBefore(at(place - 1), member));
+    }
+    return isInOrder;
 }
 
 void ListSequence::sortLoose()

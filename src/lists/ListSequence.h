@@ -55,6 +55,7 @@ class ListSequence
 
     void insertAt(std::size_t place, ListMember& member);
     void sortAll();
+    bool noteStandings();
     void sortLoose();
     std::vector<std::size_t> placesOf(const std::unordered_set<ListMember*>& members) const;
     Moves planMoves() const;

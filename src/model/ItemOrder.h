@@ -49,10 +49,10 @@ bool comesBefore(const ConversationItem& timed, const ConversationItem& other, b
 
 /**
  * Sorts stably; `initialItem` gives the item by which an element is ordered, null for one that belongs behind
- * all others. `note` is told each element and its standing.
+ * all others.
  */
-template <typename Element, typename InitialItem, typename Note>
-void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem, Note note)
+template <typename Element, typename InitialItem>
+void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
 {
     struct Placed
     {
@@ -69,7 +69,6 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem, No
     {
         const ConversationItem* item = initialItem(element);
         const ItemStanding standing = standingOf(item);
-        note(element, standing);
         if (standing.kind == ItemStanding::BEHIND_ALL)
         {
             last.push_back(element);
@@ -102,11 +101,5 @@ void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem, No
         *out++ = nextTimed->element;
     }
     std::copy(last.begin(), last.end(), out);
-}
-
-template <typename Element, typename InitialItem>
-void sortByItemOrder(std::vector<Element>& elements, InitialItem initialItem)
-{
-    sortByItemOrder(elements, initialItem, [](const Element&, const ItemStanding&) {});
 }
 } // namespace ConversationAPI
