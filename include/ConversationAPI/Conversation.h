@@ -90,6 +90,9 @@ class Conversation : public ConversationContact
     /** The id itself, a phantom's too. */
     const SharedText& storedIdText() const { return id_; }
 
+    /** The contact that the conversation shows: the one taken in, else itself when it is one. */
+    const SharedText& contactId() const;
+
     void setPhantom(bool phantom)
     {
         phantom_ = phantom;
@@ -305,6 +308,7 @@ class Conversation : public ConversationContact
 
     void updateContactFrom(const ConversationItem& item);
     void takeContactFrom(const ConversationItem& item);
+    void takeSecondPartyOfShownItem();
     void makeDummyItem() const;
     void renewDummyItem(long time);
     void refreshDummyItem();
@@ -313,8 +317,6 @@ class Conversation : public ConversationContact
     {
         observers_.tellNumberChanges(*this, before);
     }
-
-    const SharedText& contactId() const;
 
     void notifyObserversConversationIsModified() { observers_.tellModified(getConversationId()); }
     void keysChanged() { observers_.tellKeysChanged(*this); }

@@ -47,6 +47,8 @@ class ConversationObservers
 
     /** Those of this moment, whatever they do when they are told something. */
     Observers all() const;
+    template <typename Tell>
+    void tellEach(Tell tell);
     bool isKnown(const ConversationModificationObserverIfc* observer) const;
 
     void tellAllKeysChanged(Conversation& conversation);

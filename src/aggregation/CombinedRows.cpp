@@ -54,6 +54,17 @@ bool isOfEarlierGroupCall(const Conversation& row, const Conversation& other)
     return row.getCallId() == GROUP_PICKUP_CALL_ID && !row.isLaterThan(other);
 }
 
+/** Besides those that ring for a group, which others may have picked up. */
+bool holdsSeveralCalls(const Conversation& row)
+{
+    const auto& items = row.items();
+    return std::count_if(items.begin(), items.end(),
+                         [](const auto& item) {
+                             return item->isActiveOrProgressingOrClearing() &&
+                                    item->callIdText().view() != GROUP_PICKUP_CALL_ID;
+                         }) > 1;
+}
+
 class IsLive : public ConversationUnaryCondition
 {
   public:
@@ -364,18 +375,32 @@ void CombinedRows::removeActiveItemForCall(const std::string& callId, const Conv
                      "c->toString()='%s'",
                      static_cast<int>(row->getConversationItemsSize()), static_cast<void*>(row->getSource()),
                      static_cast<const void*>(source), row->toString().c_str());
-    if (row->getConversationItemsSize() == 0 && (phantomGoes || goesWithLastItem(*row, source)))
+    if (row->getConversationItemsSize() == 0 &&
+        (phantomGoes || goesWithLastItem(*row, source) || hasContactRowBeside(*row)))
     {
         CONVERSATION_LOG(5, "removeActiveItemForCall() conversation %s will be deleted",
                          row->getShortConversationId().c_str());
         notifyObserversOfConversationDeleted(row);
         if (row->getConversationItemsSize() == 0)
         {
+            const Conversation* root = phantomGoes ? findRowById(list_, row->storedIdText()) : nullptr;
+            if (root && holdsSeveralCalls(*root))
+            {
+                round_.rebuild(true); // one of them takes the phantom's place
+            }
             round_.retireFrom(list_, row);
             return;
         }
     }
     settleRowAfterCall(row->isPhantomConversation() && !isLive(*row) ? foldPhantomBack() : row);
+}
+
+/** A contact that two live rows have turned out to be shows in both, but only one of them is its own. */
+bool CombinedRows::hasContactRowBeside(const Conversation& row) const
+{
+    const bool isOfContact = row.getContactSource() != Conversation::NO_CONTACT;
+    const Conversation* own = isOfContact ? findRowById(list_, row.contactId()) : nullptr;
+    return own && own != &row;
 }
 
 /** While a phantom is being folded into its root, both hold its call. */

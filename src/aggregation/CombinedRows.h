@@ -71,6 +71,7 @@ class CombinedRows
     void foldPhantomInto(Conversation& root);
     Conversation* foldPhantomBack();
 
+    bool hasContactRowBeside(const Conversation& row) const;
     void forgetCallElsewhere(const std::string& callId);
     void settleRowAfterCall(Conversation* row);
     void notifyObserversOfConversationDeleted(Conversation* row);

@@ -22,6 +22,12 @@ void ConversationMerger::operator()(Conversation* conversation)
     {
         return;
     }
+    if (target_->extraActiveConversation() && conversation->items().empty())
+    {
+        // An additional call shows whose it is, but the contact has a row of its own, lest it go with the call.
+        target_->cloneContactInfo(*conversation);
+        return;
+    }
     for (ConversationItem* orphan : target_->foldIn(*conversation, COMBINING))
     {
         CONVERSATION_LOG(3, "ConversationMerger::operator orphaned item found %s", orphan->getItemId().c_str());

@@ -21,11 +21,16 @@ using namespace ConversationListConditions;
 
 namespace
 {
-/** Whether it is a conference, be it held or about to end. */
+bool isCall(const ConversationItem& item)
+{
+    return item.isActiveOrProgressingOrClearing() || item.isRepresentedHeldCall();
+}
+
+/** Whether it is a conference, or the call of one that is held or over. */
 bool isCallOfTwoParties(const Conversation& conversation)
 {
     const ConversationItem* initial = conversation.shownItem();
-    return initial && initial->isActiveOrProgressingOrClearing() && initial->participants().size() > 1;
+    return initial && isCall(*initial) && initial->participants().size() > 1;
 }
 
 /**
@@ -38,23 +43,19 @@ bool takesHistory(const Conversation& conversation)
            !conversation.isGroupCall() && !conversation.extraActiveConversation();
 }
 
-/** Holds for the conversations that an item belongs to, but for a call of two parties only if it is one of its calls.
- */
+/** Holds for the conversations that an item belongs to; but history never belongs to a call of two parties. */
 class TakesItem : public ConversationItemMatcher
 {
   public:
-    explicit TakesItem(const ConversationItem* item)
-        : ConversationItemMatcher(item), isOfCall_(item->isActiveOrProgressingOrClearing())
-    {
-    }
+    explicit TakesItem(const ConversationItem* item) : ConversationItemMatcher(item), isCall_(isCall(*item)) {}
 
     bool operator()(Conversation* conversation) const override
     {
-        return ConversationItemMatcher::operator()(conversation) && (isOfCall_ || !isCallOfTwoParties(*conversation));
+        return ConversationItemMatcher::operator()(conversation) && (isCall_ || !isCallOfTwoParties(*conversation));
     }
 
   private:
-    bool isOfCall_;
+    bool isCall_;
 };
 
 class TakesHistoryOfNumber : public HasConversationAnyNumberMatchingCondition

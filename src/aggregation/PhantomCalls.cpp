@@ -136,17 +136,16 @@ void PhantomCalls::makeRowOfPhantom()
     list_.push_back(row);
 }
 
-/** Live rows stand before all others; only in the order of names they do not, and then those behind are not known. */
 PhantomCalls::LiveRows PhantomCalls::liveRows() const
 {
     LiveRows live;
     const Conversation* phantom = list_.getPhantomConversation();
     live.phantomCallId = phantom ? phantom->getCallId() : "";
-    for (auto row = list_.begin(); row != list_.end() && (*row)->isActiveOrProgressingOrClearing(); ++row)
+    for (const Conversation* row : list_)
     {
-        if (*row != phantom)
+        if (row != phantom && row->isActiveOrProgressingOrClearing())
         {
-            live.ids.emplace((*row)->getCallId(), (*row)->storedIdText());
+            live.ids.emplace(row->getCallId(), row->storedIdText());
         }
     }
     return live;

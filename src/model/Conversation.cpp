@@ -325,10 +325,7 @@ void Conversation::removeItem(std::string itemId)
         data_.removeIf([&itemId](const ConversationItem& held)
                        { return held.callIdText().view() == itemId || held.conversationItemId() == itemId; });
     }
-    if (!data_.empty())
-    {
-        updateSecondPartyNameAndNumber(*shownItem(), shownItem());
-    }
+    takeSecondPartyOfShownItem();
     keysChanged();
     notifyObserversConversationIsModified();
 }
@@ -396,7 +393,6 @@ std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const F
     return this == &other ? std::vector<ConversationItem*>() : ConversationMerge(*this, other).fold(folding);
 }
 
-/** The contact that the conversation shows: the one taken in, else itself when it is one. */
 const SharedText& Conversation::contactId() const
 {
     return takenContactId().empty() ? id_ : takenContactId();
@@ -431,6 +427,15 @@ void Conversation::takeContactFrom(const ConversationItem& item)
     const ConversationItem* shown = data_.empty() ? nullptr : shownItem();
     updateNameAndNumber(item, shown);
     updateSecondPartyNameAndNumber(item, shown);
+}
+
+/** A conference may go on with somebody else, or be over. */
+void Conversation::takeSecondPartyOfShownItem()
+{
+    if (!data_.empty())
+    {
+        updateSecondPartyNameAndNumber(*shownItem(), shownItem());
+    }
 }
 
 /** Not made before somebody looks at it: details change one after the other, and what has items shows these. */

@@ -108,7 +108,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     HeldItems handedBack = extract(strangers);
     if (hasArrived)
     {
-        takeSecondParty();
+        into_.takeSecondPartyOfShownItem();
         into_.observers_.tellModified(idBefore.str()); // not before, as items that they look at may change places
     }
     if (into_.getContactSource() != Conversation::NO_CONTACT)
@@ -162,15 +162,6 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
         into.contactNumbersChanged(contactBefore);
     }
     return true;
-}
-
-/** That of what is shown now: a conference may go on with somebody else. */
-void ConversationMerge::takeSecondParty()
-{
-    if (const ConversationItem* shown = into_.shownItem())
-    {
-        into_.updateSecondPartyNameAndNumber(*shown, shown);
-    }
 }
 
 bool ConversationMerge::fromIsContactOnly() const

@@ -34,7 +34,6 @@ class ConversationMerge
 
     static bool insertItems(Conversation& into, HeldItems items, bool replacesShownCall);
     bool replacesShownCall() const;
-    void takeSecondParty();
     bool fromIsContactOnly() const;
     bool contactsDiffer() const;
     HeldItems copyItems() const;

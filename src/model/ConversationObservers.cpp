@@ -74,13 +74,14 @@ void ConversationObservers::tellEnd(Conversation& conversation)
 }
 
 /** Those that leave meanwhile are not told any more. */
-void ConversationObservers::tellModified(const std::string& conversationId)
+template <typename Tell>
+void ConversationObservers::tellEach(Tell tell)
 {
     for (ConversationModificationObserverIfc* observer : all())
     {
         if (isKnown(observer))
         {
-            observer->conversationModified(conversationId);
+            tell(*observer);
         }
     }
 }
@@ -90,12 +91,14 @@ bool ConversationObservers::isKnown(const ConversationModificationObserverIfc* o
     return observer == first_ || (others_ && std::find(others_->begin(), others_->end(), observer) != others_->end());
 }
 
+void ConversationObservers::tellModified(const std::string& conversationId)
+{
+    tellEach([&](ConversationModificationObserverIfc& observer) { observer.conversationModified(conversationId); });
+}
+
 void ConversationObservers::tellAllKeysChanged(Conversation& conversation)
 {
-    for (ConversationModificationObserverIfc* observer : all())
-    {
-        observer->conversationKeysChanged(&conversation);
-    }
+    tellEach([&](ConversationModificationObserverIfc& observer) { observer.conversationKeysChanged(&conversation); });
 }
 
 void ConversationObservers::tellNumberChanges(Conversation& conversation, const CopyOnWrite<ContactDetails>& before)
@@ -143,10 +146,14 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, std::s
 void ConversationObservers::notifyObserversNumbersUpdated(numberUpdateReason reason, Conversation& conversation,
                                                           const std::string& first, const std::string& second)
 {
-    for (ConversationModificationObserverIfc* observer : all())
-    {
-        observer->conversationNumberUpdated(reason, &conversation, first, second);
-        observer->conversationModified(conversation.getConversationId());
-    }
+    tellEach(
+        [&](ConversationModificationObserverIfc& observer)
+        {
+            observer.conversationNumberUpdated(reason, &conversation, first, second);
+            if (isKnown(&observer))
+            {
+                observer.conversationModified(conversation.getConversationId());
+            }
+        });
 }
 } // namespace ConversationAPI

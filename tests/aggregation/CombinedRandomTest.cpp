@@ -79,8 +79,13 @@ TEST(CombinedRandomTest, DisplayAndSourcesAgreeAfterEveryEvent)
             }
             const std::string event = day.next();
             past += event + "\n";
+            const std::string before = day.shown();
             day.run(event);
             day.screen.reaction = [] {};
+            if (seed % 2 != 0 && (event == "regroup" || event == "combine"))
+            {
+                ASSERT_EQ(day.shown(), before) << "seed " << seed << "\n" << past;
+            }
             if (seed % 2 == 0)
             {
                 day.combined.removeObserver(&day.screen);
