@@ -91,7 +91,7 @@ class Conversation : public ConversationContact
     const SharedText& storedIdText() const { return id_; }
 
     /** The contact that the conversation shows: the one taken in, else itself when it is one. */
-    const SharedText& contactId() const;
+    const SharedText& contactId() const { return takenContactId().empty() ? id_ : takenContactId(); }
 
     void setPhantom(bool phantom)
     {
@@ -311,7 +311,7 @@ class Conversation : public ConversationContact
     void takeSecondPartyOfShownItem();
     void makeDummyItem() const;
     void renewDummyItem(long time);
-    void refreshDummyItem();
+    void refreshDummyItem() { renewDummyItem(data_.dummyTime()); }
     void contactChanged() override;
     void contactNumbersChanged(const CopyOnWrite<ContactDetails>& before) override
     {

@@ -393,11 +393,6 @@ std::vector<ConversationItem*> Conversation::foldIn(Conversation& other, const F
     return this == &other ? std::vector<ConversationItem*>() : ConversationMerge(*this, other).fold(folding);
 }
 
-const SharedText& Conversation::contactId() const
-{
-    return takenContactId().empty() ? id_ : takenContactId();
-}
-
 /** A contact that has no id of its own yet may be any: it is taken for news of the one that is there. */
 bool Conversation::isOtherContactThan(const Conversation& other) const
 {
@@ -455,11 +450,6 @@ void Conversation::renewDummyItem(long time)
 void Conversation::makeDummyItem() const
 {
     data_.setDummyItem(makeContactItem(*this, itemFactory_, 0));
-}
-
-void Conversation::refreshDummyItem()
-{
-    renewDummyItem(data_.dummyTime());
 }
 
 ConversationItem* Conversation::initialItem() const
