@@ -3,6 +3,9 @@
  *
  * Run over a list that does not hold the target. Neither target nor conversations are owned, and those that
  * were merged stay as they are: copies of their items go into the target.
+ *
+ * An additional live call of a party only takes a contact's details and does not count as merged with it: the call's
+ * row goes with the call, and the contact must not.
  */
 #pragma once
 
