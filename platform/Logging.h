@@ -10,6 +10,6 @@
 /** Whether a line of this module and level would be written. */
 bool loggingOnAppOrv(const char* module, int level);
 
-/** Writes one line; `format` and what follows are those of printf. */
+/** Writes one line; `format` and what follows are those of printf. Calls are compiled as rare. */
 void logAppOrv(const char* module, const char* file, int level, int line, const char* format, ...)
-    __attribute__((format(printf, 5, 6)));
+    __attribute__((format(printf, 5, 6), cold));

@@ -21,6 +21,7 @@
 #include "platform/Semaphore.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -35,7 +36,7 @@ class ConversationModificationObserverIfc;
 class Conversation : public ConversationContact
 {
   public:
-    enum UpdateReason : int
+    enum UpdateReason : std::uint8_t
     {
         CONTENT_UPDATED = 0,
         PRESENCE_UPDATED = 2
@@ -122,6 +123,9 @@ class Conversation : public ConversationContact
         }
         return data_.shownItem();
     }
+
+    /** The same, null also while a placeholder is not made yet. */
+    const ConversationItem* itemAtHand() const { return data_.shownItem(); }
 
     /** Makes sure that a conversation without items has a placeholder. */
     void ensureInitialItemExists(long time);
@@ -259,6 +263,7 @@ class Conversation : public ConversationContact
     /** Once each. The observer is told that it was registered or unregistered. */
     void addObserver(ConversationModificationObserverIfc* list) { observers_.add(list, *this); }
     void removeObserver(ConversationModificationObserverIfc* list) { observers_.remove(list, *this); }
+    bool isObservedBy(const ConversationModificationObserverIfc* list) const { return observers_.isKnown(list); }
 
     /** Tells the observers how the four numbers differ from what they were. */
     void conversationNumbersChanged(const std::vector<std::string>& numbersBefore)
@@ -322,18 +327,18 @@ class Conversation : public ConversationContact
     void keysChanged() { observers_.tellKeysChanged(*this); }
 
     bool clone_ = false;
-    mutable DataThatShouldBeClonedOnCopy data_; ///< mutable for copies and a placeholder that were put off until needed
-    mutable Semaphore lock_{1, 1, false};       ///< guards data_
-    SharedText id_;                             ///< shared with the items
-    ConversationIDGenerator& idGenerator_;
-    ConversationItemFactory* itemFactory_;
-    JournalEntryIds journalEntries_;
     bool itemWasAdded_ = false;
     bool deletable_ = true;
     bool phantom_ = false;
     bool temporary_ = false;
     bool extraActive_ = false;
     UpdateReason updateReason_ = CONTENT_UPDATED;
+    mutable DataThatShouldBeClonedOnCopy data_; ///< mutable for copies and a placeholder that were put off until needed
+    mutable Semaphore lock_{1, 1, false};       ///< guards data_
+    SharedText id_;                             ///< shared with the items
+    ConversationIDGenerator& idGenerator_;
+    ConversationItemFactory* itemFactory_;
+    JournalEntryIds journalEntries_;
     ConversationObservers observers_;
 };
 } // namespace ConversationAPI

@@ -11,6 +11,7 @@
 #include "ConversationAPI/CopyOnWrite.h"
 #include "ConversationAPI/SharedText.h"
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,21 +26,21 @@ class ConversationSourceIfc;
 class ConversationContact
 {
   public:
-    enum Type : int
+    enum Type : std::uint8_t
     {
         DIRECT = 0,
         GROUP = 1
     };
 
     /** Where the contact comes from; NO_CONTACT for a conversation made of items alone. */
-    enum ContactSource : int
+    enum ContactSource : std::uint8_t
     {
         NO_CONTACT = 0,
         DIRECTORY_CONTACT = 1,
         WSI_CONTACT = 2
     };
 
-    enum PresenceState : int
+    enum PresenceState : std::uint8_t
     {
         OFFLINE = 0,
         AVAILABLE = 1,

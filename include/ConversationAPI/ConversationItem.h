@@ -154,7 +154,7 @@ class ConversationItem
 
     virtual DisplayAPI::ForwardedCallType getForwardedCallType() const { return DisplayAPI::NOT_FORWARDED; }
 
-    /** Null for kinds that know of no forwarding; lives as long as the item. */
+    /** Null for kinds that know of no forwarding; valid until the item is changed or destroyed. */
     virtual const CallPartyIdentifier* getForwardedCallParty() const { return nullptr; }
     virtual void setForwardedCallParty(const CallPartyIdentifier&) {}
 
@@ -279,6 +279,8 @@ class ConversationItem
     {
         ConversationParticipant creator;
         int numberOfAttachments = 0;
+        long modificationTimeStamp = 0; ///< 0: never modified
+        SharedText lastPhoneNumber;
     };
 
     ConversationParticipant* firstParty() { return participants_.empty() ? nullptr : &participants_.front(); }
@@ -298,8 +300,6 @@ class ConversationItem
     bool largeConference_ = false;
     Participants participants_;
     std::string entryId_;
-    long modificationTimeStamp_ = 0; ///< 0: never modified
-    SharedText lastPhoneNumber_;
     CopyOnWrite<Rarities> rarities_;
     ConversationParticipantFactory* participantFactory_ = nullptr;
     NumberType::NT lastPhoneNumberType_ = NumberType::NONE;

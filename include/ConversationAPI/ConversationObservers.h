@@ -23,6 +23,7 @@ class ConversationObservers
     /** Once each; null is ignored. The observer is told. */
     void add(ConversationModificationObserverIfc* observer, Conversation& conversation);
     void remove(ConversationModificationObserverIfc* observer, Conversation& conversation);
+    bool isKnown(const ConversationModificationObserverIfc* observer) const;
 
     /** The conversation is being destroyed. */
     void tellEnd(Conversation& conversation);
@@ -49,7 +50,6 @@ class ConversationObservers
     Observers all() const;
     template <typename Tell>
     void tellEach(Tell tell);
-    bool isKnown(const ConversationModificationObserverIfc* observer) const;
 
     void tellAllKeysChanged(Conversation& conversation);
 

@@ -127,14 +127,15 @@ class ConversationParticipant : public CallPartyIdentifier
         std::string role;
     };
 
-    void noteNames();
+    void noteTexts();
     void convert(std::string& number) const;
 
     DigitAnalysisServiceIfc* dialStringConverter_ = nullptr;
     PartyNumbers numbers_; ///< the main one is the comparable number
     CopyOnWrite<Details> details_;
 
-    /** What the names say; kept here because it is asked whenever parties are compared, and the names lie elsewhere. */
+    /** What the texts say; kept here because it is asked whenever parties are compared, and the texts lie elsewhere. */
+    bool hasNumber_ = false;
     bool isAnonymous_ = true;
     bool hasAnonymousName_ = false;
     bool isCTIAssisted_ = false;

@@ -27,7 +27,7 @@ class DialledCallConversationItem : public ConversationItem
 
     /** The same in whole minutes. */
     std::string getHistoryDuration() const override { return historyDuration_.str(); }
-    const CallPartyIdentifier* getForwardedCallParty() const override { return &forwardedCallParty_; }
+    const CallPartyIdentifier* getForwardedCallParty() const override { return &*forwardedCallParty_; }
 
     /** Also makes a timed item one second older. */
     void setForwardedCallParty(const CallPartyIdentifier& party) override;
@@ -40,6 +40,6 @@ class DialledCallConversationItem : public ConversationItem
 
     SharedText duration_;
     SharedText historyDuration_;
-    CallPartyIdentifier forwardedCallParty_;
+    CopyOnWrite<CallPartyIdentifier> forwardedCallParty_;
 };
 } // namespace ConversationAPI

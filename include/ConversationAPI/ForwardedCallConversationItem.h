@@ -23,13 +23,13 @@ class ForwardedCallConversationItem : public ConversationItem
 
     /** How long the call lasted, as it is shown: "(05:03)". */
     std::string getItemText() const override { return duration_.str(); }
-    const CallPartyIdentifier* getForwardedCallParty() const override { return &forwardedCallParty_; }
-    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_ = party; }
+    const CallPartyIdentifier* getForwardedCallParty() const override { return &*forwardedCallParty_; }
+    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_.write() = party; }
 
     void setDuration(const std::string& duration) { duration_.assign(duration); }
 
   private:
     SharedText duration_;
-    CallPartyIdentifier forwardedCallParty_;
+    CopyOnWrite<CallPartyIdentifier> forwardedCallParty_;
 };
 } // namespace ConversationAPI

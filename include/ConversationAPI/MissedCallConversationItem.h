@@ -26,17 +26,20 @@ class MissedCallConversationItem : public ConversationItem
     std::string toDetailsString() const override { return formatLocalTime(); }
     std::string toTimeString() const override { return formatLocalTime(); }
     bool isGroupCall() const override { return groupStatus_; }
-    std::string getGroupName() const override { return groupName_.str(); }
-    std::string getGroupNumber() const override { return groupNumber_.str(); }
+    std::string getGroupName() const override { return details_->groupName.str(); }
+    std::string getGroupNumber() const override { return details_->groupNumber.str(); }
     void setViewed(bool viewed) override { viewed_ = viewed; }
     bool getViewed() const override { return viewed_; }
     int numberOfNewEvents() override { return viewed_ ? 0 : 1; }
-    const CallPartyIdentifier* getForwardedCallParty() const override { return &forwardedCallParty_; }
-    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_ = party; }
+    const CallPartyIdentifier* getForwardedCallParty() const override { return &details_->forwardedCallParty; }
+    void setForwardedCallParty(const CallPartyIdentifier& party) override
+    {
+        details_.write().forwardedCallParty = party;
+    }
 
     void setGroupStatus(bool groupCall) { groupStatus_ = groupCall; }
-    void setGroupName(const std::string& name) { groupName_.assign(name); }
-    void setGroupNumber(const std::string& number) { groupNumber_.assign(number); }
+    void setGroupName(const std::string& name) { details_.write().groupName.assign(name); }
+    void setGroupNumber(const std::string& number) { details_.write().groupNumber.assign(number); }
 
     /** Whether somebody else answered the call. */
     void setAnswerStatus(bool answered) { answerStatus_ = answered; }
@@ -47,16 +50,22 @@ class MissedCallConversationItem : public ConversationItem
     JournalServiceConversationItemSource* getItemSource() const { return itemSource_; }
 
   protected:
-    const SharedText& groupNameText() const override { return groupName_; }
-    const SharedText& groupNumberText() const override { return groupNumber_; }
+    const SharedText& groupNameText() const override { return details_->groupName; }
+    const SharedText& groupNumberText() const override { return details_->groupNumber; }
 
   private:
+    /** What few calls have. */
+    struct Details
+    {
+        CallPartyIdentifier forwardedCallParty;
+        SharedText groupName;
+        SharedText groupNumber;
+    };
+
     bool viewed_ = true;
     bool answerStatus_ = false;
     bool groupStatus_ = false;
     JournalServiceConversationItemSource* itemSource_ = nullptr;
-    CallPartyIdentifier forwardedCallParty_;
-    SharedText groupName_;
-    SharedText groupNumber_;
+    CopyOnWrite<Details> details_;
 };
 } // namespace ConversationAPI

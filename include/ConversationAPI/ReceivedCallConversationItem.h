@@ -28,8 +28,8 @@ class ReceivedCallConversationItem : public ConversationItem
 
     /** The same in whole minutes. */
     std::string getHistoryDuration() const override { return historyDuration_.str(); }
-    const CallPartyIdentifier* getForwardedCallParty() const override { return &forwardedCallParty_; }
-    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_ = party; }
+    const CallPartyIdentifier* getForwardedCallParty() const override { return &*forwardedCallParty_; }
+    void setForwardedCallParty(const CallPartyIdentifier& party) override { forwardedCallParty_.write() = party; }
 
     void setDuration(const std::string& duration) { duration_.assign(duration); }
     void setHistoryDuration(const std::string& minutes) { historyDuration_.assign(minutes); }
@@ -37,6 +37,6 @@ class ReceivedCallConversationItem : public ConversationItem
   private:
     SharedText duration_;
     SharedText historyDuration_;
-    CallPartyIdentifier forwardedCallParty_;
+    CopyOnWrite<CallPartyIdentifier> forwardedCallParty_;
 };
 } // namespace ConversationAPI

@@ -47,10 +47,10 @@ Conversation::Conversation(const std::string& firstName, const std::string& last
 }
 
 Conversation::Conversation(const Conversation& other)
-    : ConversationContact(other), clone_(true), data_(other.data_), id_(other.id_), idGenerator_(other.idGenerator_),
-      itemFactory_(other.itemFactory_), journalEntries_(other.journalEntries_), itemWasAdded_(other.itemWasAdded_),
-      deletable_(other.deletable_), phantom_(other.phantom_), temporary_(other.temporary_),
-      extraActive_(other.extraActive_), updateReason_(other.updateReason_)
+    : ConversationContact(other), clone_(true), itemWasAdded_(other.itemWasAdded_), deletable_(other.deletable_),
+      phantom_(other.phantom_), temporary_(other.temporary_), extraActive_(other.extraActive_),
+      updateReason_(other.updateReason_), data_(other.data_), id_(other.id_), idGenerator_(other.idGenerator_),
+      itemFactory_(other.itemFactory_), journalEntries_(other.journalEntries_)
 {
 }
 

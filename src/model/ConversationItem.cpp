@@ -154,12 +154,12 @@ long ConversationItem::timeStampUTC() const
 
 void ConversationItem::setModificationTimeStampUTC(long time)
 {
-    modificationTimeStamp_ = time;
+    rarities_.write().modificationTimeStamp = time;
 }
 
 long ConversationItem::modificationTimeStampUTC() const
 {
-    return modificationTimeStamp_ != 0 ? modificationTimeStamp_ : timeStampUTC();
+    return rarities_->modificationTimeStamp != 0 ? rarities_->modificationTimeStamp : timeStampUTC();
 }
 
 void ConversationItem::setConversationId(const std::string& id)
@@ -239,7 +239,10 @@ void ConversationItem::setNumberType(CallPartyIdentifier::PhoneNumberIconType ty
 
 void ConversationItem::setLastPhoneNumber(const std::string& number)
 {
-    lastPhoneNumber_.assign(number);
+    if (rarities_->lastPhoneNumber.view() != number)
+    {
+        rarities_.write().lastPhoneNumber.assign(number);
+    }
 }
 
 void ConversationItem::setFirstName(const std::string& firstName)
@@ -274,9 +277,9 @@ void ConversationItem::setLastPhoneNumberType(NumberType::NT type)
 
 std::string ConversationItem::lastNumber()
 {
-    if (!lastPhoneNumber_.empty() || participants_.empty())
+    if (!rarities_->lastPhoneNumber.empty() || participants_.empty())
     {
-        return lastPhoneNumber_.str();
+        return rarities_->lastPhoneNumber.str();
     }
     const ConversationParticipant& party = participants_.front();
     switch (lastPhoneNumberType_)

@@ -88,7 +88,8 @@ void ConversationObservers::tellEach(Tell tell)
 
 bool ConversationObservers::isKnown(const ConversationModificationObserverIfc* observer) const
 {
-    return observer == first_ || (others_ && std::find(others_->begin(), others_->end(), observer) != others_->end());
+    const auto isAmongOthers = [&] { return std::find(others_->begin(), others_->end(), observer) != others_->end(); };
+    return observer && (observer == first_ || (others_ && isAmongOthers()));
 }
 
 void ConversationObservers::tellModified(const std::string& conversationId)

@@ -15,14 +15,15 @@ ConversationParticipant::ConversationParticipant(const CallPartyIdentifier& part
     {
         saveLastName(std::string(ANONYMOUS_NAME));
     }
-    noteNames();
+    noteTexts();
 }
 
-void ConversationParticipant::noteNames()
+void ConversationParticipant::noteTexts()
 {
     const std::string& surname = surnameText();
+    hasNumber_ = !numberText().empty();
     hasAnonymousName_ = surname == ANONYMOUS_NAME;
-    isAnonymous_ = hasAnonymousName_ || (firstNameText().empty() && surname.empty() && numberText().empty());
+    isAnonymous_ = hasAnonymousName_ || (firstNameText().empty() && surname.empty() && !hasNumber_);
     isCTIAssisted_ = surname == CTI_ASSISTED_NAME;
 }
 
@@ -31,7 +32,7 @@ void ConversationParticipant::setDetails(const std::string& firstName, const std
                                          const std::string& picturePath, bool flag)
 {
     CallPartyIdentifier::setDetails(firstName, surname, number, numberType, picturePath, flag);
-    noteNames();
+    noteTexts();
 }
 
 std::string ConversationParticipant::getFirstName() const
@@ -237,7 +238,7 @@ bool ConversationParticipant::operator<(const ConversationParticipant& other) co
 
 bool ConversationParticipant::doNumbersMatch(const ConversationParticipant& other) const
 {
-    if (other.numberText().empty() && numberText().empty())
+    if (!other.hasNumber_ && !hasNumber_)
     {
         return false;
     }

@@ -27,7 +27,7 @@ ConversationItem* DialledCallConversationItem::clone()
 
 void DialledCallConversationItem::setForwardedCallParty(const CallPartyIdentifier& party)
 {
-    forwardedCallParty_ = party;
+    forwardedCallParty_.write() = party;
     decrementSoForwardedItemIsOlderThanDialledItem();
 }
 
