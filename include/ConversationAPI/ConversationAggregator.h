@@ -25,8 +25,10 @@
 namespace ConversationAPI
 {
 class CombinedRows;
+class ConversationList;
 class ConversationSources;
 class DisplayObservers;
+class RowIds;
 class TemporaryConversations;
 
 class ConversationAggregator : public ConversationAggregatorIfc
@@ -87,7 +89,8 @@ class ConversationAggregator : public ConversationAggregatorIfc
 
     void rebuild();
     void combineSources();
-    void copyUnmergedConversationsInto(const Rows& unmerged);
+    Rows mergeIntoRows(const ConversationList& source);
+    void copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids);
 
     /** For interested parties; none of the library's interfaces hears of it yet. */
     void notifySourceSubscribed() {}

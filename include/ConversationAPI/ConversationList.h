@@ -56,6 +56,9 @@ class ConversationList : public ConversationModificationObserverIfc
     /** For diagnostics; no lock. */
     void setName(const std::string& name) { name_ = name; }
 
+    /** For so many conversations in all; spares memory when it is known. */
+    void reserve(std::size_t count);
+
     /** Appends; ignores phantoms and what is in the list already. */
     void push_back(Conversation* conversation);
 
@@ -151,6 +154,7 @@ class ConversationList : public ConversationModificationObserverIfc
   private:
     const std::vector<Conversation*>& sequence() const;
     std::vector<Conversation*> matching(const ConversationUnaryCondition& condition) const;
+    bool holds(Conversation& conversation) const;
     void pushFront(Conversation* conversation);
     Conversation* detach(std::size_t position);
     Conversation* detach(Conversation* conversation);

@@ -11,6 +11,7 @@
 #include "aggregation/ConversationAggregatorLog.h"
 #include "aggregation/ConversationSources.h"
 #include "aggregation/DisplayObservers.h"
+#include "aggregation/RowIds.h"
 #include "aggregation/RowMatching.h"
 #include "aggregation/TemporaryConversations.h"
 #include "lists/ContactLookup.h"
@@ -130,23 +131,34 @@ void ConversationAggregator::combineSources()
     const PhantomCalls::LiveRows before = rows_->liveRows();
     list_->removeAndDeleteAll();
     temporaries_->release();
-    sources_->forEach(
-        [this](ConversationSourceIfc& source)
-        {
-            ConversationListMerger merger(*source.getConversations());
-            list_->foreach (merger);
-            copyUnmergedConversationsInto(merger.notMerged());
-        });
+    RowIds ids;
+    sources_->forEach([&](ConversationSourceIfc& source)
+                      { copyUnmergedConversationsInto(mergeIntoRows(*source.getConversations()), ids); });
     list_->sort();
-    rows_->separateRowsOfOneId(before);
+    if (ids.mayBeShared()) // what was merged into a row has not changed its id
+    {
+        rows_->separateRowsOfOneId(before);
+    }
 }
 
-void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged)
+/** Answers those that no row took in. */
+ConversationAggregator::Rows ConversationAggregator::mergeIntoRows(const ConversationList& source)
 {
+    ConversationListMerger merger(source);
+    list_->foreach (merger);
+    return merger.notMerged();
+}
+
+void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids)
+{
+    const std::size_t count = list_->size() + unmerged.size();
+    list_->reserve(count);
+    ids.reserve(count);
     for (std::size_t place = 0; place < unmerged.size(); ++place)
     {
-        prefetchAhead(unmerged, place);
+        prefetchAhead(unmerged, place, Needed::OWNERS);
         CONVERSATION_LOG(6, "copyUnmergedConversationsInto clone");
+        ids.add(unmerged[place]->storedIdText());
         list_->push_back(unmerged[place]->clone());
     }
 }

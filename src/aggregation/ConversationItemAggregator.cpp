@@ -186,10 +186,13 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
                                   : placement_->placeItemOfRebuild(one.item, beforeAdding);
     };
     const std::vector<ItemBatches::Batch>& all = batches.inOrder();
+    const auto parties = std::count_if(all.begin(), all.end(), [](const auto& one) { return one.hasNumberOfItsOwn; });
+    conversations_->reserve(static_cast<std::size_t>(parties));
     for (std::size_t i = 0; i < all.size(); ++i)
     {
         const ItemBatches::Batch& batch = all[i];
-        prefetch(*all[std::min(i + PREFETCH_DISTANCE, all.size() - 1)].first.item);
+        prefetch(*all[std::min(i + 2 * PREFETCH_DISTANCE, all.size() - 1)].first.item);
+        prefetchTexts(*all[std::min(i + PREFETCH_DISTANCE, all.size() - 1)].first.item);
         Conversation* target = place(batch.first, batch.hasNumberOfItsOwn);
         if (target)
         {

@@ -47,7 +47,7 @@ void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
     for (const ConversationParticipant& party : item.participants())
     {
         const std::string& number = party.comparableNumberText();
-        useIf(party.surnameText() == ANONYMOUS_NAME, Kind::ANONYMOUS, {});
+        useIf(party.hasAnonymousName(), Kind::ANONYMOUS, {});
         useIf(!number.empty(), Kind::NUMBER, number);
         for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
         {
@@ -62,7 +62,7 @@ InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversatio
     index_.reserve(2 * conversations.size());
     for (std::size_t place = 0; place < conversations.size(); ++place)
     {
-        prefetchAhead(conversations, place);
+        prefetchAhead(conversations, place, Needed::FIRST_ITEMS);
         if (const ConversationItem* item = conversations[place]->shownItem())
         {
             forEachKey(*item, [&](std::uint32_t hash) { index_.addHash(hash, static_cast<std::uint32_t>(place)); });

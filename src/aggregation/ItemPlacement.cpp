@@ -14,6 +14,7 @@
 #include "model/ItemOrder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ConversationAPI
 {
@@ -259,6 +260,7 @@ std::unique_ptr<Conversation> ItemPlacement::makeExtraConversation(ConversationI
     std::unique_ptr<Conversation> conversation(factory_.createConversation(generator));
     conversation->appendNew(std::unique_ptr<ConversationItem>(item));
     conversation->setExtraActiveConversation(true);
+    madeExtraConversation_ = true;
     nameLike(beside, *conversation);
     return conversation;
 }
@@ -266,6 +268,10 @@ std::unique_ptr<Conversation> ItemPlacement::makeExtraConversation(ConversationI
 /** In a rebuild the conversation beside gets its name from its history, which comes after the live calls. */
 void ItemPlacement::nameExtraConversations()
 {
+    if (!std::exchange(madeExtraConversation_, false))
+    {
+        return;
+    }
     for (Conversation* conversation : conversations_)
     {
         if (conversation->extraActiveConversation())

@@ -77,5 +77,6 @@ class ItemPlacement
     ConversationList& conversations_;
     ConversationFactory& factory_;
     RandomCachingConversationIDGenerator& extraCallIds_;
+    bool madeExtraConversation_ = false; ///< since nameExtraConversations()
 };
 } // namespace ConversationAPI

@@ -4,8 +4,6 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/HoldsCallCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
-#include "model/KeyIndex.h"
-#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <functional>
@@ -20,25 +18,6 @@ namespace
 {
 /** The calls of the two rows are different ones. */
 constexpr Conversation::Folding UNITING{true, true, true, false};
-
-/** Nearly always not, which hashes tell without reading the ids. */
-bool anyShareAnId(const std::vector<Conversation*>& rows)
-{
-    KeyIndex<const Conversation*> known;
-    known.reserve(rows.size());
-    for (std::size_t place = 0; place < rows.size(); ++place)
-    {
-        prefetchAhead(rows, place);
-        const Conversation* row = rows[place];
-        const SharedText& id = row->storedIdText();
-        if (known.findHash(id.hash(), [&id](const Conversation* other) { return other->storedIdText() == id; }))
-        {
-            return true;
-        }
-        known.add(id, row);
-    }
-    return false;
-}
 } // namespace
 
 bool PhantomCalls::needsPhantomConversation(const Conversation& existing, const Conversation& update)
@@ -143,7 +122,7 @@ PhantomCalls::LiveRows PhantomCalls::liveRows() const
     live.phantomCallId = phantom ? phantom->getCallId() : "";
     for (const Conversation* row : list_)
     {
-        if (row != phantom && row->isActiveOrProgressingOrClearing())
+        if (!row->holdsOnlyPlainItems() && row != phantom && row->isActiveOrProgressingOrClearing())
         {
             live.ids.emplace(row->getCallId(), row->storedIdText());
         }
@@ -154,10 +133,6 @@ PhantomCalls::LiveRows PhantomCalls::liveRows() const
 std::vector<PhantomCalls::SameId> PhantomCalls::rowsOfOneId(const LiveRows& before) const
 {
     std::vector<Conversation*> rows(list_.begin(), list_.end());
-    if (!anyShareAnId(rows))
-    {
-        return {};
-    }
     const auto others = std::stable_partition(
         rows.begin(), rows.end(), [](const Conversation* row) { return row->isActiveOrProgressingOrClearing(); });
     const auto wasPhantom = [&before](const Conversation* row)

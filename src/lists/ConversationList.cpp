@@ -74,7 +74,7 @@ void ConversationList::conversationNumberUpdated(numberUpdateReason reason, Conv
 
 void ConversationList::conversationRegistered(Conversation* conversation)
 {
-    numbers_->associate(conversation->contactDetails(), conversation);
+    numbers_->associate(conversation);
     conversations_->setObserved(conversation, true);
 }
 
@@ -94,10 +94,16 @@ void ConversationList::conversationKeysChanged(Conversation* conversation)
     conversations_->keysChanged(conversation);
 }
 
+void ConversationList::reserve(std::size_t count)
+{
+    const CriticalSection guard(lock_);
+    conversations_->reserve(count);
+}
+
 void ConversationList::push_back(Conversation* conversation)
 {
     const CriticalSection guard(lock_);
-    if (!conversation || conversation->isPhantomConversation() || conversations_->contains(conversation))
+    if (!conversation || conversation->isPhantomConversation() || holds(*conversation))
     {
         return;
     }
@@ -115,9 +121,16 @@ void ConversationList::push_front(Conversation* conversation)
     pushFront(conversation);
 }
 
+/** Of one that is alive; nearly all that are asked about are new, which they tell themselves. */
+bool ConversationList::holds(Conversation& conversation) const
+{
+    return (conversation.isObservedBy(this) || conversations_->hasUnobserved()) &&
+           conversations_->contains(&conversation);
+}
+
 void ConversationList::pushFront(Conversation* conversation)
 {
-    if (conversation && !conversations_->contains(conversation))
+    if (conversation && !holds(*conversation))
     {
         conversation->addObserver(this);
         conversations_->pushFront(conversation, true);
@@ -214,7 +227,7 @@ void ConversationList::foreach (ConversationExecutor& executor) const
     const CriticalSection guard(lock_);
     for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        prefetchAhead(sequence(), place);
+        prefetchAhead(sequence(), place, Needed::FIRST_ITEMS);
         executor(sequence()[place]);
     }
 }
@@ -248,7 +261,7 @@ void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) co
     ids.reserve(ids.size() + sequence().size());
     for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        prefetchAhead(sequence(), place);
+        prefetchAhead(sequence(), place, Needed::OWNERS);
         ids.push_back(sequence()[place]->getConversationId());
     }
 }
@@ -450,7 +463,7 @@ void ConversationList::removeAndDeleteAll()
     {
         if (member.conversation)
         {
-            prefetchAhead(all, place++);
+            prefetchAhead(all, place++, Needed::EVERYTHING);
             delete member.conversation;
             member = ListMember();
         }

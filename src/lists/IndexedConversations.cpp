@@ -36,12 +36,16 @@ bool isLiveOrHeld(const ConversationItem& item)
 class IndexedConversations::Candidates : public ConversationCandidates
 {
   public:
-    explicit Candidates(const IndexedConversations& all) : all_(all)
+    explicit Candidates(IndexedConversations& all) : all_(all)
     {
         members_.assign(all.unobserved_.begin(), all.unobserved_.end());
     }
 
-    void withNumber(const std::string& number) override { all_.byNumber_.collect(number, members_); }
+    void withNumber(const std::string& number) override
+    {
+        all_.refreshStaleNumbers();
+        all_.byNumber_.collect(number, members_);
+    }
     void withConversationId(const SharedText& id) override { all_.byId_.collect(id, members_); }
     void withExchangeContactId(const SharedText& id) override { all_.byExchangeContactId_.collect(id, members_); }
     void withCallId(const std::string& callId) override { all_.byCallId_.collect(callId, members_); }
@@ -62,7 +66,7 @@ class IndexedConversations::Candidates : public ConversationCandidates
   private:
     void add(const Group& group) { members_.insert(members_.end(), group.begin(), group.end()); }
 
-    const IndexedConversations& all_;
+    IndexedConversations& all_;
     boost::container::small_vector<const Member*, 8> members_;
 };
 
@@ -86,6 +90,12 @@ Conversation* IndexedConversations::findFirst(const ConversationUnaryCondition& 
     const auto found = std::find_if(inOrder().begin(), inOrder().end(),
                                     [&condition](Conversation* conversation) { return condition(conversation); });
     return found == inOrder().end() ? nullptr : *found;
+}
+
+void IndexedConversations::reserve(std::size_t count)
+{
+    sequence_.reserve(count);
+    expected_ = count;
 }
 
 void IndexedConversations::pushBack(Conversation* conversation, bool isObserved)
@@ -125,6 +135,8 @@ ListMembers::Detached IndexedConversations::detachAll()
 {
     sequence_.clear();
     stale_.clear();
+    staleNumbers_.clear();
+    areAllStale_ = true;
     unobserved_.clear();
     anonymous_.clear();
     live_.clear();
@@ -171,7 +183,7 @@ void IndexedConversations::reorder(const std::vector<Conversation*>& sequence)
 
 void IndexedConversations::setObserved(Conversation* conversation, bool isObserved)
 {
-    Member* member = members_.find(conversation);
+    Member* member = isObserved && !hasUnobserved() ? nullptr : members_.find(conversation);
     if (!member || member->isObserved == isObserved)
     {
         return;
@@ -186,7 +198,7 @@ void IndexedConversations::setObserved(Conversation* conversation, bool isObserv
 
 void IndexedConversations::keysChanged(Conversation* conversation)
 {
-    Member* member = members_.find(conversation);
+    Member* member = areAllStale_ ? nullptr : members_.find(conversation);
     if (member && member->isObserved)
     {
         markStale(*member);
@@ -195,15 +207,42 @@ void IndexedConversations::keysChanged(Conversation* conversation)
 
 void IndexedConversations::markStale(Member& member)
 {
+    if (areAllStale_)
+    {
+        return;
+    }
     if (!member.isStale)
     {
         member.isStale = true;
         stale_.push_back(&member);
     }
+    if (!member.hasStaleNumbers)
+    {
+        member.hasStaleNumbers = true;
+        staleNumbers_.push_back(&member);
+    }
+}
+
+/** The first question since the list was empty: from now on it is known which members are stale. */
+void IndexedConversations::markAllStale()
+{
+    areAllStale_ = false;
+    for (std::size_t place = 0; place < inOrder().size(); ++place)
+    {
+        if (sequence_.at(place).isObserved)
+        {
+            markStale(sequence_.at(place));
+        }
+    }
+    byId_.reserve(expected_);
 }
 
 void IndexedConversations::refreshStaleMembers()
 {
+    if (areAllStale_)
+    {
+        markAllStale();
+    }
     for (Member* member : stale_)
     {
         if (member->isStale)
@@ -212,6 +251,25 @@ void IndexedConversations::refreshStaleMembers()
         }
     }
     stale_.clear();
+    if (staleNumbers_.size() > 2 * inOrder().size()) // of members that have left, before anybody asked for a number
+    {
+        refreshStaleNumbers();
+    }
+}
+
+void IndexedConversations::refreshStaleNumbers()
+{
+    for (Member* member : staleNumbers_)
+    {
+        if (member->hasStaleNumbers && !member->contact.sharesWith(member->conversation->contactDetails()))
+        {
+            eraseContact(byNumber_, *member);
+            member->contact = member->conversation->contactDetails();
+            insertContact(byNumber_, *member);
+        }
+        member->hasStaleNumbers = false;
+    }
+    staleNumbers_.clear();
 }
 
 void IndexedConversations::refresh(Member& member)
@@ -219,12 +277,6 @@ void IndexedConversations::refresh(Member& member)
     const Conversation& conversation = *member.conversation;
     member.isStale = false;
     sequence_.changed(member);
-    if (!member.contact.sharesWith(conversation.contactDetails()))
-    {
-        eraseContact(byNumber_, member);
-        member.contact = conversation.contactDetails();
-        insertContact(byNumber_, member);
-    }
     if (member.isAnonymous != (conversation.getLastName() == ANONYMOUS_NAME))
     {
         member.isAnonymous = !member.isAnonymous;

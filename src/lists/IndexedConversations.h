@@ -3,8 +3,8 @@
  *
  * A look-up gathers the conversations that share a key with what is sought and tests them in list order, so
  * its answer is the one a walk would give. Conversations tell of changes of their keys (keysChanged()), which
- * are looked at only when the next question comes; those that do not (a phantom is not observed) are always
- * tested. Not owned: who removes a conversation decides what becomes of it.
+ * are looked at only when the next question comes, numbers only when it is about a number; those that do not (a
+ * phantom is not observed) are always tested. Not owned: who removes a conversation decides what becomes of it.
  */
 #pragma once
 
@@ -12,6 +12,7 @@
 #include "lists/ListSequence.h"
 #include "model/KeyIndex.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_set>
@@ -28,11 +29,17 @@ class IndexedConversations
     const std::vector<Conversation*>& inOrder() const { return sequence_.conversations(); }
     bool contains(Conversation* conversation) const { return members_.find(conversation) != nullptr; }
 
+    /** Whether there is one that is not observed. */
+    bool hasUnobserved() const { return !unobserved_.empty(); }
+
     /** The place in the sequence, its size when the conversation is not in it. */
     std::size_t position(Conversation* conversation) const;
 
     /** The first conversation for which the condition holds; null when there is none. */
     Conversation* findFirst(const ConversationUnaryCondition& condition);
+
+    /** For so many in all. */
+    void reserve(std::size_t count);
 
     /** At either end; one that is in the sequence already must not be added. */
     void pushBack(Conversation* conversation, bool isObserved);
@@ -68,14 +75,19 @@ class IndexedConversations
 
     Member& newMember(Conversation* conversation, bool isObserved);
     void markStale(Member& member);
+    void markAllStale();
     void refreshStaleMembers();
+    void refreshStaleNumbers();
     void refresh(Member& member);
     void refreshCallIds(Member& member);
     void forgetCallIds(Member& member);
     void forget(Member& member);
 
     ListSequence sequence_;
-    std::vector<Member*> stale_; ///< and some that were refreshed or removed meanwhile
+    std::vector<Member*> stale_;        ///< and some that were refreshed or removed meanwhile
+    std::vector<Member*> staleNumbers_; ///< the same, for numbers
+    std::size_t expected_ = 0;          ///< how many conversations there will be
+    bool areAllStale_ = true;           ///< all that are observed, as after a rebuild; none is marked then
     ListMembers members_;
     Group unobserved_;
     Group anonymous_;

@@ -19,7 +19,8 @@ struct ListMember
     std::int64_t order = 0; ///< grows along the sequence
     ItemStanding standing;  ///< by which it has its place since the last sort
     bool isObserved = true;
-    bool isStale = false;
+    bool hasStaleNumbers = false; ///< the numbers by which it is found may have changed
+    bool isStale = false;         ///< what else it is found by may have changed
     bool isAnonymous = false;
     bool isLive = false;
     std::uint32_t idHash = 0; ///< 0: is not found by an id

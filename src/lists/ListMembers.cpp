@@ -6,6 +6,14 @@ namespace ConversationAPI
 {
 ListMember* ListMembers::find(const Conversation* conversation) const
 {
+    if (!conversation || empty())
+    {
+        return nullptr;
+    }
+    if (!isIndexed_)
+    {
+        makeIndex();
+    }
     ListMember* const* found = byConversation_.findHash(hashOf(conversation), [conversation](const ListMember* member)
                                                         { return member->conversation == conversation; });
     return found ? *found : nullptr;
@@ -24,13 +32,19 @@ ListMember& ListMembers::add(Conversation* conversation)
         unused_.pop_back();
     }
     member->conversation = conversation;
-    byConversation_.addHash(hashOf(conversation), member);
+    if (isIndexed_)
+    {
+        byConversation_.addHash(hashOf(conversation), member);
+    }
     return *member;
 }
 
 void ListMembers::remove(ListMember& member)
 {
-    byConversation_.removeHash(hashOf(member.conversation), &member);
+    if (isIndexed_)
+    {
+        byConversation_.removeHash(hashOf(member.conversation), &member);
+    }
     member = ListMember();
     unused_.push_back(&member);
 }
@@ -38,8 +52,22 @@ void ListMembers::remove(ListMember& member)
 ListMembers::Detached ListMembers::detachAll()
 {
     byConversation_.clear();
+    isIndexed_ = false;
     unused_.clear();
     return std::exchange(members_, Detached());
+}
+
+void ListMembers::makeIndex() const
+{
+    byConversation_.reserve(members_.size());
+    for (ListMember& member : members_)
+    {
+        if (member.conversation)
+        {
+            byConversation_.addHash(hashOf(member.conversation), &member);
+        }
+    }
+    isIndexed_ = true;
 }
 
 /** Of an address the middle tells most: the last bits are always the same, the first ones nearly always. */

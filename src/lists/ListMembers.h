@@ -2,8 +2,8 @@
  * The members of a list, each found by its conversation.
  *
  * A list is filled with thousands and emptied again whenever the conversations are made anew, so the members lie in
- * large pieces of memory that are given back at once. To look for a conversation does not touch it: one that has been
- * deleted is simply not there.
+ * large pieces of memory that are given back at once, and the index is only made when somebody looks for one of them.
+ * To look for a conversation does not touch it: one that has been deleted is simply not there.
  */
 #pragma once
 
@@ -28,6 +28,7 @@ class ListMembers
 
     /** Null when the conversation is no member. */
     ListMember* find(const Conversation* conversation) const;
+    bool empty() const { return members_.size() == unused_.size(); }
 
     /** Of a conversation that is no member yet. Stays where it is until it is removed. */
     ListMember& add(Conversation* conversation);
@@ -38,9 +39,11 @@ class ListMembers
 
   private:
     static std::uint32_t hashOf(const Conversation* conversation);
+    void makeIndex() const;
 
-    Detached members_;
+    mutable Detached members_; ///< mutable for the index, which gives them out to be changed
     std::vector<ListMember*> unused_;
-    KeyIndex<ListMember*> byConversation_;
+    mutable KeyIndex<ListMember*> byConversation_;
+    mutable bool isIndexed_ = false; ///< whether all members are in the index; else none is
 };
 } // namespace ConversationAPI

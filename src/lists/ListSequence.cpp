@@ -20,6 +20,15 @@ constexpr std::int64_t LAST_NUMBER = std::numeric_limits<std::int64_t>::max() / 
 constexpr std::size_t FEW_LOOSE = 4;
 constexpr std::size_t LOOSE_PART = 16;
 
+/** By its first item, which for nearly all need not be looked at. */
+ItemStanding standingOf(const Conversation& conversation)
+{
+    const auto& items = conversation.items();
+    return items.empty() || !conversation.holdsOnlyPlainItems()
+               ? ConversationAPI::standingOf(conversation.shownItem())
+               : ItemStanding{items.front().time(), ItemStanding::BY_TIME, ConversationItemState::NO_STATE};
+}
+
 bool isOrderedByComparing(const ListMember* member)
 {
     return member->standing.kind == ItemStanding::BESIDE_OTHERS;
@@ -186,6 +195,12 @@ std::size_t ListSequence::placeOf(const ListMember& member) const
     return static_cast<std::size_t>(place - members_.begin());
 }
 
+void ListSequence::reserve(std::size_t count)
+{
+    conversations_.reserve(count);
+    members_.reserve(count);
+}
+
 void ListSequence::insertAt(std::size_t place, ListMember& member)
 {
     const auto offset = static_cast<std::ptrdiff_t>(place);
@@ -230,7 +245,7 @@ void ListSequence::changed(ListMember& member)
     {
         return;
     }
-    const ItemStanding now = standingOf(member.conversation->shownItem());
+    const ItemStanding now = standingOf(*member.conversation);
     if (!(now == member.standing))
     {
         member.standing = now;
@@ -270,9 +285,9 @@ bool ListSequence::noteStandings()
     bool isInOrder = true;
     for (std::size_t place = 0; place < members_.size(); ++place)
     {
-        prefetchAhead(conversations_, place);
+        prefetchAhead(conversations_, place, Needed::PLACES);
         ListMember& member = at(place);
-        member.standing = standingOf(member.conversation->shownItem());
+        member.standing = standingOf(*member.conversation);
         isInOrder = isInOrder && !isOrderedByComparing(&member) && (place == 0 || standsBefore(at(place - 1), member));
     }
     return isInOrder;

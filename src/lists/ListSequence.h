@@ -26,6 +26,7 @@ class ListSequence
     ListMember& at(std::size_t place) const { return *members_[place]; }
     std::size_t placeOf(const ListMember& member) const;
 
+    void reserve(std::size_t count);
     void pushBack(ListMember& member) { insertAt(members_.size(), member); }
     void pushFront(ListMember& member) { insertAt(0, member); }
     void removeAt(std::size_t place);

@@ -33,11 +33,15 @@ void NumberIndex::associate(const std::string& number, Conversation* conversatio
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the analyser does not follow the count of owners.
 }
 
-void NumberIndex::associate(const CopyOnWrite<ContactDetails>& contact, Conversation* conversation)
+void NumberIndex::associate(Conversation* conversation)
 {
-    if (contact.isSet())
+    if (changes_.empty() && numbers_.empty())
     {
-        note({conversation, contact, {}});
+        first_.push_back(conversation);
+    }
+    else if (conversation->contactDetails().isSet())
+    {
+        note({conversation, conversation->contactDetails(), {}});
     }
 }
 
@@ -50,7 +54,11 @@ void NumberIndex::remove(const std::string& number)
 /** Of conversations that are deleted after clear(), nothing is known any more. */
 void NumberIndex::remove(Conversation* conversation)
 {
-    if (!changes_.empty() || !numbers_.empty())
+    if (!first_.empty()) // others may have lost numbers to it, and it cannot be asked for them later
+    {
+        gone_.emplace(conversation, conversation->contactDetails());
+    }
+    if (!first_.empty() || !changes_.empty() || !numbers_.empty())
     {
         note({conversation, {}, {}});
     }
@@ -58,6 +66,8 @@ void NumberIndex::remove(Conversation* conversation)
 
 void NumberIndex::clear()
 {
+    first_.clear();
+    gone_.clear();
     changes_.clear();
     numbers_.clear();
     claims_.clear();
@@ -81,6 +91,14 @@ void NumberIndex::note(Change change)
 
 void NumberIndex::applyChanges() const
 {
+    for (Conversation* conversation : first_)
+    {
+        const auto gone = gone_.find(conversation);
+        const auto& contact = gone == gone_.end() ? conversation->contactDetails() : gone->second;
+        associateContact(*contact, CONTACT_NUMBER_SLOTS, conversation);
+    }
+    first_.clear();
+    gone_.clear();
     for (const Change& change : changes_)
     {
         apply(change);

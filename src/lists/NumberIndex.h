@@ -2,7 +2,8 @@
  * Which conversation of a list has a telephone number: one for each number, the last that claimed it.
  *
  * Lists are filled and emptied far more often than they are asked for a number: what is claimed and given up is
- * written down, and the index is brought up to date when it is asked or when too much has gathered.
+ * written down, and the index is brought up to date when it is asked or when too much has gathered. Of conversations
+ * that fill an empty index not even their numbers are written down: all changes that they tell of later come behind.
  *
  * Forgetting a conversation takes time by its numbers, not by those of the list. "First" and "last" are meant in
  * the order of the numbers' bytes; they are asked for rarely, so the index itself is not kept in that order.
@@ -19,6 +20,7 @@
 #include <memory_resource>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -32,8 +34,8 @@ class NumberIndex
     /** The number is this conversation's from now on; "" is nobody's. */
     void associate(const std::string& number, Conversation* conversation);
 
-    /** All four numbers, in their order. */
-    void associate(const CopyOnWrite<ContactDetails>& contact, Conversation* conversation);
+    /** All four numbers, in their order. The conversation lives until it is removed or everything is cleared. */
+    void associate(Conversation* conversation);
     void remove(const std::string& number);
     void remove(Conversation* conversation);
     void clear();
@@ -60,7 +62,7 @@ class NumberIndex
     /**
      * What a conversation claims, all of a contact's numbers or the one of a slot or another number; or, when it claims
      * nothing, that it goes; or, without conversation, that the number goes. A contact's numbers are not copied, as
-     * there are thousands of such changes before somebody asks.
+     * there may be thousands of changes before somebody asks.
      */
     struct Change
     {
@@ -94,8 +96,10 @@ class NumberIndex
     void removeNow(Conversation* conversation) const;
     void forgetClaim(Numbers::value_type& number) const;
 
-    mutable std::deque<Change> changes_;                    ///< that the index does not show yet
-    mutable std::pmr::unsynchronized_pool_resource memory_; ///< of everything below
+    mutable std::vector<Conversation*> first_; ///< with all their numbers, before the changes
+    mutable std::unordered_map<Conversation*, CopyOnWrite<ContactDetails>> gone_; ///< of the first, by their addresses
+    mutable std::deque<Change> changes_;                                          ///< that the index does not show yet
+    mutable std::pmr::unsynchronized_pool_resource memory_;                       ///< of everything below
     mutable Numbers numbers_{&memory_};
     mutable std::pmr::unordered_map<Conversation*, Claims> claims_{&memory_};
 };

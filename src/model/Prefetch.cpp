@@ -6,35 +6,63 @@ namespace ConversationAPI
 {
 namespace
 {
-/** Of a conversation that is near. */
-void prefetchParts(const Conversation& conversation)
+/** What tells of a party begins in the third cache line of its item at the latest. */
+void prefetchFirstItem(const Conversation& near)
 {
-    prefetch(*conversation.contactDetails());
-    prefetch(conversation.storedIdText().str());
-    for (const auto& item : conversation.items())
+    struct Head
+    {
+        char bytes[2 * CACHE_LINE];
+    };
+    if (const ConversationItem* item = near.itemAtHand())
+    {
+        prefetch(reinterpret_cast<const Head&>(*item));
+    }
+}
+
+/** Other items' times lie beside their pointers. */
+void prefetchPlaceholder(const Conversation& near)
+{
+    if (near.items().empty() && near.itemAtHand())
+    {
+        prefetchBeginning(*near.itemAtHand());
+    }
+}
+
+void prefetchOwners(const Conversation& near)
+{
+    prefetchBeginning(*near.contactDetails());
+    prefetchBeginning(near.storedIdText().str());
+    if (const ConversationItem* item = near.itemAtHand())
+    {
+        prefetchBeginning(*item);
+    }
+}
+
+void prefetchParts(const Conversation& near)
+{
+    prefetch(*near.contactDetails());
+    prefetch(near.storedIdText().str());
+    if (near.items().empty() && near.itemAtHand())
+    {
+        prefetch(*near.itemAtHand());
+    }
+    for (const auto& item : near.items())
     {
         prefetch(*item);
     }
 }
 
-/** Of a conversation whose parts are near: names and number of the party. */
-void prefetchTexts(const Conversation& conversation)
+void prefetchTextsOf(const Conversation& near)
 {
-    if (!conversation.items().empty() && !conversation.items().front()->participants().empty())
+    if (near.itemAtHand())
     {
-        // They most likely lie in a row. Where they do not, something else is brought near, and no harm is done.
-        struct Texts
-        {
-            char bytes[3 * sizeof(std::string)];
-        };
-        const ConversationParticipant& party = conversation.items().front()->participants().front();
-        prefetch(reinterpret_cast<const Texts&>(party.firstNameText()));
+        prefetchTexts(*near.itemAtHand());
     }
 }
 } // namespace
 
 /** Each step reads only what the one before has brought near. */
-void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place)
+void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Needed needed)
 {
     const auto ifThere = [&](std::size_t distance, auto use)
     {
@@ -43,8 +71,40 @@ void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place)
             use(*all[place + distance]);
         }
     };
-    ifThere(3 * PREFETCH_DISTANCE, [](const Conversation& far) { prefetch(far); });
-    ifThere(2 * PREFETCH_DISTANCE, prefetchParts);
-    ifThere(PREFETCH_DISTANCE, prefetchTexts);
+    const auto itself = [](const Conversation& far) { prefetch(far); };
+    const auto whereItsItemsAre = [](const Conversation& far) { prefetch(far.items()); };
+    switch (needed)
+    {
+    case Needed::PLACES:
+        ifThere(3 * PREFETCH_DISTANCE, whereItsItemsAre);
+        ifThere(2 * PREFETCH_DISTANCE, prefetchPlaceholder);
+        break;
+    case Needed::FIRST_ITEMS:
+        ifThere(3 * PREFETCH_DISTANCE, whereItsItemsAre);
+        ifThere(2 * PREFETCH_DISTANCE, prefetchFirstItem);
+        break;
+    case Needed::OWNERS:
+        ifThere(3 * PREFETCH_DISTANCE, itself);
+        ifThere(2 * PREFETCH_DISTANCE, prefetchOwners);
+        break;
+    case Needed::EVERYTHING:
+        ifThere(3 * PREFETCH_DISTANCE, itself);
+        ifThere(2 * PREFETCH_DISTANCE, prefetchParts);
+        ifThere(PREFETCH_DISTANCE, prefetchTextsOf);
+        break;
+    }
+}
+
+void prefetchTexts(const ConversationItem& item)
+{
+    if (!item.participants().empty())
+    {
+        // They most likely lie in a row. Where they do not, something else is brought near, and no harm is done.
+        struct Texts
+        {
+            char bytes[3 * sizeof(std::string)];
+        };
+        prefetch(reinterpret_cast<const Texts&>(item.participants().front().firstNameText()));
+    }
 }
 } // namespace ConversationAPI

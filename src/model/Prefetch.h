@@ -12,14 +12,15 @@
 namespace ConversationAPI
 {
 class Conversation;
+class ConversationItem;
 
 /** How many things ahead. */
 constexpr std::size_t PREFETCH_DISTANCE = 4;
+constexpr std::size_t CACHE_LINE = 64;
 
 template <typename Thing>
 void prefetch(const Thing& thing)
 {
-    constexpr std::size_t CACHE_LINE = 64;
     const auto* bytes = reinterpret_cast<const char*>(&thing);
     for (std::size_t offset = 0; offset < sizeof thing; offset += CACHE_LINE)
     {
@@ -28,6 +29,25 @@ void prefetch(const Thing& thing)
     __builtin_prefetch(bytes + sizeof thing, 1); // things begin anywhere in a line, and what derives from them goes on
 }
 
+/** What the owners of a thing are counted in. */
+template <typename Thing>
+void prefetchBeginning(const Thing& thing)
+{
+    __builtin_prefetch(reinterpret_cast<const char*>(&thing), 1);
+}
+
+/** Of each conversation, by a walk. What else is brought near takes time and displaces other things. */
+enum class Needed
+{
+    PLACES,      ///< by what it is ordered
+    FIRST_ITEMS, ///< its initial item
+    OWNERS,      ///< itself, and who shares what it holds
+    EVERYTHING
+};
+
 /** For a walk that has come to this place. Conversations behind it are looked at, those before it may be gone. */
-void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place);
+void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Needed needed);
+
+/** The names of the first party of an item that is near. */
+void prefetchTexts(const ConversationItem& item);
 } // namespace ConversationAPI

@@ -139,6 +139,31 @@ TEST_F(ConversationListTest, APhantomThatLeavesIsForgotten)
     EXPECT_TRUE(list.empty());
 }
 
+/** Nobody has asked for a number yet when conversations that share some change and leave. */
+TEST_F(ConversationListTest, TheNumberIndexKnowsWhatHappenedBeforeItWasAsked)
+{
+    const auto withNumbers = [this](const std::string& mobile, const std::string& home)
+    {
+        Conversation* one = phone.conversation({phone.missed(1, "9")}).release();
+        one->setPhoneNumbers("", "", mobile, home, "9", CallPartyIdentifier::MOBILE);
+        list.push_back(one);
+        return one;
+    };
+    Conversation* lee = withNumbers("11", "12");
+    Conversation* fox = withNumbers("11", "13");
+    const Owned ray(withNumbers("12", "14"));
+    withNumbers("13", "15");
+    list.remove(fox);
+    list.pop(ray.get());
+    ray->saveMobileNumber("16");
+    lee->saveHomeNumber("14");
+    EXPECT_EQ(list.findByNumber("11"), nullptr) << "whoever leaves takes the numbers along that others lost to it";
+    EXPECT_EQ(list.findByNumber("12"), nullptr);
+    EXPECT_EQ(list.findByNumber("13"), list.atIndex(1));
+    EXPECT_EQ(list.findByNumber("14"), lee);
+    EXPECT_EQ(list.findByNumber("16"), nullptr);
+}
+
 TEST_F(ConversationListTest, TheNumberIndexFollowsTheConversations)
 {
     Conversation* lee = add(phone.missed(1, "11"));
