@@ -284,8 +284,8 @@ void IndexedConversations::refresh(Member& member)
     }
     const bool isPhantom = conversation.isPhantomConversation();
     reindex(byId_, member, member.idHash,
-            isPhantom ? SharedText(conversation.getConversationId()) : conversation.storedIdText());
-    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, conversation.exchangeContactIdText());
+            isPhantom ? hashOfText(conversation.getConversationId()) : conversation.storedIdText().hash());
+    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, conversation.exchangeContactIdText().hash());
     if (!member.callIds->empty() || member.isLive || !conversation.holdsOnlyPlainItems())
     {
         refreshCallIds(member);
@@ -293,9 +293,9 @@ void IndexedConversations::refresh(Member& member)
 }
 
 /** Of another key with the same hash the index would not know the difference. */
-void IndexedConversations::reindex(Index& index, Member& member, std::uint32_t& hash, const SharedText& newKey)
+void IndexedConversations::reindex(Index& index, Member& member, std::uint32_t& hash, std::uint32_t newHash)
 {
-    if (hash == newKey.hash())
+    if (hash == newHash)
     {
         return;
     }
@@ -303,7 +303,7 @@ void IndexedConversations::reindex(Index& index, Member& member, std::uint32_t& 
     {
         index.removeHash(hash, &member);
     }
-    hash = newKey.hash();
+    hash = newHash;
     if (hash != 0)
     {
         index.addHash(hash, &member);
@@ -360,8 +360,8 @@ void IndexedConversations::eraseContact(Index& index, Member& member)
 void IndexedConversations::forget(Member& member)
 {
     eraseContact(byNumber_, member);
-    reindex(byId_, member, member.idHash, {});
-    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, {});
+    reindex(byId_, member, member.idHash, 0);
+    reindex(byExchangeContactId_, member, member.exchangeContactIdHash, 0);
     forgetCallIds(member);
     unobserved_.erase(&member);
     anonymous_.erase(&member);

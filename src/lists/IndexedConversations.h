@@ -71,7 +71,7 @@ class IndexedConversations
 
     static void insertContact(Index& index, Member& member);
     static void eraseContact(Index& index, Member& member);
-    static void reindex(Index& index, Member& member, std::uint32_t& hash, const SharedText& newKey);
+    static void reindex(Index& index, Member& member, std::uint32_t& hash, std::uint32_t newHash);
 
     Member& newMember(Conversation* conversation, bool isObserved);
     void markStale(Member& member);
