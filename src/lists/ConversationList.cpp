@@ -5,27 +5,16 @@
 #include "ConversationAPI/ConversationIDCondition.h"
 #include "ConversationAPI/ConversationUnaryCondition.h"
 #include "ConversationAPI/WellKnownNames.h"
+#include "lists/AlphabeticalOrder.h"
 #include "lists/IndexedConversations.h"
 #include "lists/NumberIndex.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 
 namespace ConversationAPI
 {
-namespace
-{
-/** Characters compare as signed values: bytes of other letters than ASCII come before all ASCII ones. */
-bool precedesAlphabetically(const std::string& a, const std::string& b)
-{
-    const auto value = [](char c) { return static_cast<signed char>(std::tolower(static_cast<unsigned char>(c))); };
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [&value](char x, char y) { return value(x) < value(y); });
-}
-} // namespace
-
 ConversationList::ConversationList()
     : conversations_(std::make_unique<IndexedConversations>()), numbers_(std::make_unique<NumberIndex>())
 {
@@ -286,21 +275,7 @@ void ConversationList::sort()
 void ConversationList::sortAlphabetically()
 {
     const CriticalSection guard(lock_);
-    std::vector<std::pair<std::string, Conversation*>> named;
-    named.reserve(sequence().size());
-    for (Conversation* conversation : sequence())
-    {
-        named.emplace_back(conversation->getContactName(), conversation);
-    }
-    std::stable_sort(named.begin(), named.end(),
-                     [](const auto& a, const auto& b) { return precedesAlphabetically(a.first, b.first); });
-    std::vector<Conversation*> sorted;
-    sorted.reserve(named.size());
-    for (const auto& entry : named)
-    {
-        sorted.push_back(entry.second);
-    }
-    conversations_->reorder(sorted);
+    conversations_->reorder(inAlphabeticalOrder(sequence()));
 }
 
 ConversationList::ConversationSet ConversationList::asSet() const

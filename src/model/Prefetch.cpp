@@ -2,10 +2,22 @@
 
 #include "ConversationAPI/Conversation.h"
 
+#include <array>
+
 namespace ConversationAPI
 {
 namespace
 {
+void prefetchItself(const Conversation& far)
+{
+    prefetch(far);
+}
+
+void prefetchWhereItsItemsAre(const Conversation& far)
+{
+    prefetch(far.items());
+}
+
 /** What tells of a party begins in the third cache line of its item at the latest. */
 void prefetchFirstItem(const Conversation& near)
 {
@@ -59,6 +71,18 @@ void prefetchTextsOf(const Conversation& near)
         prefetchTexts(*near.itemAtHand());
     }
 }
+
+struct Steps
+{
+    void (*far)(const Conversation&);
+    void (*near)(const Conversation&); ///< of one that is near by then
+};
+
+/** By Needed. */
+constexpr std::array<Steps, 4> STEPS = {{{prefetchWhereItsItemsAre, prefetchPlaceholder},
+                                         {prefetchWhereItsItemsAre, prefetchFirstItem},
+                                         {prefetchItself, prefetchOwners},
+                                         {prefetchItself, prefetchParts}}};
 } // namespace
 
 /** Each step reads only what the one before has brought near. */
@@ -71,27 +95,12 @@ void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Nee
             use(*all[place + distance]);
         }
     };
-    const auto itself = [](const Conversation& far) { prefetch(far); };
-    const auto whereItsItemsAre = [](const Conversation& far) { prefetch(far.items()); };
-    switch (needed)
+    const Steps& steps = STEPS[static_cast<std::size_t>(needed)];
+    ifThere(3 * PREFETCH_DISTANCE, steps.far);
+    ifThere(2 * PREFETCH_DISTANCE, steps.near);
+    if (needed == Needed::EVERYTHING)
     {
-    case Needed::PLACES:
-        ifThere(3 * PREFETCH_DISTANCE, whereItsItemsAre);
-        ifThere(2 * PREFETCH_DISTANCE, prefetchPlaceholder);
-        break;
-    case Needed::FIRST_ITEMS:
-        ifThere(3 * PREFETCH_DISTANCE, whereItsItemsAre);
-        ifThere(2 * PREFETCH_DISTANCE, prefetchFirstItem);
-        break;
-    case Needed::OWNERS:
-        ifThere(3 * PREFETCH_DISTANCE, itself);
-        ifThere(2 * PREFETCH_DISTANCE, prefetchOwners);
-        break;
-    case Needed::EVERYTHING:
-        ifThere(3 * PREFETCH_DISTANCE, itself);
-        ifThere(2 * PREFETCH_DISTANCE, prefetchParts);
         ifThere(PREFETCH_DISTANCE, prefetchTextsOf);
-        break;
     }
 }
 
