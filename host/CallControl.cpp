@@ -13,7 +13,7 @@ using ConversationAPI::ActiveCall;
 
 namespace
 {
-constexpr const char* LOG_FILE = "./host/CallControl";
+constexpr const char* CALL_CONTROL_LOG_FILE = "./host/CallControl";
 
 bool isSpoken(ActiveCall::activeCallState state)
 {
@@ -56,7 +56,7 @@ void CallControl::callReported(const ActiveCall& call)
 {
     if (call.getCallId().empty())
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A call without an id was reported");
+        logAppOrv("Host", CALL_CONTROL_LOG_FILE, 2, __LINE__, "A call without an id was reported");
         return;
     }
     const auto added = calls_.emplace(call.getCallId(), Call{call, call.getState(), false, currentTime(nullptr), 0});

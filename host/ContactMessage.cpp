@@ -12,7 +12,7 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/ContactMessage";
+constexpr const char* CONTACT_MESSAGE_LOG_FILE = "./host/ContactMessage";
 
 constexpr const char* SCHEMA = "Schema";
 constexpr const char* SCHEMA_NAME = "PhoneBook";
@@ -29,7 +29,7 @@ constexpr unsigned PARSING = pugi::parse_cdata | pugi::parse_ws_pcdata_single;
 void logRefusal(const std::string& xml, const char* why)
 {
     const std::string format = std::string("A message of %zu bytes to the phonebook is refused: ") + why;
-    logAppOrv("Host", LOG_FILE, 2, __LINE__, format.c_str(), xml.size());
+    logAppOrv("Host", CONTACT_MESSAGE_LOG_FILE, 2, __LINE__, format.c_str(), xml.size());
 }
 
 /** By the rules of those who read the phonebook's messages: an escape that stands for no character, as that of NUL,
@@ -60,8 +60,8 @@ std::string textOf(pugi::xml_node element)
     element.traverse(gatherer);
     if (gatherer.hasElements)
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "A contact's %s has elements inside, of which the text is kept",
-                  element.name());
+        logAppOrv("Host", CONTACT_MESSAGE_LOG_FILE, 3, __LINE__,
+                  "A contact's %s has elements inside, of which the text is kept", element.name());
     }
     return gatherer.text;
 }
@@ -83,8 +83,8 @@ ContactMessage readEntry(pugi::xml_node entry)
     const std::ptrdiff_t surplus = std::distance(entry.begin(), entry.end()) - used;
     if (surplus != 0)
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "%td elements of a contact are passed over: not known, or there twice",
-                  surplus);
+        logAppOrv("Host", CONTACT_MESSAGE_LOG_FILE, 3, __LINE__,
+                  "%td elements of a contact are passed over: not known, or there twice", surplus);
     }
     return message;
 }
@@ -140,7 +140,8 @@ std::optional<ContactMessage> parseContactMessage(const std::string& xml, const 
     const pugi::xml_node entry = schema.child(ENTRY);
     if (entry.next_sibling(ENTRY))
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "Of a message with several contacts only the first one is taken");
+        logAppOrv("Host", CONTACT_MESSAGE_LOG_FILE, 2, __LINE__,
+                  "Of a message with several contacts only the first one is taken");
     }
     return readEntry(entry);
 }

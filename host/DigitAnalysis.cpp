@@ -20,7 +20,7 @@ using i18n::phonenumbers::PhoneNumber;
 using i18n::phonenumbers::PhoneNumberUtil;
 using i18n::phonenumbers::ShortNumberInfo;
 
-constexpr const char* LOG_FILE = "./host/DigitAnalysis";
+constexpr const char* DIGIT_ANALYSIS_LOG_FILE = "./host/DigitAnalysis";
 constexpr std::size_t LONGEST_DIAL_STRING = 64;
 constexpr std::size_t CACHE_CAPACITY = 20'000;
 constexpr std::string_view SEPARATORS = " \t-/.()";
@@ -147,13 +147,13 @@ DigitAnalysis::Impl::Impl(const DigitAnalysisSettings& settings)
     setRegion(settings.region);
     if (!isAllDigits(outsideLinePrefix_))
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The outside-line prefix '%s' is no number",
+        logAppOrv("Host", DIGIT_ANALYSIS_LOG_FILE, 2, __LINE__, "The outside-line prefix '%s' is no number",
                   outsideLinePrefix_.c_str());
         outsideLinePrefix_.clear();
     }
     if (!isAllDigits(areaCode_))
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The area code '%s' is no number", areaCode_.c_str());
+        logAppOrv("Host", DIGIT_ANALYSIS_LOG_FILE, 2, __LINE__, "The area code '%s' is no number", areaCode_.c_str());
         areaCode_.clear();
     }
     if (!trunkPrefix_.empty() && startsWith(areaCode_, trunkPrefix_))
@@ -171,8 +171,8 @@ void DigitAnalysis::Impl::setRegion(const std::string& region)
     util_.GetSupportedRegions(&known);
     if (known.count(code) == 0)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "No telephone region '%s'; national numbers stay as they are",
-                  region.c_str());
+        logAppOrv("Host", DIGIT_ANALYSIS_LOG_FILE, 2, __LINE__,
+                  "No telephone region '%s'; national numbers stay as they are", region.c_str());
         return;
     }
     region_ = code;

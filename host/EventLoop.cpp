@@ -10,7 +10,7 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/EventLoop";
+constexpr const char* EVENT_LOOP_LOG_FILE = "./host/EventLoop";
 constexpr std::int64_t LONGEST_DELAY_MS = std::int64_t{100} * 366 * 24 * 60 * 60 * 1000;
 
 thread_local EventLoop* currentLoop = nullptr;
@@ -92,11 +92,11 @@ void EventLoop::run(const Task& task)
     }
     catch (const std::exception& problem)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A task failed: '%s'", problem.what());
+        logAppOrv("Host", EVENT_LOOP_LOG_FILE, 2, __LINE__, "A task failed: '%s'", problem.what());
     }
     catch (...)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A task failed with an exception of unknown type");
+        logAppOrv("Host", EVENT_LOOP_LOG_FILE, 2, __LINE__, "A task failed with an exception of unknown type");
     }
 }
 } // namespace Host

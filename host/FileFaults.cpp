@@ -17,7 +17,7 @@ namespace
 {
 namespace fs = std::filesystem;
 
-constexpr const char* LOG_FILE = "./host/FileFaults";
+constexpr const char* FILE_FAULTS_LOG_FILE = "./host/FileFaults";
 
 /** Where every new file is damaged at once, the disk must not fill up with them. */
 constexpr int MOST_SET_ASIDE = 3;
@@ -114,13 +114,13 @@ void FileFaults::log(int level, const std::string& what) const
     std::string format = std::string("The ") + wording_.file + " file '" + file_.string() + "' " + what;
     boost::algorithm::replace_all(format, "%", "%%");
     format += " (%d)";
-    logAppOrv("Host", LOG_FILE, level, __LINE__, format.c_str(), static_cast<int>(fault_));
+    logAppOrv("Host", FILE_FAULTS_LOG_FILE, level, __LINE__, format.c_str(), static_cast<int>(fault_));
 }
 
 void FileFaults::logNoCheckpoint(const char* reason) const
 {
     const std::string format = std::string("No checkpoint of the ") + wording_.file + " file: %s";
-    logAppOrv("Host", LOG_FILE, 3, __LINE__, format.c_str(), reason);
+    logAppOrv("Host", FILE_FAULTS_LOG_FILE, 3, __LINE__, format.c_str(), reason);
 }
 
 std::string FileFaults::problem() const

@@ -19,17 +19,17 @@ namespace
 using Info = MissedCallItem::MissedCallInfo;
 using Observer = JournalServiceObserverIfc;
 
-constexpr const char* LOG_FILE = "./host/Journal";
-constexpr std::size_t LONGEST_TEXT = 1000;
+constexpr const char* JOURNAL_LOG_FILE = "./host/Journal";
+constexpr std::size_t LONGEST_FIELD = 1000;
 
 std::string bounded(const std::string& text)
 {
-    if (text.size() <= LONGEST_TEXT)
+    if (text.size() <= LONGEST_FIELD)
     {
         return text;
     }
-    logAppOrv("Host", LOG_FILE, 3, __LINE__, "A text of %zu bytes is cut for the journal", text.size());
-    return cutUtf8(text, LONGEST_TEXT);
+    logAppOrv("Host", JOURNAL_LOG_FILE, 3, __LINE__, "A text of %zu bytes is cut for the journal", text.size());
+    return cutUtf8(text, LONGEST_FIELD);
 }
 
 JournalCall bounded(const JournalCall& call)

@@ -13,7 +13,7 @@ namespace
 {
 using Info = MissedCallItem::MissedCallInfo;
 
-constexpr const char* LOG_FILE = "./host/JournalEntries";
+constexpr const char* JOURNAL_ENTRIES_LOG_FILE = "./host/JournalEntries";
 constexpr std::int64_t UNREADABLE = std::numeric_limits<std::int64_t>::min(); // older than all others
 
 /** The zone may be absent, and is then UTC, as it is for whoever shows the call. */
@@ -141,7 +141,7 @@ JournalEntries::Changes JournalEntries::add(const JournalCall& call)
     JournalEntry::Call timed(call);
     if (timed.instant == UNREADABLE)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A call of the journal has no readable time: '%s'",
+        logAppOrv("Host", JOURNAL_ENTRIES_LOG_FILE, 2, __LINE__, "A call of the journal has no readable time: '%s'",
                   call.info.getCallTime().c_str());
     }
     if (isNew)

@@ -12,18 +12,19 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/LdapDirectory";
-constexpr std::size_t LONGEST_TEXT = 256;
+constexpr const char* LDAP_DIRECTORY_LOG_FILE = "./host/LdapDirectory";
+constexpr std::size_t LONGEST_QUERY = 256;
 
 /** The worker ends a search when its time has passed; this is for when it hangs, and so comes a little later. */
 constexpr std::chrono::milliseconds GRACE{500};
 
 bool isSearchable(const std::string& text)
 {
-    if (text.size() > LONGEST_TEXT || !isUtf8(text))
+    if (text.size() > LONGEST_QUERY || !isUtf8(text))
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "No directory is searched for a text of %zu bytes: it is %s",
-                  text.size(), text.size() > LONGEST_TEXT ? "too long" : "no UTF-8");
+        logAppOrv("Host", LDAP_DIRECTORY_LOG_FILE, 3, __LINE__,
+                  "No directory is searched for a text of %zu bytes: it is %s", text.size(),
+                  text.size() > LONGEST_QUERY ? "too long" : "no UTF-8");
         return false;
     }
     return !text.empty();

@@ -20,7 +20,7 @@ namespace
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-constexpr const char* LOG_FILE = "./host/LdapSettings";
+constexpr const char* LDAP_SETTINGS_LOG_FILE = "./host/LdapSettings";
 constexpr int SHORTEST_TIMEOUT_MS = 100;
 constexpr int LONGEST_TIMEOUT_MS = 60'000;
 constexpr int HIGHEST_RESULT_LIMIT = 10'000;
@@ -280,12 +280,13 @@ void warnOfOpenPassword(const fs::path& file, const LdapSettings& settings)
     }
     if (!settings.usesTls() && settings.url.rfind("ldapi:", 0) != 0)
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "The password of the directory goes over the network in the clear");
+        logAppOrv("Host", LDAP_SETTINGS_LOG_FILE, 3, __LINE__,
+                  "The password of the directory goes over the network in the clear");
     }
     std::error_code error;
     if ((fs::status(file, error).permissions() & fs::perms::others_read) != fs::perms::none && !error)
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "Everybody can read the password in '%s'", file.c_str());
+        logAppOrv("Host", LDAP_SETTINGS_LOG_FILE, 3, __LINE__, "Everybody can read the password in '%s'", file.c_str());
     }
 }
 } // namespace
@@ -309,7 +310,7 @@ std::optional<LdapSettings> LdapSettings::read(const fs::path& file, std::string
         // The fault names nobody, and would be hidden as an argument.
         const std::string format = "The directory's settings '%s' cannot be used: " +
                                    boost::replace_all_copy(std::string(fault.what()), "%", "%%");
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, format.c_str(), file.c_str());
+        logAppOrv("Host", LDAP_SETTINGS_LOG_FILE, 2, __LINE__, format.c_str(), file.c_str());
         return std::nullopt;
     }
 }

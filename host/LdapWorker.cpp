@@ -10,7 +10,7 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/LdapWorker";
+constexpr const char* LDAP_WORKER_LOG_FILE = "./host/LdapWorker";
 
 /** Servers and routers drop connections that are idle for long, and not all of them tell the other side. */
 constexpr std::chrono::seconds LONGEST_IDLE{30};
@@ -129,7 +129,7 @@ void LdapWorker::note(int result)
     }
     if (result == LDAP_SIZELIMIT_EXCEEDED)
     {
-        logAppOrv("Host", LOG_FILE, 5, __LINE__, "The directory found more entries than are wanted");
+        logAppOrv("Host", LDAP_WORKER_LOG_FILE, 5, __LINE__, "The directory found more entries than are wanted");
         result = LDAP_SUCCESS;
     }
     const bool isNews = std::exchange(problem_, result) != result;
@@ -138,12 +138,12 @@ void LdapWorker::note(int result)
         // libldap's text names nobody, and would be hidden as an argument.
         const std::string format =
             std::string("The search in the directory '%s' failed: ") + ldap_err2string(result) + " (%d) %s";
-        logAppOrv("Host", LOG_FILE, isNews ? 2 : 5, __LINE__, format.c_str(), settings_.url.c_str(), result,
+        logAppOrv("Host", LDAP_WORKER_LOG_FILE, isNews ? 2 : 5, __LINE__, format.c_str(), settings_.url.c_str(), result,
                   diagnosis_.c_str());
     }
     else if (isNews)
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "The directory '%s' answers again", settings_.url.c_str());
+        logAppOrv("Host", LDAP_WORKER_LOG_FILE, 3, __LINE__, "The directory '%s' answers again", settings_.url.c_str());
     }
 }
 } // namespace Host

@@ -13,7 +13,7 @@ namespace Host
 namespace
 {
 constexpr int WIDEST = 512;
-constexpr std::size_t LONGEST_TEXT = 16384;
+constexpr std::size_t LONGEST_ARGUMENT = 16384;
 
 bool isOneOf(char character, std::string_view set)
 {
@@ -256,10 +256,10 @@ void Formatter::writeText(const Conversion& conversion)
     // A text with a precision need not be terminated.
     const std::size_t size = conversion.precision ? strnlen(argument, static_cast<std::size_t>(*conversion.precision))
                                                   : std::strlen(argument);
-    std::string text = filter_(std::string_view(argument, std::min(size, LONGEST_TEXT)));
-    if (size > LONGEST_TEXT)
+    std::string text = filter_(std::string_view(argument, std::min(size, LONGEST_ARGUMENT)));
+    if (size > LONGEST_ARGUMENT)
     {
-        text += "...(" + std::to_string(size - LONGEST_TEXT) + " bytes more)";
+        text += "...(" + std::to_string(size - LONGEST_ARGUMENT) + " bytes more)";
     }
     pad(conversion, text);
 }

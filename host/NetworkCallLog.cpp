@@ -8,7 +8,7 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/NetworkCallLog";
+constexpr const char* NETWORK_CALLS_LOG_FILE = "./host/NetworkCallLog";
 
 using Kind = NetworkCallLogEntry::Kind;
 
@@ -91,8 +91,8 @@ bool NetworkCallLog::add(const NetworkCallLogEntry& entry)
 {
     if (entry.callLogId.empty())
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "An entry of the network's call log has no id, number '%s'",
-                  entry.number.c_str());
+        logAppOrv("Host", NETWORK_CALLS_LOG_FILE, 2, __LINE__,
+                  "An entry of the network's call log has no id, number '%s'", entry.number.c_str());
         return false;
     }
     const auto same = std::find_if(entries_.begin(), entries_.end(), isEntry(entry.kind, entry.callLogId));
@@ -154,7 +154,7 @@ void NetworkCallLog::deleteCallLogEntry(const std::string& path)
         erase(found);
         return;
     }
-    logAppOrv("Host", LOG_FILE, 2, __LINE__, "The network's call log has no entry '%s'", path.c_str());
+    logAppOrv("Host", NETWORK_CALLS_LOG_FILE, 2, __LINE__, "The network's call log has no entry '%s'", path.c_str());
 }
 
 std::size_t NetworkCallLog::numberOf(Kind kind) const

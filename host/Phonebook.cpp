@@ -18,7 +18,7 @@ namespace
 {
 using Observer = DirectoryServiceObserverIfc;
 
-constexpr const char* LOG_FILE = "./host/Phonebook";
+constexpr const char* PHONEBOOK_LOG_FILE = "./host/Phonebook";
 
 /** Drawn at random: none comes twice, whichever of the phonebook's files is in reach. */
 std::string newId()
@@ -109,7 +109,7 @@ bool Phonebook::write(const std::string& xml, bool notify)
     }
     if (!namesSomebody(message->values))
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A contact of which nothing is told is not stored");
+        logAppOrv("Host", PHONEBOOK_LOG_FILE, 2, __LINE__, "A contact of which nothing is told is not stored");
         return false;
     }
     contacts_->put(id, std::move(message->values));
@@ -146,7 +146,7 @@ void Phonebook::deleteContact(const std::string& contactId)
     const std::string id = contactId; // observers may change what it refers to
     if (!contacts_->remove(id))
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "There is no contact %s to delete", id.c_str());
+        logAppOrv("Host", PHONEBOOK_LOG_FILE, 3, __LINE__, "There is no contact %s to delete", id.c_str());
         return;
     }
     settle(id, {[id](Observer& observer) { observer.contactDeleted(id); }});

@@ -6,7 +6,7 @@ namespace DisplayAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/Timer";
+constexpr const char* TIMER_LOG_FILE = "./host/Timer";
 }
 
 class Timer::Impl
@@ -40,7 +40,7 @@ void Timer::Impl::start(int interval)
     Host::EventLoop* loop = Host::EventLoop::current();
     if (loop == nullptr)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "Timer[%p] stays idle: this thread has no event loop",
+        logAppOrv("Host", TIMER_LOG_FILE, 2, __LINE__, "Timer[%p] stays idle: this thread has no event loop",
                   static_cast<void*>(&owner_));
         return;
     }

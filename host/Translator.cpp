@@ -20,7 +20,7 @@ namespace
 namespace fs = std::filesystem;
 using Messages = boost::locale::message_format<char>;
 
-constexpr const char* LOG_FILE = "./host/Translator";
+constexpr const char* TRANSLATOR_LOG_FILE = "./host/Translator";
 constexpr const char* FALLBACK_LANGUAGE = "en";
 constexpr const char* DOMAIN = "conversation";
 constexpr std::string_view PREFIX = "Conv.List.TimeSt.";
@@ -88,11 +88,11 @@ Translator::Translator(const std::string& language, const std::string& directory
     {
         return;
     }
-    logAppOrv("Host", LOG_FILE, 3, __LINE__, "No catalogue for language '%s' in '%s', taking English", language.c_str(),
-              directory.c_str());
+    logAppOrv("Host", TRANSLATOR_LOG_FILE, 3, __LINE__, "No catalogue for language '%s' in '%s', taking English",
+              language.c_str(), directory.c_str());
     if (!load(FALLBACK_LANGUAGE, directory))
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "No English catalogue in '%s'", directory.c_str());
+        logAppOrv("Host", TRANSLATOR_LOG_FILE, 2, __LINE__, "No English catalogue in '%s'", directory.c_str());
     }
 }
 
@@ -117,7 +117,8 @@ bool Translator::load(const std::string& language, const std::string& directory)
     }
     catch (const std::exception& problem)
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The catalogue '%s' cannot be read: %s", path.c_str(), problem.what());
+        logAppOrv("Host", TRANSLATOR_LOG_FILE, 2, __LINE__, "The catalogue '%s' cannot be read: %s", path.c_str(),
+                  problem.what());
         return false;
     }
     language_ = language;
@@ -138,7 +139,7 @@ std::string Translator::translate(const TranslationInfo& info)
     }
     catch (const std::exception& problem) // a damaged catalogue may only show it here
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "The catalogue is damaged: %s", problem.what());
+        logAppOrv("Host", TRANSLATOR_LOG_FILE, 2, __LINE__, "The catalogue is damaged: %s", problem.what());
         return untranslated(info);
     }
 }

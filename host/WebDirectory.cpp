@@ -9,7 +9,7 @@ namespace Host
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./host/WebDirectory";
+constexpr const char* WEB_DIRECTORY_LOG_FILE = "./host/WebDirectory";
 
 bool isNoDigit(char character)
 {
@@ -32,7 +32,7 @@ bool WebDirectory::put(const WSIItem& contact)
 {
     if (contact.id.empty())
     {
-        logAppOrv("Host", LOG_FILE, 2, __LINE__, "A contact without an id is not kept");
+        logAppOrv("Host", WEB_DIRECTORY_LOG_FILE, 2, __LINE__, "A contact without an id is not kept");
         return false;
     }
     WSIItem kept = contact;
@@ -84,7 +84,7 @@ void WebDirectory::deleteItem(const std::string& id)
     const auto known = find(id);
     if (known == contacts_.end())
     {
-        logAppOrv("Host", LOG_FILE, 3, __LINE__, "There is no contact %s to delete", id.c_str());
+        logAppOrv("Host", WEB_DIRECTORY_LOG_FILE, 3, __LINE__, "There is no contact %s to delete", id.c_str());
         return;
     }
     contacts_.erase(known);

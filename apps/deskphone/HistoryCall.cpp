@@ -22,7 +22,7 @@ CallPartyIdentifier partyOf(const std::string& first, const std::string& last, c
 }
 
 /** Of "2:5". */
-long secondsOf(const std::string& duration)
+long durationInSeconds(const std::string& duration)
 {
     const std::size_t colon = duration.find(':');
     return colon == std::string::npos
@@ -43,8 +43,9 @@ void readMissed(EventFields& fields, HistoryCall& call)
 HistoryCall::HistoryCall(const JournalCall& call)
     : kind(call.kind),
       party(partyOf(call.firstName, call.surname, call.info.getRemoteNumber(), call.info.getNumberType())),
-      time(parseMoment(call.info.getCallTime()).value_or(0)), durationSeconds(secondsOf(call.info.getDuration())),
-      seen(call.info.getViewed()), answeredElsewhere(call.info.getAnswered()), groupName(call.info.getGroupName()),
+      time(parseMoment(call.info.getCallTime()).value_or(0)),
+      durationSeconds(durationInSeconds(call.info.getDuration())), seen(call.info.getViewed()),
+      answeredElsewhere(call.info.getAnswered()), groupName(call.info.getGroupName()),
       groupNumber(call.info.getGroupNumber())
 {
     const CallPartyIdentifier redirecting =

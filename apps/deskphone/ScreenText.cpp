@@ -17,7 +17,7 @@ constexpr std::size_t NEW_COLUMNS = 8; ///< " (1 new)"
 constexpr std::size_t ID_COLUMNS = 9;  ///< a short id and two blanks
 
 // The mark, the direction, and a blank behind each column but the last.
-constexpr std::size_t NAME_COLUMNS =
+constexpr std::size_t ROW_NAME_COLUMNS =
     SCREEN_COLUMNS - 4 - NUMBER_COLUMNS - STATE_COLUMNS - WHEN_COLUMNS - ITEMS_COLUMNS - NEW_COLUMNS - 4;
 
 constexpr const char* MARGIN = "  "; ///< to the left of all columns
@@ -229,7 +229,7 @@ void printScreen(std::ostream& stream, const ScreenTitle& title, const std::vect
     {
         // A party without a name is shown by its number, as on any telephone.
         stream << MARGIN << markOf(row) << ' ' << arrowOf(row.direction) << ' '
-               << leftAligned(row.name.empty() ? row.number : row.name, NAME_COLUMNS) << ' '
+               << leftAligned(row.name.empty() ? row.number : row.name, ROW_NAME_COLUMNS) << ' '
                << leftAligned(besideName(row), NUMBER_COLUMNS) << ' ' << leftAligned(stateOrFinder(row), STATE_COLUMNS)
                << ' ' << leftAligned(row.when, WHEN_COLUMNS) << ' ' << countsOf(row, withIds)
                << (withIds ? "  " + row.shortId : "") << '\n';

@@ -123,17 +123,20 @@ void CombinedRows::update(Conversation& update)
     const auto match = findMatchingConversation(update);
     if (!match.first)
     {
-        CONVERSATION_LOG(5, "conversationUpdated() creating new conversation for conversation.getCallId()='%s'",
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
+                         "conversationUpdated() creating new conversation for conversation.getCallId()='%s'",
                          update.getCallId().c_str());
         createNewConversation(update);
         return;
     }
-    CONVERSATION_LOG(5, "conversationUpdated() merging conversation for conversation.getCallId()='%s'",
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
+                     "conversationUpdated() merging conversation for conversation.getCallId()='%s'",
                      update.getCallId().c_str());
     Conversation* existing = list_.atIndex(match.second);
     if (!existing)
     {
-        CONVERSATION_LOG(2, "index should point to existing conversation, but it's NULL (doing nothing)");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 2,
+                         "index should point to existing conversation, but it's NULL (doing nothing)");
     }
     else if (phantom_.needsCreatingNewPhantomConversation(*existing, update))
     {
@@ -153,7 +156,7 @@ std::pair<Conversation*, unsigned> CombinedRows::findMatchingConversation(const 
 /** A contact that is new in the list may still join rows that other numbers of it have. */
 void CombinedRows::createNewConversation(Conversation& update)
 {
-    CONVERSATION_LOG(6, "createNewConversation clone");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "createNewConversation clone");
     Conversation* created = update.clone();
     takeContactOfNumber(list_, *created);
     list_.push_back(created);
@@ -188,7 +191,7 @@ void CombinedRows::mergeUpdate(Conversation& existing, Conversation& update)
     Gathered gathered;
     if (update.getContactSource() == Conversation::DIRECTORY_CONTACT)
     {
-        CONVERSATION_LOG(5, "conversationUpdated() merging conversation from directory src");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "conversationUpdated() merging conversation from directory src");
     }
     if (update.getContactSource() != Conversation::NO_CONTACT)
     {
@@ -213,7 +216,8 @@ void CombinedRows::mergeIntoExistingConversation(Conversation& existing, Convers
     {
         round_.rebuild(true); // its other items stand in a conversation of the former id, which would not find the row
     }
-    CONVERSATION_LOG(3, "mergeIntoExistingConversation %d orphan item(s) found", static_cast<int>(orphans.size()));
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 3, "mergeIntoExistingConversation %d orphan item(s) found",
+                     static_cast<int>(orphans.size()));
     for (ConversationItem* orphan : orphans)
     {
         // A call goes on, whatever numbers another call of the party brings; a contact knows its own numbers.
@@ -310,7 +314,7 @@ void CombinedRows::finishUpdate(Conversation* updated, Conversation& update, con
 /** What history the update has is the root's, as it is when the phantom is updated. */
 void CombinedRows::createPhantomConversation(Conversation& existing, const Conversation& update)
 {
-    CONVERSATION_LOG(6, "createPhantomConversation clone");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "createPhantomConversation clone");
     Conversation* phantom = update.clone();
     list_.push_back(phantom);
     const std::unique_ptr<Conversation> rest = phantom_.makePhantom(phantom);
@@ -340,7 +344,7 @@ std::unique_ptr<Conversation> CombinedRows::updateUsingPhantomConversation(Conve
         target = phantom;
         return nullptr;
     }
-    CONVERSATION_LOG(6, "updateUsingPhantomConversation clone");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "updateUsingPhantomConversation clone");
     std::unique_ptr<Conversation> replacement = PhantomCalls::giveCallTo(*phantom, update, phantom->getCallId());
     list_.sort();
     observers_.updatedAndMoved(phantom);
@@ -351,7 +355,7 @@ void CombinedRows::removeActiveItemForCall(const std::string& callId, const Conv
 {
     const NotificationRound::Scope round(round_);
     const std::string id = callId;
-    CONVERSATION_LOG(5, "removeActiveItemForCall() callId='%s'", id.c_str());
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "removeActiveItemForCall() callId='%s'", id.c_str());
     temporaries_.removeCall(id);
     const auto [row, index] = findRowOfCall(list_, id);
     if (!row)
@@ -370,7 +374,7 @@ void CombinedRows::removeActiveItemForCall(const std::string& callId, const Conv
     {
         return;
     }
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
                      "\tremoveActiveItemForCall() c->getConversationItemsSize()=%d getSource=%p source=%p  "
                      "c->toString()='%s'",
                      static_cast<int>(row->getConversationItemsSize()), static_cast<void*>(row->getSource()),
@@ -378,7 +382,7 @@ void CombinedRows::removeActiveItemForCall(const std::string& callId, const Conv
     if (row->getConversationItemsSize() == 0 &&
         (phantomGoes || goesWithLastItem(*row, source) || hasContactRowBeside(*row)))
     {
-        CONVERSATION_LOG(5, "removeActiveItemForCall() conversation %s will be deleted",
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "removeActiveItemForCall() conversation %s will be deleted",
                          row->getShortConversationId().c_str());
         notifyObserversOfConversationDeleted(row);
         if (row->getConversationItemsSize() == 0)
@@ -445,10 +449,12 @@ void CombinedRows::settleRowAfterCall(Conversation* row)
     Conversation* match = list_.contains(row) ? findMatchingConversation(*row).first : nullptr;
     if (!match)
     {
-        CONVERSATION_LOG(2, "removeActiveItemForCall() findMatchingConversation returned NULL !!!");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 2,
+                         "removeActiveItemForCall() findMatchingConversation returned NULL !!!");
         return;
     }
-    CONVERSATION_LOG(5, "removeActiveItemForCall() notifyObserversOfConversationUpdatedAndMoved()");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
+                     "removeActiveItemForCall() notifyObserversOfConversationUpdatedAndMoved()");
     if (match != row)
     {
         observers_.updatedAndMoved(row);

@@ -74,7 +74,8 @@ ContactRegrouping::UniqueConversationList ContactRegrouping::findConversationsOf
     {
         if (found && found != &contact && !isOfOtherContact(*found, contact))
         {
-            CONVERSATION_LOG(6, format, static_cast<void*>(found), found->getConversationId().c_str());
+            CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, format, static_cast<void*>(found),
+                             found->getConversationId().c_str());
             all.push_back(found);
         }
     };
@@ -94,11 +95,12 @@ void ContactRegrouping::conversationUpdatedByNumber(Conversation& contact, const
                                        [](const Conversation* one) { return !one->extraActiveConversation(); });
     const bool hasOwnConversation = firstOwn != found.end();
     Conversation* root = hasOwnConversation ? *firstOwn : found.at(0);
-    CONVERSATION_LOG(6, "conversationUpdatedByNumber root=%p, rootid=%s", static_cast<void*>(root),
-                     root->getConversationId().c_str());
-    CONVERSATION_LOG(6, "merge converationItems with new contact");
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "conversationUpdatedByNumber root=%p, rootid=%s",
+                     static_cast<void*>(root), root->getConversationId().c_str());
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "merge converationItems with new contact");
     const std::vector<Conversation*> united = mergeWithContact(contact, found, hasOwnConversation);
-    CONVERSATION_LOG(6, "group converationItems that are now assciated together because of the new contact");
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6,
+                     "group converationItems that are now assciated together because of the new contact");
     groupAround(root, united);
     if (conversations_.contains(root) && root->getConversationItemsSize() == 0)
     {

@@ -104,15 +104,15 @@ void ConversationAggregator::notifyObserversOfConversationsChanged()
     {
         return;
     }
-    CONVERSATION_LOG(5, "notifyObserversOfConversationsChanged() IN");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "notifyObserversOfConversationsChanged() IN");
     if (sortType_ == ALPHABETICALLY)
     {
         list_->sortAlphabetically();
-        CONVERSATION_LOG(5, "notifyObserversOfConversationsChanged() sorted");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "notifyObserversOfConversationsChanged() sorted");
     }
     observers_->listChanged();
     list_->clearModifiedConversations();
-    CONVERSATION_LOG(5, "notifyObserversOfConversationsChanged() OUT");
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "notifyObserversOfConversationsChanged() OUT");
 }
 
 void ConversationAggregator::conversationsChanged()
@@ -157,7 +157,7 @@ void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged,
     for (std::size_t place = 0; place < unmerged.size(); ++place)
     {
         prefetchAhead(unmerged, place, Needed::OWNERS);
-        CONVERSATION_LOG(6, "copyUnmergedConversationsInto clone");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "copyUnmergedConversationsInto clone");
         ids.add(unmerged[place]->storedIdText());
         list_->push_back(unmerged[place]->clone());
     }
@@ -170,7 +170,7 @@ void ConversationAggregator::conversationUpdated(Conversation* conversation)
         return;
     }
     const NotificationRound::Scope round(round_);
-    CONVERSATION_LOG(5, "conversationUpdated() for conversation.getCallId()='%s', updateReason=%d",
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "conversationUpdated() for conversation.getCallId()='%s', updateReason=%d",
                      conversation->getCallId().c_str(), static_cast<int>(conversation->getUpdateReason()));
     if (conversation->getUpdateReason() == Conversation::PRESENCE_UPDATED)
     {
@@ -205,7 +205,8 @@ void ConversationAggregator::updatePresence(const Conversation& update)
 
 void ConversationAggregator::updateSourcesWithContact(Conversation& contact)
 {
-    CONVERSATION_LOG(4, "conversationUpdated DIRECTORY svc source conversation. Updating %d source(s)",
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 4,
+                     "conversationUpdated DIRECTORY svc source conversation. Updating %d source(s)",
                      static_cast<int>(sources_->size()));
     sources_->forEach([&contact](ConversationSourceIfc& source) { source.conversationUpdated(&contact); });
     if (rows_->isAnyLive())
@@ -222,7 +223,8 @@ void ConversationAggregator::voiceMailChanged(const std::string& oldNumber, cons
 {
     const std::string before = oldNumber;
     const std::string after = newNumber;
-    CONVERSATION_LOG(5, "voiceMailChanged() - old number = [%s], new number = [%s]", before.c_str(), after.c_str());
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "voiceMailChanged() - old number = [%s], new number = [%s]",
+                     before.c_str(), after.c_str());
     if (before == after)
     {
         return;
@@ -238,7 +240,8 @@ void ConversationAggregator::removeConversationWithNumber(const std::string& num
     Conversation* row = number.empty() ? nullptr : list_->find(HasConversationAnyNumberMatchingCondition(number));
     if (row)
     {
-        CONVERSATION_LOG(5, "removeConversationWithNumber() - Conversation found for number = [%s]", number.c_str());
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
+                         "removeConversationWithNumber() - Conversation found for number = [%s]", number.c_str());
         rows_->removeRow(row);
     }
 }
@@ -293,7 +296,7 @@ bool ConversationAggregator::hasConversationWithConversationId(const std::string
 
 Conversation* ConversationAggregator::getConversationByConversationID(const std::string& conversationId)
 {
-    CONVERSATION_LOG(5, "getConversationByConversationID %s", conversationId.c_str());
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "getConversationByConversationID %s", conversationId.c_str());
     return findConversation(conversationId);
 }
 
@@ -326,11 +329,12 @@ Conversation* ConversationAggregator::getConversationThatHasAnyNumberMatching(co
     Conversation* found = number.empty() ? nullptr : list_->find(HasConversationAnyNumberMatchingCondition(number));
     if (!found)
     {
-        CONVERSATION_LOG(5, "getConversationThatHasAnyNumberMatching() - No conversation found");
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "getConversationThatHasAnyNumberMatching() - No conversation found");
     }
     else
     {
-        CONVERSATION_LOG(5, "getConversationThatHasAnyNumberMatching() - Found matching conversation short id = %s",
+        CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5,
+                         "getConversationThatHasAnyNumberMatching() - Found matching conversation short id = %s",
                          found->getShortConversationId().c_str());
     }
     return found;
@@ -343,7 +347,7 @@ Conversation* ConversationAggregator::findConversation(const std::string& conver
         return nullptr;
     }
     const std::string id = conversationId;
-    CONVERSATION_LOG(5, "findConversation %s", id.c_str());
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "findConversation %s", id.c_str());
     if (Conversation* row = findRowById(*list_, id))
     {
         Conversation* contact = row->getContactSource() == Conversation::NO_CONTACT ? sources_->contact(id) : nullptr;
@@ -364,13 +368,14 @@ Conversation* ConversationAggregator::cloneTogether(const Rows& conversations)
     {
         if (!clone)
         {
-            CONVERSATION_LOG(6, "findConversation clone");
+            CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "findConversation clone");
             clone.reset(conversation->clone());
             continue;
         }
         for (ConversationItem* orphan : clone->foldIn(*conversation, UNREMEMBERED))
         {
-            CONVERSATION_LOG(3, "findConversation orphaned item found %s", orphan->getItemId().c_str());
+            CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 3, "findConversation orphaned item found %s",
+                             orphan->getItemId().c_str());
             delete orphan;
         }
     }

@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/ConversationAggregator";
+inline constexpr const char* AGGREGATOR_LOG_FILE = "./src/ConversationAggregator";
 } // namespace ConversationAPI

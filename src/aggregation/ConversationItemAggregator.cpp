@@ -176,7 +176,8 @@ void ConversationItemAggregator::loadConversationListData()
 
 void ConversationItemAggregator::buildConversationsFrom(const std::vector<ConversationItem*>& items)
 {
-    CONVERSATION_LOG(5, "buildConversationsFrom() allItems.size()=%d", static_cast<int>(items.size()));
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "buildConversationsFrom() allItems.size()=%d",
+                     static_cast<int>(items.size()));
     const ItemBatches batches(items);
     LaterItems later;
     const auto place = [&](const ItemBatches::Ranked& one, bool startsConversation)
@@ -225,7 +226,8 @@ void ConversationItemAggregator::newConversationItem(ConversationItem* item)
     }
     if (conversation)
     {
-        CONVERSATION_LOG(5, "newConversationItem() updated conversation->getCallId()='%s', conversation id='%s'",
+        CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
+                         "newConversationItem() updated conversation->getCallId()='%s', conversation id='%s'",
                          conversation->getCallId().c_str(), conversation->getShortConversationId().c_str());
         notifyObserversConversationUpdated(conversation);
     }
@@ -233,7 +235,7 @@ void ConversationItemAggregator::newConversationItem(ConversationItem* item)
 
 void ConversationItemAggregator::conversationItemChanged(ConversationItem* item)
 {
-    CONVERSATION_LOG(5, "conversationItemChanged()");
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "conversationItemChanged()");
     if (!item)
     {
         return;
@@ -248,12 +250,13 @@ void ConversationItemAggregator::conversationItemChanged(ConversationItem* item)
     }
     if (!conversation)
     {
-        CONVERSATION_LOG(5, "conversationItemChanged() unrecognised item callid='%s'", callId.c_str());
+        CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "conversationItemChanged() unrecognised item callid='%s'",
+                         callId.c_str());
         delete item;
         return;
     }
     conversation->updateInitialItem(item);
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
                      "conversationItemChanged() updated initial item with callid='%s', conv->toString()='%s', "
                      "conversation id='%s'",
                      callId.c_str(), conversation->toString().c_str(), conversation->getShortConversationId().c_str());
@@ -265,15 +268,17 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
     const std::string endedId = callId; // it may be the text of the item that goes
     const NotificationRound::Scope round(round_);
     const Lock lock(*this);
-    CONVERSATION_LOG(5, "removeActiveConversationItemForCall() for callId='%s'", endedId.c_str());
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "removeActiveConversationItemForCall() for callId='%s'",
+                     endedId.c_str());
     Conversation* conversation = findConversationOfCall(endedId);
     if (!conversation)
     {
         return false;
     }
-    CONVERSATION_LOG(
-        5, "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
-        conversation->getShortConversationId().c_str(), static_cast<int>(conversation->getConversationItemsSize()));
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
+                     "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
+                     conversation->getShortConversationId().c_str(),
+                     static_cast<int>(conversation->getConversationItemsSize()));
     conversation->removeItem(endedId);
     const bool isEmptied = conversation->getConversationItemsSize() == 0;
     if (isEmptied)
@@ -284,7 +289,8 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
                     { observer.removeActiveItemForCall(endedId, nullptr); });
     if (isEmptied)
     {
-        CONVERSATION_LOG(5, "removeActiveConversationItemForCall() no items remain so delete the conversation");
+        CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
+                         "removeActiveConversationItemForCall() no items remain so delete the conversation");
     }
     else if (conversations_->contains(conversation))
     {
@@ -320,7 +326,7 @@ std::vector<std::string> ConversationItemAggregator::getInUseConversationIds()
 {
     std::vector<std::string> ids;
     conversations_->getInUseConversationIds(ids);
-    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
     return ids;
 }
 
@@ -328,13 +334,14 @@ void ConversationItemAggregator::appendIdHashes(std::vector<std::uint32_t>& hash
 {
     const std::size_t before = hashes.size();
     conversations_->appendIdHashes(hashes);
-    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(hashes.size() - before));
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "getInUseConversationIds %d",
+                     static_cast<int>(hashes.size() - before));
 }
 
 void ConversationItemAggregator::voiceMailChanged(const std::string& oldNumber, const std::string& newNumber)
 {
-    CONVERSATION_LOG(5, "voiceMailChanged() - old number = [%s], new number = [%s]", oldNumber.c_str(),
-                     newNumber.c_str());
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "voiceMailChanged() - old number = [%s], new number = [%s]",
+                     oldNumber.c_str(), newNumber.c_str());
     const std::string next = newNumber; // which may be a text of the conversation that goes first
     reloadCallsForNumber(oldNumber);
     reloadCallsForNumber(next);
@@ -347,7 +354,8 @@ void ConversationItemAggregator::reloadCallsForNumber(const std::string& number)
     {
         return;
     }
-    CONVERSATION_LOG(5, "reloadCallsForNumber() - Conversation found for number [%s]", number.c_str());
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5, "reloadCallsForNumber() - Conversation found for number [%s]",
+                     number.c_str());
     const std::vector<std::string> entries = conversation->getJournalServiceEntries();
     round_.retireFrom(*conversations_, conversation);
     sources_->forEach([&entries](ConversationItemSourceIfc& source) { source.reloadCalls(entries); });
@@ -392,12 +400,13 @@ void ConversationItemAggregator::conversationUpdated(Conversation* contact)
     }
     contact->generateConversationID();
     regrouping_->noteContact(*contact);
-    CONVERSATION_LOG(6, "conversationUpdated: id=%s, wk1=%s, wk2=%s, mob=%s, hom=%s",
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "conversationUpdated: id=%s, wk1=%s, wk2=%s, mob=%s, hom=%s",
                      contact->getConversationId().c_str(), contact->getWorkNumber1().c_str(),
                      contact->getWorkNumber2().c_str(), contact->getMobileNumber().c_str(),
                      contact->getHomeNumber().c_str());
     const UniqueConversationList found = regrouping_->findConversationsOf(*contact);
-    CONVERSATION_LOG(6, "conversationUpdated found %d matching conversations", static_cast<int>(found.size()));
+    CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 6, "conversationUpdated found %d matching conversations",
+                     static_cast<int>(found.size()));
     if (!found.empty())
     {
         const NotificationRound::Scope round(round_);

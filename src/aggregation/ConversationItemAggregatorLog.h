@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/ConversationItemAggregator";
+inline constexpr const char* ITEM_AGGREGATOR_LOG_FILE = "./src/ConversationItemAggregator";
 } // namespace ConversationAPI

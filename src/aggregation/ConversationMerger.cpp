@@ -7,7 +7,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ConversationMerger";
+constexpr const char* MERGER_LOG_FILE = "./src/ConversationMerger";
 
 /** Sources are combined under the first one's id, by which its later updates find the row. */
 constexpr Conversation::Folding COMBINING{false, true, true};
@@ -30,7 +30,8 @@ void ConversationMerger::operator()(Conversation* conversation)
     }
     for (ConversationItem* orphan : target_->foldIn(*conversation, COMBINING))
     {
-        CONVERSATION_LOG(3, "ConversationMerger::operator orphaned item found %s", orphan->getItemId().c_str());
+        CONVERSATION_LOG(MERGER_LOG_FILE, 3, "ConversationMerger::operator orphaned item found %s",
+                         orphan->getItemId().c_str());
         if (conversation->items().empty())
         {
             target_->append(orphan); // the history says that it belongs there, and a contact says nothing of items

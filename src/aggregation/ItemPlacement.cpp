@@ -131,8 +131,9 @@ Conversation* ItemPlacement::placeItemOfRebuild(ConversationItem* item, const Be
 {
     if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
     {
-        CONVERSATION_LOG(5, "buildConversationsFrom() always create new conversation for active call, progressing or "
-                            "clearing items");
+        CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
+                         "buildConversationsFrom() always create new conversation for active call, progressing or "
+                         "clearing items");
         return addNewConversation(item, getIDGeneratorForItemOfRebuild(item), beforeJoining);
     }
     Conversation* target = findTarget(item);

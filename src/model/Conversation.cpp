@@ -21,7 +21,7 @@ constexpr std::size_t SHORT_ID_LENGTH = 7;
 Conversation::Conversation(ConversationIDGenerator& idGenerator, ConversationItemFactory* itemFactory)
     : idGenerator_(idGenerator), itemFactory_(itemFactory)
 {
-    CONVERSATION_LOG(6, "Conversation::constructor[%p]", static_cast<void*>(this));
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "Conversation::constructor[%p]", static_cast<void*>(this));
 }
 
 Conversation::Conversation(DigitAnalysisServiceIfc* digitAnalysis, ConversationItem* item,
@@ -62,7 +62,7 @@ Conversation::~Conversation()
 Conversation* Conversation::clone() const
 {
     auto* copy = new Conversation(*this);
-    CONVERSATION_LOG(6, "Conversation::clone[%p]", static_cast<void*>(copy));
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "Conversation::clone[%p]", static_cast<void*>(copy));
     return copy;
 }
 
@@ -77,7 +77,8 @@ const std::string& Conversation::generateConversationID()
     if (id_.empty())
     {
         storeId(idGenerator_.getSharedConversationID(this));
-        CONVERSATION_LOG(6, "Conversation[%p]id=%s", static_cast<void*>(this), getShortConversationId().c_str());
+        CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "Conversation[%p]id=%s", static_cast<void*>(this),
+                         getShortConversationId().c_str());
     }
     return id_.str();
 }

@@ -8,7 +8,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ConversationFactory";
+constexpr const char* FACTORY_LOG_FILE = "./src/ConversationFactory";
 }
 
 ConversationFactory::ConversationFactory() = default;
@@ -19,7 +19,7 @@ bool ConversationFactory::hasIDGenerator() const
 {
     if (!idGenerator_)
     {
-        CONVERSATION_LOG(2, "createConversation() no id generator is set");
+        CONVERSATION_LOG(FACTORY_LOG_FILE, 2, "createConversation() no id generator is set");
     }
     return idGenerator_ != nullptr;
 }

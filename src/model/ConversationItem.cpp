@@ -14,11 +14,11 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ConversationItem";
+constexpr const char* ITEM_LOG_FILE = "./src/ConversationItem";
 
 void boostExceptionThrown(const std::exception& e)
 {
-    CONVERSATION_LOG(2, "Boost exception thrown '%s'\n", e.what());
+    CONVERSATION_LOG(ITEM_LOG_FILE, 2, "Boost exception thrown '%s'\n", e.what());
 }
 } // namespace
 

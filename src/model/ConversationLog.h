@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/Conversation";
+inline constexpr const char* CONVERSATION_LOG_FILE = "./src/Conversation";
 } // namespace ConversationAPI

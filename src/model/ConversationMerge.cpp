@@ -158,7 +158,7 @@ bool ConversationMerge::insertItems(Conversation& into, HeldItems items, bool re
     }
     if (into.getContactSource() != Conversation::NO_CONTACT)
     {
-        CONVERSATION_LOG(6, "mergeItems");
+        CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "mergeItems");
         into.contactNumbersChanged(contactBefore);
     }
     return true;
@@ -181,8 +181,8 @@ void ConversationMerge::takeId()
     {
         return;
     }
-    CONVERSATION_LOG(6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(&into_), into_.id_.str().c_str(),
-                     id.str().c_str());
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "mergeWith[%p] oldId=%s, newId=%s", static_cast<void*>(&into_),
+                     into_.id_.str().c_str(), id.str().c_str());
     into_.storeId(id);
 }
 
@@ -242,16 +242,16 @@ void ConversationMerge::traceItems() const
     {
         return;
     }
-    CONVERSATION_LOG(5, "\t %d", static_cast<int>(items.size()));
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 5, "\t %d", static_cast<int>(items.size()));
     for (const auto& item : items)
     {
-        CONVERSATION_LOG(5, "\t item %s", item->getCallId().c_str());
+        CONVERSATION_LOG(CONVERSATION_LOG_FILE, 5, "\t item %s", item->getCallId().c_str());
     }
     for (const auto& item : items)
     {
         for (const ConversationParticipant& party : item->participants())
         {
-            CONVERSATION_LOG(5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
+            CONVERSATION_LOG(CONVERSATION_LOG_FILE, 5, "mergeWith %s:%s:%s:%s:%s", party.comparableNumberText().c_str(),
                              party.contactNumber(WORK_1_SLOT).c_str(), party.contactNumber(WORK_2_SLOT).c_str(),
                              party.contactNumber(MOBILE_SLOT).c_str(), party.contactNumber(HOME_SLOT).c_str());
         }
@@ -347,7 +347,7 @@ void ConversationMerge::finish()
 
 void ConversationMerge::makePermanent()
 {
-    CONVERSATION_LOG(6, "mergeWith: making conversation permanent");
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "mergeWith: making conversation permanent");
     into_.setTemporary(false);
 }
 

@@ -104,7 +104,7 @@ void ConversationObservers::tellAllKeysChanged(Conversation& conversation)
 
 void ConversationObservers::tellNumberChanges(Conversation& conversation, const CopyOnWrite<ContactDetails>& before)
 {
-    CONVERSATION_LOG(6, "conversationNumbersChanged");
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "conversationNumbersChanged");
     if (first_ && !before.sharesWith(conversation.contactDetails()))
     {
         tellNumberChanges(conversation, CONTACT_NUMBER_SLOTS,
@@ -114,7 +114,7 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, const 
 
 void ConversationObservers::tellNumberChanges(Conversation& conversation, const std::vector<std::string>& before)
 {
-    CONVERSATION_LOG(6, "conversationNumbersChanged");
+    CONVERSATION_LOG(CONVERSATION_LOG_FILE, 6, "conversationNumbersChanged");
     tellNumberChanges(conversation, before.size(),
                       [&before](unsigned slot) -> const std::string& { return before[slot]; });
 }
@@ -128,7 +128,8 @@ void ConversationObservers::tellNumberChanges(Conversation& conversation, std::s
         const std::string& was = before(slot);
         if (slot >= CONTACT_NUMBER_SLOTS)
         {
-            CONVERSATION_LOG(2, "No type is found for the number %s at %d", was.c_str(), static_cast<int>(slot));
+            CONVERSATION_LOG(CONVERSATION_LOG_FILE, 2, "No type is found for the number %s at %d", was.c_str(),
+                             static_cast<int>(slot));
             continue;
         }
         const std::string& now = contact->numbers.at(slot);

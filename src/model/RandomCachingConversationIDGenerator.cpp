@@ -15,7 +15,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/RandomCachingConversationIDGenerator";
+constexpr const char* ID_GENERATOR_LOG_FILE = "./src/RandomCachingConversationIDGenerator";
 
 // The digit 0 stands in it twice and is drawn twice as often: identifiers have always been made so.
 constexpr char ALPHABET[] = "01234567890ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
@@ -136,7 +136,7 @@ SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Convers
     {
         SharedText newId(generateConversationId());
         cache_->put(newId, item->copy());
-        CONVERSATION_LOG(6, "getConversationID new id [%s]", newId.str().c_str());
+        CONVERSATION_LOG(ID_GENERATOR_LOG_FILE, 6, "getConversationID new id [%s]", newId.str().c_str());
         return newId;
     }
     SharedText id = known->id;
@@ -147,7 +147,7 @@ SharedText RandomCachingConversationIDGenerator::getSharedConversationID(Convers
     {
         cache_->put(id, item->copy());
     }
-    CONVERSATION_LOG(6, "getConversationID [%s]", id.str().c_str());
+    CONVERSATION_LOG(ID_GENERATOR_LOG_FILE, 6, "getConversationID [%s]", id.str().c_str());
     return id;
 }
 
@@ -167,7 +167,7 @@ void RandomCachingConversationIDGenerator::updateCache(const std::string& id, Co
     cache_->put(SharedText(entry->id), item->copy());
     for (int updates = wasLast ? 1 : 2; updates > 0; --updates)
     {
-        CONVERSATION_LOG(6, "updateCache updated id [%s]", id.c_str());
+        CONVERSATION_LOG(ID_GENERATOR_LOG_FILE, 6, "updateCache updated id [%s]", id.c_str());
     }
 }
 
@@ -184,8 +184,10 @@ void RandomCachingConversationIDGenerator::garbageCollect()
         appendIdHashes(source, inUse);
     }
     // That two ids have one hash is all but impossible, and only keeps one that nobody needs.
-    cache_->removeUnused(inUse, [](const std::string& id)
-                         { CONVERSATION_LOG(6, "garbageCollect removing id [%s]", id.c_str()); });
+    cache_->removeUnused(inUse,
+                         [](const std::string& id) {
+                             CONVERSATION_LOG(ID_GENERATOR_LOG_FILE, 6, "garbageCollect removing id [%s]", id.c_str());
+                         });
 }
 
 void RandomCachingConversationIDGenerator::remember(const std::string& id, const ConversationItem* item)

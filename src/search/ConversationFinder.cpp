@@ -10,7 +10,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ConversationFinder";
+constexpr const char* FINDER_LOG_FILE = "./src/ConversationFinder";
 } // namespace
 
 ConversationFinder::ConversationFinder(ConversationAggregatorIfc& aggregator)
@@ -28,7 +28,7 @@ ConversationFinder::~ConversationFinder()
 /** Until the aggregator has told its first list, rows may come and go without a word. */
 std::vector<std::string> ConversationFinder::getMatchingConversationIds(std::string searchString)
 {
-    CONVERSATION_LOG(6, "getMatchingConversationIds, searchString : %s", searchString.c_str());
+    CONVERSATION_LOG(FINDER_LOG_FILE, 6, "getMatchingConversationIds, searchString : %s", searchString.c_str());
     const ConversationList* list = aggregator_.getConversations();
     if (!list)
     {

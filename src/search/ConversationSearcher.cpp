@@ -12,7 +12,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ConversationSearcher";
+constexpr const char* SEARCHER_LOG_FILE = "./src/ConversationSearcher";
 constexpr unsigned LOCAL_PRIORITY = 0;
 constexpr unsigned NETWORK_DIRECTORY_PRIORITY = 1;
 } // namespace
@@ -29,7 +29,8 @@ ConversationSearcher::~ConversationSearcher() = default;
 void ConversationSearcher::startSearch(const std::string& searchId, const std::string& searchString,
                                        SearchResultsReceiver* receiver)
 {
-    CONVERSATION_LOG(5, "startSearch called searchId = %s, searchString = %s", searchId.c_str(), searchString.c_str());
+    CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, "startSearch called searchId = %s, searchString = %s", searchId.c_str(),
+                     searchString.c_str());
     const unsigned long search = ++searchCount_;
     receiver_ = receiver;
     searchId_ = searchId;
@@ -98,7 +99,7 @@ void ConversationSearcher::endSearch()
 
 void ConversationSearcher::startLocalSearch(const std::string& searchString, SearchResultsReceiver* receiver)
 {
-    CONVERSATION_LOG(5, "startSearch called, searchString = %s", searchString.c_str());
+    CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, "startSearch called, searchString = %s", searchString.c_str());
     std::vector<std::string> ids;
     if (!sources_.empty())
     {
@@ -122,7 +123,7 @@ void ConversationSearcher::startLocalSearch(const std::string& searchString, Sea
  */
 void ConversationSearcher::cancelSearch()
 {
-    CONVERSATION_LOG(5, "cancelSearch called");
+    CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, "cancelSearch called");
     ++searchCount_;
     const bool wasSearching = std::exchange(isSearching_, false);
     SearchResultsReceiver* const receiver = std::exchange(receiver_, nullptr);
@@ -149,11 +150,12 @@ void ConversationSearcher::addSearchableConversationSource(SearchableConversatio
 {
     if (!source)
     {
-        CONVERSATION_LOG(2, "addSearchableConversationSource called without a source");
+        CONVERSATION_LOG(SEARCHER_LOG_FILE, 2, "addSearchableConversationSource called without a source");
     }
     else if (!sources_.insert(source).second)
     {
-        CONVERSATION_LOG(3, "addSearchableConversationSource there is a source of priority %u already",
+        CONVERSATION_LOG(SEARCHER_LOG_FILE, 3,
+                         "addSearchableConversationSource there is a source of priority %u already",
                          source->getSourceTypeWithPriority());
     }
 }
@@ -176,11 +178,11 @@ void ConversationSearcher::setBroadsoftDirectorySearch(bool networkDirectoryOnly
 void ConversationSearcher::searchResults(const std::string& searchId, const std::vector<std::string>& conversationIds,
                                          SearchResultsType type)
 {
-    CONVERSATION_LOG(5, "Search results received for searchId = %s, currentSearchId = %s", searchId.c_str(),
-                     searchId_.c_str());
+    CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, "Search results received for searchId = %s, currentSearchId = %s",
+                     searchId.c_str(), searchId_.c_str());
     if (searchId == searchId_ && receiver_)
     {
-        CONVERSATION_LOG(5, " Sending search results to resultsReceiver");
+        CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, " Sending search results to resultsReceiver");
         receiver_->receiveSearchResults(conversationIds, type);
     }
 }
@@ -188,15 +190,15 @@ void ConversationSearcher::searchResults(const std::string& searchId, const std:
 /** The first source to report the end ends the search; what the others report then changes nothing. */
 void ConversationSearcher::searchEnded(const std::string& searchId)
 {
-    CONVERSATION_LOG(5, "Search searchEnded received for searchId = %s, currentSearchId = %s", searchId.c_str(),
-                     searchId_.c_str());
+    CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, "Search searchEnded received for searchId = %s, currentSearchId = %s",
+                     searchId.c_str(), searchId_.c_str());
     if (searchId != searchId_ || !isSearching_)
     {
         return;
     }
     if (receiver_)
     {
-        CONVERSATION_LOG(5, " Sending search ended to resultsReceiver");
+        CONVERSATION_LOG(SEARCHER_LOG_FILE, 5, " Sending search ended to resultsReceiver");
     }
     endSearch();
 }

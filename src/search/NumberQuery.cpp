@@ -7,7 +7,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr std::size_t LONGEST_TEXT = 100;
+constexpr std::size_t LONGEST_QUERY = 100;
 constexpr std::string_view SEPARATORS = " \t-/.,;()";
 constexpr std::string_view DIALLED = "0123456789*#";
 constexpr std::string_view TRUNK_PREFIX_ASIDE = "(0)";
@@ -84,7 +84,7 @@ struct StoredNumber
 std::optional<DialText> DialText::parse(std::string_view text)
 {
     DialText dial;
-    text = text.substr(0, LONGEST_TEXT);
+    text = text.substr(0, LONGEST_QUERY);
     for (std::size_t at = 0; at < text.size(); ++at)
     {
         if (dial.hasPlus && startsWith(text.substr(at), TRUNK_PREFIX_ASIDE))

@@ -11,8 +11,8 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/TextFolding";
-constexpr std::size_t LONGEST_TEXT = 1'000;
+constexpr const char* TEXT_FOLDING_LOG_FILE = "./src/TextFolding";
+constexpr std::size_t LONGEST_FOLDED_TEXT = 1'000;
 constexpr std::size_t MOST_REMEMBERED = 10'000;
 
 // Marks of scripts in which they are letters, as in Hindi or Thai, stay.
@@ -26,7 +26,7 @@ std::unique_ptr<icu::Transliterator> transliterator(const char* id)
     std::unique_ptr<icu::Transliterator> made(icu::Transliterator::createInstance(id, UTRANS_FORWARD, status));
     if (U_FAILURE(status))
     {
-        CONVERSATION_LOG(2, "TextFolding: no rules for '%s': %s", id, u_errorName(status));
+        CONVERSATION_LOG(TEXT_FOLDING_LOG_FILE, 2, "TextFolding: no rules for '%s': %s", id, u_errorName(status));
         made.reset();
     }
     return made;
@@ -191,7 +191,7 @@ const TextFolding::Character& TextFolding::character(int codePoint)
 template <typename Sink>
 void TextFolding::foldInto(Sink& sink, std::string_view text, Alphabet alphabet)
 {
-    text = text.substr(0, LONGEST_TEXT);
+    text = text.substr(0, LONGEST_FOLDED_TEXT);
     bool isInWord = false;
     for (std::size_t at = 0; at < text.size();)
     {

@@ -8,7 +8,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/WSIConversationSearchInterface";
+constexpr const char* SEARCH_INTERFACE_LOG_FILE = "./src/WSIConversationSearchInterface";
 constexpr int SEARCH_KIND = 4;
 constexpr int MOST_RESULTS = 50;
 constexpr std::size_t FEWEST_DIGITS = 3;
@@ -31,7 +31,8 @@ void WSIConversationSearchInterface::getMatchingConversationIds(const std::strin
                                                                 const std::string& searchId,
                                                                 ConversationSearchObserverIfc*)
 {
-    CONVERSATION_LOG(5, "getMatchingConversationIds, searchString : %s", searchString.c_str());
+    CONVERSATION_LOG(SEARCH_INTERFACE_LOG_FILE, 5, "getMatchingConversationIds, searchString : %s",
+                     searchString.c_str());
     if (searchString.empty() || !service_ || !conversationObserver_)
     {
         return;
@@ -48,7 +49,7 @@ void WSIConversationSearchInterface::getMatchingConversationIds(const std::strin
 bool WSIConversationSearchInterface::searchSystemPhonebook(const std::string& searchString,
                                                            std::vector<WSIItem>& results)
 {
-    CONVERSATION_LOG(5, "searchSystemPhonebook , searchString : %s", searchString.c_str());
+    CONVERSATION_LOG(SEARCH_INTERFACE_LOG_FILE, 5, "searchSystemPhonebook , searchString : %s", searchString.c_str());
     if (searchString.size() < FEWEST_DIGITS || !checkSearchStringContainsOnlyNumbers(searchString) || !service_)
     {
         return false;

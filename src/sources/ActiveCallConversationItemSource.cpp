@@ -11,7 +11,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/ActiveCallConversationItemSource";
+constexpr const char* ACTIVE_CALL_SOURCE_LOG_FILE = "./src/ActiveCallConversationItemSource";
 }
 
 ActiveCallConversationItemSource::ActiveCallConversationItemSource(ConversationItemFactory* itemFactory)
@@ -22,8 +22,8 @@ ActiveCallConversationItemSource::ActiveCallConversationItemSource(ConversationI
 void ActiveCallConversationItemSource::activeCallEvent(const ActiveCall& call)
 {
     const std::string callId = call.getCallId();
-    CONVERSATION_LOG(5, "activeCallEvent() for callId='%s', call.getState()=%s", callId.c_str(),
-                     activeCallStateToString(call.getState()));
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5, "activeCallEvent() for callId='%s', call.getState()=%s",
+                     callId.c_str(), activeCallStateToString(call.getState()));
     if (!callId.empty())
     {
         if (callNotCached(callId))
@@ -35,7 +35,7 @@ void ActiveCallConversationItemSource::activeCallEvent(const ActiveCall& call)
             updateCachedCall(call);
         }
     }
-    CONVERSATION_LOG(5, "activeCallEvent() end for callId='%s'", callId.c_str());
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5, "activeCallEvent() end for callId='%s'", callId.c_str());
 }
 
 void ActiveCallConversationItemSource::addCallToCache(const ActiveCall& call)
@@ -44,7 +44,8 @@ void ActiveCallConversationItemSource::addCallToCache(const ActiveCall& call)
     if (observer_)
     {
         ConversationItem* item = createItemFromCache(call);
-        CONVERSATION_LOG(5, "activeCallEvent() notifying observer of new item item.getCallId()='%s'",
+        CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5,
+                         "activeCallEvent() notifying observer of new item item.getCallId()='%s'",
                          item->getCallId().c_str());
         observer_->newConversationItem(item);
     }
@@ -57,7 +58,7 @@ void ActiveCallConversationItemSource::updateCachedCall(const ActiveCall& call)
     {
         return;
     }
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5,
                      "ActiveCallConversationItemSource::activeCallEvent() updating call with number='%s' "
                      "firstname='%s' lastname='%s' to number='%s' firstname='%s' lastname='%s'",
                      cached.number().c_str(), cached.firstname().c_str(), cached.lastname().c_str(),
@@ -69,7 +70,7 @@ void ActiveCallConversationItemSource::updateCachedCall(const ActiveCall& call)
         return;
     }
     std::unique_ptr<ConversationItem> item(createItemFromCache(call));
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5,
                      "ActiveCallConversationItemSource::activeCallEvent() notifying observer of changed item "
                      "item.getCallId()='%s'",
                      item->getCallId().c_str());
@@ -99,21 +100,22 @@ ConversationItem* ActiveCallConversationItemSource::createItemFromCache(const Ac
 void ActiveCallConversationItemSource::clearActiveCallEvent(const std::string& callId)
 {
     const std::string id = callId;
-    CONVERSATION_LOG(5, "clearActiveCallEvent() for callId='%s'", id.c_str());
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5, "clearActiveCallEvent() for callId='%s'", id.c_str());
     if (calls_.erase(id) != 0)
     {
-        CONVERSATION_LOG(5, "clearActiveCallEvent() found callId='%s'", id.c_str());
+        CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5, "clearActiveCallEvent() found callId='%s'", id.c_str());
         if (observer_ && !observer_->removeActiveConversationItemForCall(id))
         {
-            CONVERSATION_LOG(5, "clearActiveCallEvent() observer failed to remove active item, calling "
-                                "conversationItemsChanged()");
+            CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5,
+                             "clearActiveCallEvent() observer failed to remove active item, calling "
+                             "conversationItemsChanged()");
             if (observer_)
             {
                 observer_->conversationItemsChanged();
             }
         }
     }
-    CONVERSATION_LOG(5, "clearActiveCallEvent() end for callId='%s'", id.c_str());
+    CONVERSATION_LOG(ACTIVE_CALL_SOURCE_LOG_FILE, 5, "clearActiveCallEvent() end for callId='%s'", id.c_str());
 }
 
 void ActiveCallConversationItemSource::callDetailsUpdatedEvent(const ActiveCall&) {}

@@ -41,7 +41,8 @@ void logUpdatedDirectory(const std::string& text)
     int count = 0;
     if (std::sscanf(text.c_str(), "%9d:%9d", &directory, &count) == 2)
     {
-        CONVERSATION_LOG(6, "broadsoftCallLogChanged() directory %d has %d entries", directory, count);
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 6, "broadsoftCallLogChanged() directory %d has %d entries",
+                         directory, count);
     }
 }
 
@@ -80,7 +81,8 @@ std::string pathOf(ConversationItemState state)
     case ConversationItemState::MISSED:
         return "/Missed/";
     default:
-        CONVERSATION_LOG(2, "BroadsoftServiceConversationItemSource::deleteConversation unexpected Call log entry");
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 2,
+                         "BroadsoftServiceConversationItemSource::deleteConversation unexpected Call log entry");
         return {};
     }
 }
@@ -158,7 +160,7 @@ void BroadsoftServiceConversationItemSource::init()
 {
     if (!service_)
     {
-        CONVERSATION_LOG(3, "init() there is no service to read from");
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 3, "init() there is no service to read from");
         return;
     }
     takeEntries(service_->entries());
@@ -174,7 +176,7 @@ void BroadsoftServiceConversationItemSource::init()
 void BroadsoftServiceConversationItemSource::broadsoftCallLogChanged(std::vector<std::string> updatedDirectories,
                                                                      std::vector<std::string> entries)
 {
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 5,
                      "BroadsoftServiceConversationItemSource::broadsoftCallLogChanged updatedDirectories.size = %d, "
                      "entries.size = %d",
                      static_cast<int>(updatedDirectories.size()), static_cast<int>(entries.size()));
@@ -299,14 +301,16 @@ void BroadsoftServiceConversationItemSource::deleteConversation(const std::strin
     if (!conversation)
     {
         CONVERSATION_LOG(
-            5, "BroadsoftServiceConversationItemSource::deleteConversation unable to find conversation id = %s",
+            BROADSOFT_SOURCE_LOG_FILE, 5,
+            "BroadsoftServiceConversationItemSource::deleteConversation unable to find conversation id = %s",
             conversationId.c_str());
         return;
     }
     const ConversationItem* item = conversation->shownItem();
     if (!item)
     {
-        CONVERSATION_LOG(2, "BroadsoftServiceConversationItemSource::deleteConversation no initial item");
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 2,
+                         "BroadsoftServiceConversationItemSource::deleteConversation no initial item");
         return;
     }
     // An entry without a path is asked for by its bare id all the same: what cannot be deleted is the service's to say.
@@ -316,10 +320,10 @@ void BroadsoftServiceConversationItemSource::deleteConversation(const std::strin
     {
         return;
     }
-    CONVERSATION_LOG(5, "deleteConversation callLogId = %s", callLogId.c_str());
+    CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 5, "deleteConversation callLogId = %s", callLogId.c_str());
     if (!service_)
     {
-        CONVERSATION_LOG(2, "m_pService is NULL");
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 2, "m_pService is NULL");
         return;
     }
     service_->deleteCallLogEntry(path + callLogId);
@@ -355,7 +359,7 @@ ConversationItem* BroadsoftServiceConversationItemSource::stringToConversationIt
     ConversationItem* item = line ? makeItem(*itemFactory_, *line) : nullptr;
     if (line && !item)
     {
-        CONVERSATION_LOG(2,
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 2,
                          "There is a problem at BSCIS::stringToConversationItem s: %s, time:%s, number:%s, name:%s, "
                          "callLogId:%s, type:%s\n",
                          entry.c_str(), line->time.c_str(), line->number.c_str(), line->displayName().c_str(),

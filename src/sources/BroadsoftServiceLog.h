@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/BroadsoftServiceConversationItemSource";
+inline constexpr const char* BROADSOFT_SOURCE_LOG_FILE = "./src/BroadsoftServiceConversationItemSource";
 } // namespace ConversationAPI

@@ -39,8 +39,8 @@ std::optional<CallLogLine> readCallLogLine(const std::string& entry)
                     fields[2].data(), fields[3].data(), fields[4].data(), fields[5].data());
     if (fieldsRead < NEEDED_FIELDS)
     {
-        CONVERSATION_LOG(2, "sscanf could not read all entry items. Entry[%s] - retVal = %d", entry.c_str(),
-                         fieldsRead);
+        CONVERSATION_LOG(BROADSOFT_SOURCE_LOG_FILE, 2, "sscanf could not read all entry items. Entry[%s] - retVal = %d",
+                         entry.c_str(), fieldsRead);
         return std::nullopt;
     }
     CallLogLine line{fields[0].c_str(), fields[1].c_str(), fields[2].c_str(),

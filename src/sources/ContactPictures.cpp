@@ -55,7 +55,7 @@ void ContactPictures::retrieveImageName(std::string& name, const std::string& pr
 {
     if (beginsWith(name, prefix))
     {
-        CONVERSATION_LOG(5, "retrieveImageName: prefix is found.");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "retrieveImageName: prefix is found.");
         name.erase(0, prefix.size());
     }
 }
@@ -71,13 +71,14 @@ std::string ContactPictures::pathOfNamedPicture(const std::string& picture) cons
     {
         return {};
     }
-    CONVERSATION_LOG(6, "createConversationFromXml image[%s]", picture.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "createConversationFromXml image[%s]", picture.c_str());
     std::string name = picture;
     retrieveImageName(name, TEMPORARY_DIRECTORY);
     if (hasSourcePrefix(name))
     {
         const std::string moved = makeAvatarPersistent(name);
-        CONVERSATION_LOG(6, "createConversationFromXml makeAvatarPersistent old[%s] -> new[%s]", name.c_str(),
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6,
+                         "createConversationFromXml makeAvatarPersistent old[%s] -> new[%s]", name.c_str(),
                          moved.c_str());
         return moved.empty() ? name : moved;
     }
@@ -109,7 +110,7 @@ std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
     const std::string plainName = withoutSourcePrefixes(name);
     if (directory_.empty() || !isPlainFileName(plainName) || !isPlainFileName(name))
     {
-        CONVERSATION_LOG(3, "makeAvatarPersistent cannot keep '%s'", name.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 3, "makeAvatarPersistent cannot keep '%s'", name.c_str());
         return {};
     }
     const std::string temporary = TEMPORARY_DIRECTORY + name;
@@ -123,7 +124,8 @@ std::string ContactPictures::makeAvatarPersistent(const std::string& name) const
     std::string moved = movePicture(temporary, kept);
     if (moved.empty())
     {
-        CONVERSATION_LOG(2, "makeAvatarPersistent '%s' could not be moved to '%s'", name.c_str(), kept.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2, "makeAvatarPersistent '%s' could not be moved to '%s'",
+                         name.c_str(), kept.c_str());
     }
     return moved;
 }
@@ -145,7 +147,8 @@ std::string ContactPictures::storeWSIAvatar(const std::string& id, const std::st
     }
     if (!writePicture(path, bytes))
     {
-        CONVERSATION_LOG(2, "picture of web-service contact %s could not be written to '%s'", id.c_str(), path.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2, "picture of web-service contact %s could not be written to '%s'",
+                         id.c_str(), path.c_str());
         return {};
     }
     return path;

@@ -63,7 +63,7 @@ ConversationList* DirectoryServiceConversationSource::getConversations() const
 
 Conversation* DirectoryServiceConversationSource::getConversation(const std::string& id)
 {
-    CONVERSATION_LOG(6, "getConversation[%s]", id.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "getConversation[%s]", id.c_str());
     Conversation* stored = stored_->find(id);
     return stored || id.empty() ? stored : found_->find(id);
 }
@@ -99,7 +99,7 @@ void DirectoryServiceConversationSource::clearSearchResults()
 
 void DirectoryServiceConversationSource::clearTemporaryConversations()
 {
-    CONVERSATION_LOG(5, "clearTemporaryConversations");
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "clearTemporaryConversations");
     found_->clearTemporary();
 }
 
@@ -123,7 +123,8 @@ void DirectoryServiceConversationSource::deleteConversation(const std::string& i
         wsiItemDeleted(wsiId);
     }
     const std::string contactId = findContactIdForConversationID(conversationId);
-    CONVERSATION_LOG(6, "deleteConversation[%s][%s]", conversationId.c_str(), contactId.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "deleteConversation[%s][%s]", conversationId.c_str(),
+                     contactId.c_str());
     if (contactId.empty())
     {
         removeContact(conversationId);
@@ -136,7 +137,7 @@ void DirectoryServiceConversationSource::deleteConversation(const std::string& i
 
 void DirectoryServiceConversationSource::deleteConversations()
 {
-    CONVERSATION_LOG(5, "deleteConversations");
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "deleteConversations");
 }
 
 int DirectoryServiceConversationSource::getSourceType()
@@ -211,7 +212,8 @@ void DirectoryServiceConversationSource::newContact(const std::string& xml)
 {
     if (isSavingWSIItem_)
     {
-        CONVERSATION_LOG(5, " WSI Item save in progress, ignoring newContact notification...");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5,
+                         " WSI Item save in progress, ignoring newContact notification...");
         return;
     }
     const NotificationRound::Scope round(round_);
@@ -225,11 +227,12 @@ void DirectoryServiceConversationSource::newContact(const std::string& xml, cons
 {
     if (source == "bluetooth")
     {
-        CONVERSATION_LOG(5, "newContact[bluetooth] %s", xml.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "newContact[bluetooth] %s", xml.c_str());
         const std::unique_ptr<Conversation> contact(createConversationFromXml(xml, contacts_->idGenerator()));
         if (!contact || namesNobody(contactOfConversation(*contact)))
         {
-            CONVERSATION_LOG(2, "newContact[bluetooth] ignores a contact of which nothing is told");
+            CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2,
+                             "newContact[bluetooth] ignores a contact of which nothing is told");
             return;
         }
         saveImportedContact(*contact);
@@ -252,15 +255,15 @@ void DirectoryServiceConversationSource::saveImportedContact(Conversation& conta
 
 void DirectoryServiceConversationSource::contactUpdated(const std::string& xml)
 {
-    CONVERSATION_LOG(5, "contactUpdated %s", xml.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "contactUpdated %s", xml.c_str());
     const NotificationRound::Scope round(round_);
     notifyObserversConversationsUpdated(stored_->updateContact(xml));
 }
 
 void DirectoryServiceConversationSource::contactDeleted(const std::string& contactId)
 {
-    CONVERSATION_LOG(5, "Directory delete contact %s with conversationId %s", contactId.c_str(),
-                     stored_->conversationIdOf(contactId).c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "Directory delete contact %s with conversationId %s",
+                     contactId.c_str(), stored_->conversationIdOf(contactId).c_str());
     removeContact(contactId);
 }
 
@@ -282,7 +285,8 @@ void DirectoryServiceConversationSource::saveContact(Conversation* conversation)
 {
     if (!conversation || !directoryService_)
     {
-        CONVERSATION_LOG(2, "saveContact there is no contact to store, or nowhere to store it");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2,
+                         "saveContact there is no contact to store, or nowhere to store it");
         return;
     }
     const NotificationRound::Scope round(round_);
@@ -342,24 +346,24 @@ void DirectoryServiceConversationSource::saveWSIItem(Conversation* contact)
 
 void DirectoryServiceConversationSource::directorySearchResponseEvent(const DirectoryContact& contact)
 {
-    CONVERSATION_LOG(5, "directorySearchResponseEvent f=%s l=%s, wk1=%s, wk2=%s, m=%s, h=%s searchId=%s",
-                     contact.firstName.c_str(), contact.lastName.c_str(), contact.workNumber1.c_str(),
-                     contact.workNumber2.c_str(), contact.mobileNumber.c_str(), contact.homeNumber.c_str(),
-                     contact.searchId.c_str());
-    CONVERSATION_LOG(5, "directorySearchResponseEvent my contact source is: %d",
+    CONVERSATION_LOG(
+        DIRECTORY_SOURCE_LOG_FILE, 5, "directorySearchResponseEvent f=%s l=%s, wk1=%s, wk2=%s, m=%s, h=%s searchId=%s",
+        contact.firstName.c_str(), contact.lastName.c_str(), contact.workNumber1.c_str(), contact.workNumber2.c_str(),
+        contact.mobileNumber.c_str(), contact.homeNumber.c_str(), contact.searchId.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "directorySearchResponseEvent my contact source is: %d",
                      static_cast<int>(Conversation::DIRECTORY_CONTACT));
     const NotificationRound::Scope round(round_);
     const DirectoryContact fields = contacts_->withComparableNumbers(contact);
     Conversation* known = found_->webServiceContactOf(contact.searchId, firstNumberOf(fields).number);
     if (isOnlyWSIContactPresent(known, fields))
     {
-        CONVERSATION_LOG(5, "directorySearchResponseEvent saving wsi conversation");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "directorySearchResponseEvent saving wsi conversation");
         known->setSearchIdUsed(true);
         saveWSIItem(known);
     }
     else if (wsiContactNeedsUpdateWithLdap(known, fields))
     {
-        CONVERSATION_LOG(5, "directorySearchResponseEvent update existing conversation");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "directorySearchResponseEvent update existing conversation");
         known->setSearchIdUsed(true);
         contacts_->complete(*known, fields);
         notifyObserversConversationUpdated(known); // found before, it may be on the display as it was
@@ -380,7 +384,8 @@ void DirectoryServiceConversationSource::showDirectoryHit(const DirectoryContact
     const bool isForGroupPickup = isGroupPickupSearch(contact.searchId);
     if (isForGroupPickup)
     {
-        CONVERSATION_LOG(5, "directorySearchResponseEvent handle GROUPPICKUP REMOTE or CALLED event");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5,
+                         "directorySearchResponseEvent handle GROUPPICKUP REMOTE or CALLED event");
     }
     Conversation* shown = found_->takeDirectoryHit(std::move(hit));
     if (isForGroupPickup)
@@ -412,8 +417,8 @@ void DirectoryServiceConversationSource::wsiSearchEnded(const std::string& searc
 
 void DirectoryServiceConversationSource::wsiSearchResponseEvent(const WSIItem& item)
 {
-    CONVERSATION_LOG(5, "wsiSearchResponseEvent called");
-    CONVERSATION_LOG(5, "wsiSearchResponseEvent allConversations.size()=%d",
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "wsiSearchResponseEvent called");
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "wsiSearchResponseEvent allConversations.size()=%d",
                      static_cast<int>(stored_->list().size() + found_->webServiceContacts()));
     const NotificationRound::Scope round(round_);
     std::unique_ptr<Conversation> contact = contacts_->createConversationFromWSIItem(item);
@@ -447,7 +452,8 @@ void DirectoryServiceConversationSource::wsiItemDeleted(const std::string& wsiId
 
 std::vector<std::string> DirectoryServiceConversationSource::getMatchingConversationIds(std::string searchString)
 {
-    CONVERSATION_LOG(5, "getMatchingConversationIds, searchString : %s", searchString.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "getMatchingConversationIds, searchString : %s",
+                     searchString.c_str());
     GatherMatchingConversationIds gather(searchString);
     stored_->list().foreach (gather);
     return gather.ids;
@@ -457,10 +463,12 @@ void DirectoryServiceConversationSource::getMatchingConversationIds(const std::s
                                                                     const std::string& searchId,
                                                                     ConversationSearchObserverIfc* observer)
 {
-    CONVERSATION_LOG(5, "getMatchingConversationIds, searchString : %s", searchString.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "getMatchingConversationIds, searchString : %s",
+                     searchString.c_str());
     if (!observer)
     {
-        CONVERSATION_LOG(2, "getMatchingConversationIds there is nobody to tell what searchId = %s finds",
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2,
+                         "getMatchingConversationIds there is nobody to tell what searchId = %s finds",
                          searchId.c_str());
     }
     else if (searchString.empty())

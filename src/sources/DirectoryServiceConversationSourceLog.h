@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/DirectoryServiceConversationSource";
+inline constexpr const char* DIRECTORY_SOURCE_LOG_FILE = "./src/DirectoryServiceConversationSource";
 } // namespace ConversationAPI

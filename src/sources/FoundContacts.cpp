@@ -121,7 +121,8 @@ Conversation* FoundContacts::takeDirectoryHit(Made hit)
     Conversation* known = findConversationOf(directory_, *hit);
     if (known)
     {
-        CONVERSATION_LOG(5, "directorySearchResponseEvent: found existing matching contact, let's merge them together");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5,
+                         "directorySearchResponseEvent: found existing matching contact, let's merge them together");
         if (haveSameName(*known, *hit))
         {
             maker_.complete(*known, contactOfConversation(*hit));
@@ -133,7 +134,7 @@ Conversation* FoundContacts::takeDirectoryHit(Made hit)
         return known;
     }
     Conversation* added = append(directory_, std::move(hit));
-    CONVERSATION_LOG(5, "directorySearchResponseEvent[id=[%p]%s]", static_cast<void*>(added),
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "directorySearchResponseEvent[id=[%p]%s]", static_cast<void*>(added),
                      added->getShortConversationId().c_str());
     return added;
 }
@@ -184,7 +185,8 @@ void FoundContacts::clearTemporary()
     {
         if (found.isTemporary())
         {
-            CONVERSATION_LOG(6, "find and delete temp id=%s", found.getConversationId().c_str());
+            CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "find and delete temp id=%s",
+                             found.getConversationId().c_str());
         }
         return found.isTemporary();
     };

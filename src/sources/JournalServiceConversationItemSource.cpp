@@ -19,7 +19,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/JournalServiceConversationItemSource";
+constexpr const char* JOURNAL_SOURCE_LOG_FILE = "./src/JournalServiceConversationItemSource";
 
 constexpr int LOCAL_JOURNAL = 1;
 
@@ -118,7 +118,7 @@ JournalServiceConversationItemSource::JournalServiceConversationItemSource(Journ
 {
     if (!itemFactory_)
     {
-        CONVERSATION_LOG(2, "No item factory: calls of the journal are not shown");
+        CONVERSATION_LOG(JOURNAL_SOURCE_LOG_FILE, 2, "No item factory: calls of the journal are not shown");
     }
 }
 
@@ -271,7 +271,8 @@ JournalServiceConversationItemSource::createVoiceMailItemUnlessItExists(const st
 void JournalServiceConversationItemSource::reloadCalls(const std::vector<std::string>& entryIds)
 {
     const std::set<std::string> entrySet = distinct(entryIds);
-    CONVERSATION_LOG(5, "reloadCalls() - size of entrySet : [%d]", static_cast<int>(entrySet.size()));
+    CONVERSATION_LOG(JOURNAL_SOURCE_LOG_FILE, 5, "reloadCalls() - size of entrySet : [%d]",
+                     static_cast<int>(entrySet.size()));
     for (const std::string& entryId : entrySet)
     {
         if (journalService_ && !entryId.empty())
@@ -382,8 +383,8 @@ void JournalServiceConversationItemSource::genericCallUpdate(const Record& recor
     const auto calls = JournalServiceUtils::getCallInfoList(record);
     if (calls.empty())
     {
-        CONVERSATION_LOG(2, "genericCallUpdate() - the journal tells of entry '%s', which has no calls",
-                         entryId.c_str());
+        CONVERSATION_LOG(JOURNAL_SOURCE_LOG_FILE, 2,
+                         "genericCallUpdate() - the journal tells of entry '%s', which has no calls", entryId.c_str());
         return;
     }
     notifyObserversForNewConversationItems({createItemOrMailbox(record, calls.front())});

@@ -89,7 +89,7 @@ QuorvelConversationBuilder::CreateConversationFromQuorvelConversation(const Quor
 {
     const bool isGroup = convertQuorvelConversationType(cloud.type()) == Conversation::GROUP;
     const Quorvel::UserIfc& party = users_.get(isGroup ? std::string() : users_.remotePartyOf(cloud));
-    CONVERSATION_LOG(5,
+    CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 5,
                      "QuorvelServiceConversationSource::CreateConversationFromQuorvelConversation() firstName='%s' "
                      "lastName='%s' contactImagePath='%s'",
                      party.firstName().c_str(), party.lastName().c_str(), QuorvelUsers::picturePathOf(party).c_str());
@@ -174,7 +174,7 @@ void QuorvelConversationBuilder::updateGroupParticipants(Conversation& conversat
         const auto known = std::find_if(before.begin(), before.end(), isSameUser);
         const bool isStillKnown = known == before.end() || users_.find(id) != nullptr;
         const ConversationParticipant one = isStillKnown ? users_.getUserData(id) : *known;
-        CONVERSATION_LOG(5,
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 5,
                          "QuorvelServiceConversationSource::updateGroupParticipants() adding id='%s' firstName='%s' "
                          "lastName='%s' contactImage='%s'",
                          id.c_str(), one.getFirstName().c_str(), one.getSurname().c_str(),

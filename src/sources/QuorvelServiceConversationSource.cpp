@@ -73,7 +73,7 @@ std::vector<std::string> QuorvelServiceConversationSource::getInUseConversationI
 {
     std::vector<std::string> ids;
     conversations_->getInUseConversationIds(ids);
-    CONVERSATION_LOG(6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
+    CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 6, "getInUseConversationIds %d", static_cast<int>(ids.size()));
     return ids;
 }
 
@@ -142,7 +142,7 @@ void QuorvelServiceConversationSource::getMatchingConversationIds(const std::str
 
 void QuorvelServiceConversationSource::loggedIn()
 {
-    CONVERSATION_LOG(5, "QuorvelServiceConversationSource::loggedIn()");
+    CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 5, "QuorvelServiceConversationSource::loggedIn()");
     conversationsUpdatedForLoggedin();
     fetchMyUserData();
     if (serviceObserver_)
@@ -153,7 +153,7 @@ void QuorvelServiceConversationSource::loggedIn()
 
 void QuorvelServiceConversationSource::loggedOut()
 {
-    CONVERSATION_LOG(5, "QuorvelServiceConversationSource::loggedOut()");
+    CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 5, "QuorvelServiceConversationSource::loggedOut()");
     deleteConversations();
     takeMyUserData("", "");
     if (serviceObserver_)
@@ -171,7 +171,7 @@ void QuorvelServiceConversationSource::loadConversations()
 {
     if (!service_)
     {
-        CONVERSATION_LOG(2, "loadConversations() there is no cloud service");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "loadConversations() there is no cloud service");
         return;
     }
     round_.rebuild(true);
@@ -216,7 +216,7 @@ Conversation* QuorvelServiceConversationSource::takeIn(const Quorvel::Conversati
     const std::string id = conversation.id();
     if (id.empty())
     {
-        CONVERSATION_LOG(2, "A conversation of the cloud without id is left out");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "A conversation of the cloud without id is left out");
         return nullptr;
     }
     Conversation* known = getConversation(id);
@@ -254,7 +254,8 @@ Conversation* QuorvelServiceConversationSource::findOrCreate(const std::string& 
     const Quorvel::ConversationIfc* conversation = askFor(conversationId);
     if (!conversation)
     {
-        CONVERSATION_LOG(2, "The cloud reports a change of conversation '%s', which it does not know",
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2,
+                         "The cloud reports a change of conversation '%s', which it does not know",
                          conversationId.c_str());
         return nullptr;
     }
@@ -276,7 +277,7 @@ void QuorvelServiceConversationSource::updatedConversation(const Quorvel::Conver
 {
     if (!conversation)
     {
-        CONVERSATION_LOG(2, "updatedConversation() without a conversation");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "updatedConversation() without a conversation");
         return;
     }
     notifyObserversConversationUpdated(takeIn(*conversation));
@@ -291,7 +292,7 @@ void QuorvelServiceConversationSource::updatedConversationItem(const Quorvel::Co
 {
     if (!item)
     {
-        CONVERSATION_LOG(2, "updatedConversationItem() without an item");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "updatedConversationItem() without an item");
         return;
     }
     if (Conversation* conversation = findOrCreate(item->conversationId()))
@@ -305,7 +306,7 @@ void QuorvelServiceConversationSource::processRTCSessionEvent(const Quorvel::RTC
 {
     if (!event)
     {
-        CONVERSATION_LOG(2, "processRTCSessionEvent() without an event");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "processRTCSessionEvent() without an event");
         return;
     }
     if (Conversation* conversation = findOrCreate(event->conversationId()))
@@ -331,7 +332,7 @@ void QuorvelServiceConversationSource::updatedUser(const Quorvel::UserIfc* user)
 {
     if (!user || user->id().empty())
     {
-        CONVERSATION_LOG(2, "updatedUser() without a user");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 2, "updatedUser() without a user");
         return;
     }
     const std::string userId = user->id();
@@ -360,7 +361,7 @@ void QuorvelServiceConversationSource::fetchMyUserData()
     const Quorvel::UserIfc* me = users_->me();
     if (!me)
     {
-        CONVERSATION_LOG(3, "fetchMyUserData() the cloud does not tell who is signed in");
+        CONVERSATION_LOG(QUORVEL_SOURCE_LOG_FILE, 3, "fetchMyUserData() the cloud does not tell who is signed in");
         return;
     }
     takeMyUserData(me->id(), QuorvelUsers::displayNameOf(*me));

@@ -3,5 +3,5 @@
 
 namespace ConversationAPI
 {
-inline constexpr const char* LOG_FILE = "./src/QuorvelServiceConversationSource";
+inline constexpr const char* QUORVEL_SOURCE_LOG_FILE = "./src/QuorvelServiceConversationSource";
 } // namespace ConversationAPI

@@ -66,7 +66,8 @@ ConversationParticipant QuorvelUsers::getUserData(const std::string& userId) con
 {
     const Quorvel::UserIfc& user = get(userId);
     CONVERSATION_LOG(
-        5, "QuorvelServiceConversationSource::getUserData() firstName='%s' lastName='%s' contactImagePath='%s'",
+        QUORVEL_SOURCE_LOG_FILE, 5,
+        "QuorvelServiceConversationSource::getUserData() firstName='%s' lastName='%s' contactImagePath='%s'",
         user.firstName().c_str(), user.lastName().c_str(), picturePathOf(user).c_str());
     ConversationParticipant participant = participantFrom(user);
     participant.setUserId(userId); // by which he is found when the service comes to know him

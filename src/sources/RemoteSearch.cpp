@@ -44,7 +44,8 @@ bool RemoteSearch::awaits(const std::string& searchId, Type from) const
 {
     if (searchId != id_ || !(from == WEB_SERVICE_RESULTS ? isWebServiceAwaited_ : isDirectoryAwaited_))
     {
-        CONVERSATION_LOG(5, "nobody waits for results or end of searchId = %s any more", searchId.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "nobody waits for results or end of searchId = %s any more",
+                         searchId.c_str());
         return false;
     }
     return true;
@@ -124,8 +125,8 @@ void RemoteSearch::wsiSearchResults(const std::string& searchId, std::vector<WSI
 {
     for (const WSIItem& item : items)
     {
-        CONVERSATION_LOG(5, "wsiSearchResults item firstname: %s, surname: %s", item.firstName.c_str(),
-                         item.lastName.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "wsiSearchResults item firstname: %s, surname: %s",
+                         item.firstName.c_str(), item.lastName.c_str());
     }
     if (!awaits(searchId, WEB_SERVICE_RESULTS))
     {

@@ -58,10 +58,11 @@ std::unique_ptr<Conversation> StoredContacts::createConversationFromXml(const st
 
 PhonebookEntry StoredContacts::readEntry(const std::string& xml) const
 {
-    CONVERSATION_LOG(6, "createConversationFromXml xml=%s", xml.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "createConversationFromXml xml=%s", xml.c_str());
     PhonebookEntry entry = readPhonebookEntry(xml);
     const DirectoryContact& contact = entry.contact;
-    CONVERSATION_LOG(6, "Conversation numbers: W1:'%s' - W2:'%s' - M:'%s' - P:'%s' - Default Number:'%s' ",
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6,
+                     "Conversation numbers: W1:'%s' - W2:'%s' - M:'%s' - P:'%s' - Default Number:'%s' ",
                      contact.workNumber1.c_str(), contact.workNumber2.c_str(), contact.mobileNumber.c_str(),
                      contact.homeNumber.c_str(), entry.defaultNumber.c_str());
     return entry;
@@ -79,7 +80,8 @@ std::unique_ptr<Conversation> StoredContacts::createConversation(const Phonebook
     std::unique_ptr<Conversation> made = maker_.createConversationFromEntry(entry, generator);
     if (made)
     {
-        CONVERSATION_LOG(5, "createConversationFromXml[id=%s]", made->getConversationId().c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 5, "createConversationFromXml[id=%s]",
+                         made->getConversationId().c_str());
     }
     return made;
 }
@@ -132,7 +134,8 @@ PhonebookEntry StoredContacts::readFromPhonebook(const std::string& contactId) c
     const std::string xml = directoryService_ ? directoryService_->read(readRequest(contactId)) : std::string();
     if (xml.empty())
     {
-        CONVERSATION_LOG(2, "readContact the phonebook has no contact %s", contactId.c_str());
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2, "readContact the phonebook has no contact %s",
+                         contactId.c_str());
         return {};
     }
     PhonebookEntry entry = readEntry(xml);
@@ -172,7 +175,7 @@ PhonebookEntry StoredContacts::findEntryOf(const Conversation& person)
 bool StoredContacts::write(const DirectoryContact& contact, const std::string& contactId)
 {
     const std::string xml = writeRequest(contact, contactId);
-    CONVERSATION_LOG(6, "saveContact %s", xml.c_str());
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "saveContact %s", xml.c_str());
     return directoryService_ && directoryService_->write(xml, true);
 }
 
@@ -217,7 +220,8 @@ Conversation* StoredContacts::add(PhonebookEntry entry)
 {
     if (namesNobody(entry.contact))
     {
-        CONVERSATION_LOG(2, "addConversationFromContact ignores contact '%s', of which nothing is told",
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 2,
+                         "addConversationFromContact ignores contact '%s', of which nothing is told",
                          entry.uniqueId.c_str());
         return nullptr;
     }
@@ -227,7 +231,7 @@ Conversation* StoredContacts::add(PhonebookEntry entry)
     Conversation* contact = find(ownId);
     if (contact)
     {
-        CONVERSATION_LOG(6, "duplicate conversation found");
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "duplicate conversation found");
         update(*contact, entry);
         return contact;
     }
@@ -258,7 +262,7 @@ Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const 
     {
         return append(std::move(contact));
     }
-    CONVERSATION_LOG(6, "duplicate conversation found");
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "duplicate conversation found");
     if (!isConfirmed)
     {
         update(*known, entry);
@@ -271,7 +275,7 @@ Conversation* StoredContacts::join(std::unique_ptr<Conversation> contact, const 
 
 Conversation* StoredContacts::append(std::unique_ptr<Conversation> contact)
 {
-    CONVERSATION_LOG(6, "add conversation from contact");
+    CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 6, "add conversation from contact");
     list_.push_back(contact.get());
     maker_.remember(*contact);
     return contact.release();
@@ -317,7 +321,8 @@ std::vector<Conversation*> StoredContacts::updateContact(const std::string& xml)
     Conversation* known = find(conversationId);
     if (!known || namesNobody(entry.contact))
     {
-        CONVERSATION_LOG(3, "contactUpdated ignores contact '%s', which is not known or of which nothing is told",
+        CONVERSATION_LOG(DIRECTORY_SOURCE_LOG_FILE, 3,
+                         "contactUpdated ignores contact '%s', which is not known or of which nothing is told",
                          entry.uniqueId.c_str());
         return {};
     }

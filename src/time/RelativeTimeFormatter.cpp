@@ -6,7 +6,7 @@ namespace ConversationAPI
 {
 namespace
 {
-constexpr const char* LOG_FILE = "./src/RelativeTimeFormatter";
+constexpr const char* RELATIVE_TIME_FORMATTER_LOG_FILE = "./src/RelativeTimeFormatter";
 constexpr int REFRESH_INTERVAL_MS = 10'000; ///< short enough that "Now" and the minutes are never far off
 } // namespace
 
@@ -29,7 +29,7 @@ std::string RelativeTimeFormatter::formatFromUTC(long time)
 {
     if (clock_ == nullptr)
     {
-        CONVERSATION_LOG(2, "formatFromUTC() has no clock");
+        CONVERSATION_LOG(RELATIVE_TIME_FORMATTER_LOG_FILE, 2, "formatFromUTC() has no clock");
         return "";
     }
     return stringFormatter_.formatForNowAndThen(clock_(nullptr), time);

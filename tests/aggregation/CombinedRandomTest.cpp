@@ -10,11 +10,11 @@ namespace
 using namespace Aggregation;
 
 /** Of the last number, callers of whom nothing is known. */
-const Texts NUMBERS = {"4711", "4712", "4713", "4714", "-"};
+const Texts PARTIES = {"4711", "4712", "4713", "4714", "-"};
 
-struct RandomDay : Combined
+struct RandomCombinedDay : Combined
 {
-    explicit RandomDay(unsigned seed) : random(seed) {}
+    explicit RandomCombinedDay(unsigned seed) : random(seed) {}
 
     std::size_t upTo(std::size_t end) { return random() % end; }
     std::string anyOf(const Texts& all) { return all[upTo(all.size())]; }
@@ -25,7 +25,7 @@ struct RandomDay : Combined
         if (kind < 6 && live.size() < 3)
         {
             live.push_back("c" + std::to_string(now()));
-            return anyOf({"ring ", "dial "}) + live.back() + " " + anyOf(NUMBERS);
+            return anyOf({"ring ", "dial "}) + live.back() + " " + anyOf(PARTIES);
         }
         if (kind < 9 && !live.empty())
         {
@@ -41,7 +41,7 @@ struct RandomDay : Combined
         if (kind == 11 && live.empty()) // a contact that comes during calls: see CombinedListTest
         {
             const std::size_t who = upTo(2); // contacts that share a number are not told apart
-            const std::string name = who == 0 ? "Ann" : "Bob", work = NUMBERS[2 * who], mobile = NUMBERS[2 * who + 1];
+            const std::string name = who == 0 ? "Ann" : "Bob", work = PARTIES[2 * who], mobile = PARTIES[2 * who + 1];
             const bool goes = upTo(4) == 0 && directory.named(name);
             const bool hasOne = upTo(2) == 0;
             return "contact " + name + " " + (goes ? "gone" : work + (hasOne ? "" : " " + mobile));
@@ -50,7 +50,7 @@ struct RandomDay : Combined
         {
             return anyOf({"regroup", "combine", "read", "delete e" + std::to_string(upTo(entries + 1U))});
         }
-        return "past e" + std::to_string(++entries) + " " + anyOf(NUMBERS);
+        return "past e" + std::to_string(++entries) + " " + anyOf(PARTIES);
     }
 
     /** What a display may do while it is told something. */
@@ -68,7 +68,7 @@ TEST(CombinedRandomTest, DisplayAndSourcesAgreeAfterEveryEvent)
 {
     for (unsigned seed = 1; seed <= 40; ++seed)
     {
-        RandomDay day(seed);
+        RandomCombinedDay day(seed);
         std::string past;
         for (int step = 0; step < 80; ++step)
         {

@@ -11,16 +11,16 @@ std::string converted(Host::DigitAnalysis& service, std::string number)
     return number;
 }
 
-struct Case
+struct NumberCase
 {
     std::string text;
     std::string comparable;
 };
 
-void expectAll(const Host::DigitAnalysisSettings& settings, const std::vector<Case>& cases)
+void expectAll(const Host::DigitAnalysisSettings& settings, const std::vector<NumberCase>& cases)
 {
     Host::DigitAnalysis service(settings);
-    for (const Case& each : cases)
+    for (const NumberCase& each : cases)
     {
         const std::string result = converted(service, each.text);
         EXPECT_EQ(result, each.comparable) << each.text;
@@ -31,7 +31,7 @@ void expectAll(const Host::DigitAnalysisSettings& settings, const std::vector<Ca
 
 void expectUnchanged(const Host::DigitAnalysisSettings& settings, const std::vector<std::string>& texts)
 {
-    std::vector<Case> cases;
+    std::vector<NumberCase> cases;
     for (const std::string& text : texts)
     {
         cases.push_back({text, text});

@@ -75,7 +75,7 @@ std::string dump(const Journal& journal)
     return all;
 }
 
-class Recorder : public JournalServiceObserverIfc
+class JournalRecorder : public JournalServiceObserverIfc
 {
   public:
     void missedCallsUpdate(MissedCallItem entry, std::string id, ActionType action) override
@@ -164,8 +164,8 @@ TEST_F(JournalTest, GroupsOrdersAndBounds)
 TEST_F(JournalTest, TellsWhatChangedInOneOrder)
 {
     Journal journal(Host::JournalLimits{2, 2});
-    Recorder first;
-    Recorder second;
+    JournalRecorder first;
+    JournalRecorder second;
     journal.addObserver(&first);
     journal.addObserver(&second);
     first.onNext = [&] { journal.addCall(call(JournalCall::FORWARDED, "8", NOON)); };
@@ -325,7 +325,7 @@ TEST_F(JournalTest, JoinsWhatALockedFileHolds)
     auto lock = std::make_unique<SQLite::Database>(database());
     lock->exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
     Journal journal(file_);
-    Recorder recorder;
+    JournalRecorder recorder;
     journal.addObserver(&recorder);
     journal.addCall(missed("1", NOON));
     journal.deleteEntries({journal.addCall(missed("2", NOON))});

@@ -57,7 +57,7 @@ std::string inJson(const std::string& text)
 }
 
 /** Also checks what every sequence of searches keeps to. */
-class Recorder : public Host::DirectorySearchObserver
+class SearchRecorder : public Host::DirectorySearchObserver
 {
   public:
     void searchResults(const std::string& searchId, const PhonebookSearchResults& results) override
@@ -143,7 +143,7 @@ class LdapDirectoryTest : public testing::Test
 
     Host::RealTimeEventLoop loop;
     std::unique_ptr<Testing::LdapServer> server;
-    Recorder seen;
+    SearchRecorder seen;
     std::unique_ptr<LdapDirectory> directory;
     std::string people, overTls, trusted, log;
     int searches = 0;

@@ -57,7 +57,7 @@ std::string dump(Phonebook& phonebook)
     return all;
 }
 
-class Recorder : public DirectoryServiceObserverIfc
+class PhonebookRecorder : public DirectoryServiceObserverIfc
 {
   public:
     void phonebookDatabaseUpdated(bool updated) override { note(updated ? "all" : "nothing"); }
@@ -180,8 +180,8 @@ TEST_F(PhonebookTest, AChangeKeepsWhatItDoesNotTell)
 TEST_F(PhonebookTest, TellsInOneOrder)
 {
     Phonebook phonebook;
-    Recorder first;
-    Recorder second;
+    PhonebookRecorder first;
+    PhonebookRecorder second;
     phonebook.addObserver(&first);
     phonebook.addObserver(&second);
     first.onNext = [&] { phonebook.write(contact("<Surname>B</Surname>", "b"), true); };
@@ -208,7 +208,7 @@ TEST_F(PhonebookTest, HandsSearchesToTheDirectory)
         Host::DirectorySearchObserver* observer = nullptr;
         std::string asked;
     } directory;
-    Recorder recorder;
+    PhonebookRecorder recorder;
     {
         Phonebook phonebook;
         phonebook.addObserver(&recorder);
@@ -279,7 +279,7 @@ TEST_F(PhonebookTest, JoinsWhatALockedFileHolds)
     const Host::EventLoop::Scope scope(loop);
     auto lock = this->lock("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
     Phonebook phonebook(file_);
-    Recorder recorder;
+    PhonebookRecorder recorder;
     phonebook.addObserver(&recorder);
     phonebook.write(contact("<Surname>4</Surname>", "4"), true);
     phonebook.write(contact("<Surname>Two</Surname>", "2"), true);

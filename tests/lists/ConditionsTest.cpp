@@ -16,11 +16,11 @@
 namespace
 {
 using namespace ConversationAPI;
+using Testing::ANONYMOUS;
 using namespace ConversationListConditions;
 using OwnedItem = std::unique_ptr<ConversationItem>;
 using Owned = std::unique_ptr<Conversation>;
 
-const std::string ANONYMOUS = "Caller.Unknown.XXX";
 const std::string CTI = "CTI Assisted";
 
 class ConditionsTest : public testing::Test

@@ -9,10 +9,9 @@ namespace
 {
 using namespace ConversationAPI;
 using ConversationListConditions::HasConversationAnyNumberMatchingCondition;
+using Testing::ANONYMOUS;
 using Texts = std::vector<std::string>;
 using Owned = std::unique_ptr<Conversation>;
-
-const std::string ANONYMOUS = "Caller.Unknown.XXX";
 
 class ConversationListTest : public testing::Test
 {

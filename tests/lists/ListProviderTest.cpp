@@ -44,7 +44,7 @@ struct Served : testing::Test
 
 TEST_F(Served, LookUpsAreAnsweredFromTheList)
 {
-    const std::string first = aggregator.list->atIndex(0)->getConversationId(), ANONYMOUS = "Caller.Unknown.XXX";
+    const std::string first = aggregator.list->atIndex(0)->getConversationId();
     const struct
     {
         std::function<Conversation*(ConversationListProvider&)> lookUp;

@@ -4,13 +4,12 @@
 namespace
 {
 using namespace ConversationAPI;
+using Testing::ANONYMOUS;
 using Testing::Items;
 using Testing::LogCapture;
 using Testing::timesOf;
 using Times = std::vector<long>;
 using Texts = std::vector<std::string>;
-
-const std::string ANONYMOUS = "Caller.Unknown.XXX";
 
 class MergeTest : public testing::Test
 {

@@ -3,10 +3,10 @@
 namespace
 {
 using namespace ConversationAPI;
+using Testing::ANONYMOUS;
 using Testing::ItemInState;
 using Testing::Phone;
 
-const std::string ANONYMOUS = "Caller.Unknown.XXX";
 const std::string CTI = "CTI Assisted";
 
 struct Party

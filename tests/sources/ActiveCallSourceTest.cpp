@@ -4,7 +4,7 @@ namespace
 {
 using namespace Aggregation;
 
-class ItemObserver : public ConversationItemSourceObserverIfc
+class CallObserver : public ConversationItemSourceObserverIfc
 {
   public:
     void conversationItemsChanged() override { told.push_back("rebuild"); }
@@ -44,7 +44,7 @@ class ActiveCallSourceTest : public testing::Test
     ConversationParticipantFactory participants{nullptr};
     ConversationItemFactory items{&participants, nullptr};
     ActiveCallConversationItemSource source{&items};
-    ItemObserver observer;
+    CallObserver observer;
 };
 
 TEST_F(ActiveCallSourceTest, TellsWhatAnEventChanges)

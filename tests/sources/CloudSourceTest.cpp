@@ -33,7 +33,7 @@ std::string joined(const Texts& texts)
  * "Ann Lee/2: i1(Bob Ray) i0 @me [7]" is a conversation shown under that name, its user's presence 2, with items, the
  * first of which affects somebody, a participant and a number.
  */
-std::string describe(const Conversation& conversation)
+std::string describeCloud(const Conversation& conversation)
 {
     std::string text = conversation.getContactName() + "/" + std::to_string(conversation.getPresenceState()) + ":";
     for (const auto& item : conversation.items())
@@ -53,7 +53,8 @@ template <typename Conversations>
 Texts describeAll(const Conversations& conversations)
 {
     Texts all;
-    std::for_each(conversations.begin(), conversations.end(), [&all](auto* one) { all.push_back(describe(*one)); });
+    std::for_each(conversations.begin(), conversations.end(),
+                  [&all](auto* one) { all.push_back(describeCloud(*one)); });
     return all;
 }
 
@@ -201,7 +202,7 @@ TEST_F(CloudSourceTest, NamesWhomADirectConversationIsWith)
     {
         cloud.putConversation({one.what, 5, "topic", "ann", one.parties, false, {}});
         const Conversation& made = at(one.what);
-        std::string shown = describe(made);
+        std::string shown = describeCloud(made);
         for (const auto& text : {made.getFirstName(), made.getLastName(), made.getUserId(), made.getContactImagePath()})
         {
             shown += "|" + text;
@@ -211,7 +212,7 @@ TEST_F(CloudSourceTest, NamesWhomADirectConversationIsWith)
     }
     EXPECT_EQ(source.getConversationForUser(""), nullptr);
     cloud.putConversation({"display name alone", 0, "", "short", {"me"}, false, {}});
-    EXPECT_EQ(describe(at("display name alone")) + at("display name alone").getLastName(), "Shorty/4:Shorty");
+    EXPECT_EQ(describeCloud(at("display name alone")) + at("display name alone").getLastName(), "Shorty/4:Shorty");
 }
 
 TEST_F(CloudSourceTest, UsesThePictureOfTheDirectoryForWhoHasNone)
@@ -264,7 +265,7 @@ TEST_F(CloudSourceTest, MakesItemsOfMessages)
         cloud.putItem(joins);
         EXPECT_TRUE(at("direct").initialItem()->getUserHasLeftOrJoined());
     }
-    EXPECT_EQ(describe(at("direct")), "Ann Lee/2: s(Ann Lee) t i1");
+    EXPECT_EQ(describeCloud(at("direct")), "Ann Lee/2: s(Ann Lee) t i1");
 }
 
 TEST_F(CloudSourceTest, TakesInEachChangeAndTellsItOnce)

@@ -100,8 +100,8 @@ struct ConversationSourceContract : testing::Test
     Feed feed;
 };
 
-using Feeds = testing::Types<HistoryFeed, NetworkLogFeed, PhonebookFeed, CloudFeed, CombinedFeed>;
-TYPED_TEST_SUITE(ConversationSourceContract, Feeds);
+using ConversationFeeds = testing::Types<HistoryFeed, NetworkLogFeed, PhonebookFeed, CloudFeed, CombinedFeed>;
+TYPED_TEST_SUITE(ConversationSourceContract, ConversationFeeds);
 
 TYPED_TEST(ConversationSourceContract, TellsEachObserverOfEachChangeOnce)
 {

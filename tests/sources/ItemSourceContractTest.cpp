@@ -83,8 +83,8 @@ struct ItemSourceContract : testing::Test, Feed
     ItemObserver observer, other;
 };
 
-using Feeds = testing::Types<LiveCallFeed, JournalFeed, NetworkLogFeed>;
-TYPED_TEST_SUITE(ItemSourceContract, Feeds);
+using ItemFeeds = testing::Types<LiveCallFeed, JournalFeed, NetworkLogFeed>;
+TYPED_TEST_SUITE(ItemSourceContract, ItemFeeds);
 
 TYPED_TEST(ItemSourceContract, TellsWhoObservesItNowOfEachChangeOnce)
 {

@@ -26,6 +26,9 @@ namespace Testing
 {
 using Items = std::vector<ConversationAPI::ConversationItem*>;
 
+/** The name of a caller who withholds it. */
+inline const std::string ANONYMOUS = "Caller.Unknown.XXX";
+
 inline Host::DigitAnalysis& digitAnalysis()
 {
     static Host::DigitAnalysis service;
