@@ -6,7 +6,6 @@
  */
 #pragma once
 
-#include <memory>
 #include <string>
 
 class CallPartyIdentifier
@@ -48,5 +47,5 @@ class CallPartyIdentifier
 
   private:
     struct Details;
-    std::shared_ptr<const Details> details_; ///< null for a party of which nothing is known
+    const Details* details_ = nullptr; ///< shared by copies; null for a party of which nothing is known
 };

@@ -202,8 +202,8 @@ class ConversationItem
     bool isDeleteOnConversationList() const { return deleteOnConversationList_; }
     void setDeleteOnConversationList(bool deleteIt) { deleteOnConversationList_ = deleteIt; }
     void setIsConferenceConversation(bool conference) { conferenceConversation_ = conference; }
-    void setForwardInfo(forwardInfo info) { forwardInfo_ = info; }
-    forwardInfo getForwardInfo() const { return forwardInfo_; }
+    void setForwardInfo(forwardInfo info);
+    forwardInfo getForwardInfo() const { return rarities_->forwarding; }
     std::string exchangeContactId() const { return exchangeContactId_.str(); }
 
     std::vector<ConversationParticipant> getParticipantsCopy() const;
@@ -278,6 +278,7 @@ class ConversationItem
     struct Rarities
     {
         ConversationParticipant creator;
+        forwardInfo forwarding = NO_FORWARD_INFO;
         int numberOfAttachments = 0;
         long modificationTimeStamp = 0; ///< 0: never modified
         SharedText lastPhoneNumber;
@@ -286,23 +287,22 @@ class ConversationItem
     ConversationParticipant* firstParty() { return participants_.empty() ? nullptr : &participants_.front(); }
 
     // What tells where an item belongs comes first: a rebuild looks at that of thousands, in as few cache lines as can
-    // be.
+    // be. The text of the time fills up what the flags leave.
     long timeStamp_ = 0;
     SharedText conversationId_;
     SharedText conversationItemId_;
     SharedText exchangeContactId_;
     SharedText callId_; ///< here, so that comparing two live calls copies no text
     Holding holding_;
-    forwardInfo forwardInfo_ = NO_FORWARD_INFO;
     bool conferenceConversation_ = false;
     bool clone_ = false;
     bool deleteOnConversationList_ = true;
     bool largeConference_ = false;
+    std::uint8_t lastPhoneNumberType_ = NumberType::NONE;
+    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
     Participants participants_;
     std::string entryId_;
     CopyOnWrite<Rarities> rarities_;
     ConversationParticipantFactory* participantFactory_ = nullptr;
-    NumberType::NT lastPhoneNumberType_ = NumberType::NONE;
-    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
 };
 } // namespace ConversationAPI

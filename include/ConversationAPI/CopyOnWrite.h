@@ -16,7 +16,7 @@ template <typename Value>
 class CopyOnWrite
 {
   public:
-    const Value& operator*() const { return shared_ ? shared_->value : untouched(); }
+    const Value& operator*() const { return shared_ ? *shared_ : untouched(); }
     const Value* operator->() const { return &**this; }
 
     /** Whether the value was ever written to. */
@@ -32,18 +32,17 @@ class CopyOnWrite
         {
             shared_ = new Shared(**this);
         }
-        return shared_->value;
+        return *shared_;
     }
 
     /** Back to the untouched value. */
     void reset() { shared_.reset(); }
 
   private:
-    struct Shared : boost::intrusive_ref_counter<Shared, ReferenceCount>
+    /** The value is a base, so that the count takes no memory where the value's last member leaves some. */
+    struct Shared : Value, boost::intrusive_ref_counter<Shared, ReferenceCount>
     {
-        explicit Shared(const Value& initial) : value(initial) {}
-
-        Value value;
+        explicit Shared(const Value& initial) : Value(initial) {}
     };
 
     static const Value& untouched()

@@ -5,6 +5,8 @@
  */
 #pragma once
 
+#include "ConversationAPI/ShortText.h"
+
 #include <boost/container/small_vector.hpp>
 
 #include <cstddef>
@@ -47,7 +49,7 @@ class JournalEntryIds
     Ids all() const;
     void assign(Ids ids);
 
-    std::string first_; ///< "": there is none
+    ShortText first_; ///< "": there is none
     std::unique_ptr<More> more_;
 };
 } // namespace ConversationAPI

@@ -87,6 +87,7 @@ void ConversationList::reserve(std::size_t count)
 {
     const CriticalSection guard(lock_);
     conversations_->reserve(count);
+    numbers_->reserve(count);
 }
 
 void ConversationList::push_back(Conversation* conversation)

@@ -137,6 +137,7 @@ ListMembers::Detached IndexedConversations::detachAll()
     stale_.clear();
     staleNumbers_.clear();
     areAllStale_ = true;
+    areAllNumbersStale_ = true;
     unobserved_.clear();
     anonymous_.clear();
     live_.clear();
@@ -216,7 +217,7 @@ void IndexedConversations::markStale(Member& member)
         member.isStale = true;
         stale_.push_back(&member);
     }
-    if (!member.hasStaleNumbers)
+    if (!member.hasStaleNumbers && !areAllNumbersStale_)
     {
         member.hasStaleNumbers = true;
         staleNumbers_.push_back(&member);
@@ -224,24 +225,24 @@ void IndexedConversations::markStale(Member& member)
 }
 
 /** The first question since the list was empty: from now on it is known which members are stale. */
-void IndexedConversations::markAllStale()
+void IndexedConversations::refreshAllMembers()
 {
     areAllStale_ = false;
+    byId_.reserve(expected_);
     for (std::size_t place = 0; place < inOrder().size(); ++place)
     {
         if (sequence_.at(place).isObserved)
         {
-            markStale(sequence_.at(place));
+            refresh(sequence_.at(place));
         }
     }
-    byId_.reserve(expected_);
 }
 
 void IndexedConversations::refreshStaleMembers()
 {
     if (areAllStale_)
     {
-        markAllStale();
+        refreshAllMembers();
     }
     for (Member* member : stale_)
     {
@@ -257,19 +258,44 @@ void IndexedConversations::refreshStaleMembers()
     }
 }
 
+/** The first question for a number since the list was empty. */
+void IndexedConversations::refreshAllNumbers()
+{
+    areAllNumbersStale_ = false;
+    for (std::size_t place = 0; place < inOrder().size(); ++place)
+    {
+        if (sequence_.at(place).isObserved)
+        {
+            refreshNumbers(sequence_.at(place));
+        }
+    }
+}
+
 void IndexedConversations::refreshStaleNumbers()
 {
+    if (areAllNumbersStale_)
+    {
+        refreshAllNumbers();
+    }
     for (Member* member : staleNumbers_)
     {
-        if (member->hasStaleNumbers && !member->contact.sharesWith(member->conversation->contactDetails()))
+        if (member->hasStaleNumbers)
         {
-            eraseContact(byNumber_, *member);
-            member->contact = member->conversation->contactDetails();
-            insertContact(byNumber_, *member);
+            refreshNumbers(*member);
         }
-        member->hasStaleNumbers = false;
     }
     staleNumbers_.clear();
+}
+
+void IndexedConversations::refreshNumbers(Member& member)
+{
+    member.hasStaleNumbers = false;
+    if (!member.contact.sharesWith(member.conversation->contactDetails()))
+    {
+        eraseContact(byNumber_, member);
+        member.contact = member.conversation->contactDetails();
+        insertContact(byNumber_, member);
+    }
 }
 
 void IndexedConversations::refresh(Member& member)

@@ -75,9 +75,11 @@ class IndexedConversations
 
     Member& newMember(Conversation* conversation, bool isObserved);
     void markStale(Member& member);
-    void markAllStale();
+    void refreshAllMembers();
     void refreshStaleMembers();
+    void refreshAllNumbers();
     void refreshStaleNumbers();
+    void refreshNumbers(Member& member);
     void refresh(Member& member);
     void refreshCallIds(Member& member);
     void forgetCallIds(Member& member);
@@ -88,6 +90,7 @@ class IndexedConversations
     std::vector<Member*> staleNumbers_; ///< the same, for numbers
     std::size_t expected_ = 0;          ///< how many conversations there will be
     bool areAllStale_ = true;           ///< all that are observed, as after a rebuild; none is marked then
+    bool areAllNumbersStale_ = true;    ///< the same, for numbers
     ListMembers members_;
     Group unobserved_;
     Group anonymous_;

@@ -17,7 +17,9 @@ struct ListMember
 {
     Conversation* conversation = nullptr;
     std::int64_t order = 0; ///< grows along the sequence
-    ItemStanding standing;  ///< by which it has its place since the last sort
+    long time = 0;          ///< what standing() consists of; a structure of its own would leave room unused
+    ItemStanding::Kind kind = ItemStanding::BEHIND_ALL;
+    std::int8_t state = 0;
     bool isObserved = true;
     bool hasStaleNumbers = false; ///< the numbers by which it is found may have changed
     bool isStale = false;         ///< what else it is found by may have changed
@@ -27,5 +29,14 @@ struct ListMember
     std::uint32_t exchangeContactIdHash = 0;
     CopyOnWrite<ContactDetails> contact;
     CopyOnWrite<std::vector<SharedText>> callIds;
+
+    /** By which it has its place since the last sort. */
+    ItemStanding standing() const { return {time, kind, static_cast<ConversationItemState>(state)}; }
+    void setStanding(const ItemStanding& standing)
+    {
+        time = standing.time;
+        kind = standing.kind;
+        state = static_cast<std::int8_t>(standing.state);
+    }
 };
 } // namespace ConversationAPI

@@ -31,17 +31,17 @@ ItemStanding standingOf(const Conversation& conversation)
 
 bool isOrderedByComparing(const ListMember* member)
 {
-    return member->standing.kind == ItemStanding::BESIDE_OTHERS;
+    return member->kind == ItemStanding::BESIDE_OTHERS;
 }
 
 /** Of two members that are not ordered by comparing. */
 bool standsBefore(const ListMember& a, const ListMember& b)
 {
-    if (a.standing.kind != b.standing.kind)
+    if (a.kind != b.kind)
     {
-        return a.standing.kind == ItemStanding::BY_TIME;
+        return a.kind == ItemStanding::BY_TIME;
     }
-    return a.standing.time != b.standing.time ? a.standing.time > b.standing.time : a.order < b.order;
+    return a.time != b.time ? a.time > b.time : a.order < b.order;
 }
 
 bool precedes(const ListMember* a, const ListMember* b)
@@ -52,7 +52,7 @@ bool precedes(const ListMember* a, const ListMember* b)
 /** Whether a member stays before another one; one of the two at least is ordered by comparing. */
 bool staysBefore(const ListMember& one, const ListMember& compared)
 {
-    if (compared.standing.kind == ItemStanding::BEHIND_ALL)
+    if (compared.kind == ItemStanding::BEHIND_ALL)
     {
         return true;
     }
@@ -61,7 +61,7 @@ bool staysBefore(const ListMember& one, const ListMember& compared)
         const bool precedesIt = precedes(&one, &compared);
         return precedesIt != precedes(&compared, &one) ? precedesIt : one.order < compared.order;
     }
-    return one.standing.kind != ItemStanding::BEHIND_ALL &&
+    return one.kind != ItemStanding::BEHIND_ALL &&
            comesBefore(*one.conversation->shownItem(), *compared.conversation->shownItem(), one.order < compared.order);
 }
 
@@ -246,9 +246,9 @@ void ListSequence::changed(ListMember& member)
         return;
     }
     const ItemStanding now = standingOf(*member.conversation);
-    if (!(now == member.standing))
+    if (!(now == member.standing()))
     {
-        member.standing = now;
+        member.setStanding(now);
         loose_.insert(&member);
     }
 }
@@ -287,7 +287,7 @@ bool ListSequence::noteStandings()
     {
         prefetchAhead(conversations_, place, Needed::PLACES);
         ListMember& member = at(place);
-        member.standing = standingOf(*member.conversation);
+        member.setStanding(standingOf(*member.conversation));
         isInOrder = isInOrder && !isOrderedByComparing(&member) && (place == 0 || standsBefore(at(place - 1), member));
     }
     return isInOrder;

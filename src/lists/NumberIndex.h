@@ -40,6 +40,9 @@ class NumberIndex
     void remove(Conversation* conversation);
     void clear();
 
+    /** For so many conversations in all. */
+    void reserve(std::size_t count) { first_.reserve(count); }
+
     /** Null when nobody has the number. */
     Conversation* find(const std::string& number) const;
 

@@ -270,9 +270,17 @@ void ConversationItem::setPhoneNumbers(const std::string& work1, const std::stri
     }
 }
 
+void ConversationItem::setForwardInfo(forwardInfo info)
+{
+    if (info != getForwardInfo())
+    {
+        rarities_.write().forwarding = info;
+    }
+}
+
 void ConversationItem::setLastPhoneNumberType(NumberType::NT type)
 {
-    lastPhoneNumberType_ = type;
+    lastPhoneNumberType_ = static_cast<std::uint8_t>(type);
 }
 
 std::string ConversationItem::lastNumber()

@@ -28,7 +28,7 @@ void JournalEntryIds::add(const std::string& id)
     }
     if (first_.empty())
     {
-        first_ = id;
+        first_ = ShortText(id);
         return;
     }
     if (!more_)
@@ -53,7 +53,7 @@ void JournalEntryIds::add(const JournalEntryIds& others)
 
 bool JournalEntryIds::isAmongLatest(const std::string& id) const
 {
-    if (id == first_)
+    if (id == first_.view())
     {
         return true;
     }
@@ -89,7 +89,7 @@ JournalEntryIds::Ids JournalEntryIds::all() const
     Ids ids;
     if (!first_.empty())
     {
-        ids.push_back(first_);
+        ids.push_back(first_.str());
     }
     if (more_)
     {
@@ -100,11 +100,11 @@ JournalEntryIds::Ids JournalEntryIds::all() const
 
 void JournalEntryIds::assign(Ids ids)
 {
-    first_.clear();
+    first_ = ShortText();
     more_.reset();
     if (!ids.empty())
     {
-        first_ = std::move(ids.front());
+        first_ = ShortText(ids.front());
         ids.erase(ids.begin());
     }
     if (!ids.empty())

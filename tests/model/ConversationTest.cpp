@@ -231,10 +231,10 @@ TEST_F(ConversationTest, ItemsAreReplacedAndRemovedByTheirIds)
     conversation->removeItem("1");
     EXPECT_EQ(timesOf(*conversation), (Times{9, 7, 3}));
     ConversationItem* again = withId(9, "a");
-    again->setEntryId("e9");
+    again->setEntryId("journal-entry-9");
     conversation->updateInitialItem(again);
     EXPECT_EQ(timesOf(*conversation), (Times{9, 7, 3}));
-    EXPECT_EQ(conversation->getJournalServiceEntries(), Texts{"e9"});
+    EXPECT_EQ(conversation->getJournalServiceEntries(), Texts{"journal-entry-9"});
     ConversationItem* kept = conversation->getConversationItems()[1];
     conversation->setConversationItems({phone.missed(8, "11"), kept, nullptr, kept});
     EXPECT_EQ(timesOf(*conversation), (Times{8, 7}));
@@ -250,7 +250,7 @@ TEST_F(ConversationTest, ACloneIsIndependent)
     const LogCapture log(6);
     const auto conversation = phone.contact("Lee", "11", "12");
     conversation->addObserver(&listener);
-    conversation->append(phone.missed(1, "11", "", "", "e"));
+    conversation->append(phone.missed(1, "11", "", "", "the-journal-entry-1"));
     const std::unique_ptr<Conversation> copy(conversation->clone());
     listener.takeTold();
     copy->saveHomeNumber("13");
@@ -261,7 +261,8 @@ TEST_F(ConversationTest, ACloneIsIndependent)
     EXPECT_EQ(conversation->getContactName() + conversation->getHomeNumber(), "Lee");
     EXPECT_EQ(timesOf(*conversation).size() * 10 + timesOf(*copy).size(), 12U);
     EXPECT_EQ(copy->getConversationId(), conversation->getConversationId());
-    EXPECT_EQ(copy->getJournalServiceEntries(), (Texts{"e"}));
+    EXPECT_EQ(copy->getJournalServiceEntries(), conversation->getJournalServiceEntries());
+    EXPECT_EQ(copy->getJournalServiceEntries(), (Texts{"the-journal-entry-1"}));
     EXPECT_STREQ(copy->getConversationItems().back()->isClone(), "[clone]");
     EXPECT_EQ(std::string(copy->isClone()) + conversation->isClone(), "[clone]");
     EXPECT_EQ(log.count("Conversation::clone["), 1U);
