@@ -59,7 +59,7 @@ class ShortText
     const std::string* elsewhere() const noexcept
     {
         const std::string* text = nullptr;
-        std::memcpy(&text, bytes_.data(), sizeof text);
+        std::memcpy(&text, bytes_.data(), sizeof(void*));
         return text;
     }
 

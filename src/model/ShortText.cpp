@@ -20,7 +20,7 @@ ShortText::ShortText(std::string_view text)
 void ShortText::keepElsewhere(std::string_view text)
 {
     const std::string* kept = std::make_unique<const std::string>(text).release();
-    std::memcpy(bytes_.data(), &kept, sizeof kept);
+    std::memcpy(bytes_.data(), &kept, sizeof(void*));
     size_ = ELSEWHERE;
 }
 
