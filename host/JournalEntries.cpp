@@ -154,14 +154,13 @@ JournalEntries::Changes JournalEntries::add(const JournalCall& call)
         return {};
     }
 
-    using Observer = JournalServiceObserverIfc;
     Changes changes;
-    changes.push_back({isNew ? Observer::ADDED : Observer::UPDATED, entry});
+    changes.push_back({isNew ? JournalServiceObserverIfc::ADDED : JournalServiceObserverIfc::UPDATED, entry});
     if (isNew)
     {
         for (JournalEntry& dropped : dropSurplus(call.kind))
         {
-            changes.push_back({Observer::DELETED, std::move(dropped)});
+            changes.push_back({JournalServiceObserverIfc::DELETED, std::move(dropped)});
         }
     }
     const bool cameInVain = entries_.count(id) == 0;
@@ -243,21 +242,21 @@ JournalEntries::Changes JournalEntries::markViewed(const std::set<std::string>& 
 
 JournalEntries::Changes JournalEntries::changesSince(const JournalEntries& before) const
 {
-    using Observer = JournalServiceObserverIfc;
     Changes changes;
     for (const auto& [id, entry] : entries_)
     {
         const JournalEntry* old = before.find(id);
         if (old == nullptr || !isEqual(*old, entry))
         {
-            changes.push_back({old == nullptr ? Observer::ADDED : Observer::UPDATED, entry});
+            changes.push_back(
+                {old == nullptr ? JournalServiceObserverIfc::ADDED : JournalServiceObserverIfc::UPDATED, entry});
         }
     }
     for (const auto& [id, entry] : before.entries_)
     {
         if (find(id) == nullptr)
         {
-            changes.push_back({Observer::DELETED, entry});
+            changes.push_back({JournalServiceObserverIfc::DELETED, entry});
         }
     }
     return changes;
