@@ -165,6 +165,8 @@ class Conversation : public ConversationContact
     ActiveCall::callDirection activeCallDirection() const { return ask(&ConversationItem::activeCallDirection); }
     std::string getCallId() const { return ask(&ConversationItem::getCallId); }
     DisplayAPI::ForwardedCallType getForwardedCallType() const { return ask(&ConversationItem::getForwardedCallType); }
+
+    /** As long as shownItem(). */
     const CallPartyIdentifier* getForwardedCallParty() const { return ask(&ConversationItem::getForwardedCallParty); }
     int numberOfNewEvents() const;
 
@@ -191,8 +193,8 @@ class Conversation : public ConversationContact
     void appendNew(std::unique_ptr<ConversationItem> item);
 
     /**
-     * append() for each of the calls, which it takes; observers are told once. Each has one party, of the same number
-     * all of them, without further numbers, and no id.
+     * append() for each of the calls, which it takes; observers are told once. Each has one party, without further
+     * numbers, and no id.
      */
     void appendCalls(std::vector<DataThatShouldBeClonedOnCopy::HeldItem>& calls);
 
@@ -323,7 +325,7 @@ class Conversation : public ConversationContact
         observers_.tellNumberChanges(*this, before);
     }
 
-    void notifyObserversConversationIsModified() { observers_.tellModified(getConversationId()); }
+    void notifyObserversConversationIsModified() { observers_.tellModified(storedIdText()); }
     void keysChanged() { observers_.tellKeysChanged(*this); }
 
     bool clone_ = false;

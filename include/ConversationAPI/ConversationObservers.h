@@ -28,7 +28,7 @@ class ConversationObservers
     /** The conversation is being destroyed. */
     void tellEnd(Conversation& conversation);
 
-    void tellModified(const std::string& conversationId);
+    void tellModified(const SharedText& conversationId);
     void tellKeysChanged(Conversation& conversation)
     {
         if (first_)

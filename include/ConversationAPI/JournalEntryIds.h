@@ -23,7 +23,7 @@ class JournalEntryIds
     JournalEntryIds(const JournalEntryIds& other);
     JournalEntryIds& operator=(const JournalEntryIds&) = delete;
 
-    /** Appends the id unless it is there; "" is no id. */
+    /** Appends the id unless it is there; also "", that of a message in the mailbox. */
     void add(const std::string& id);
     void add(const JournalEntryIds& others);
     void remove(const std::string& id);
@@ -49,7 +49,7 @@ class JournalEntryIds
     Ids all() const;
     void assign(Ids ids);
 
-    ShortText first_; ///< "": there is none
+    ShortText first_; ///< "": there is none, or it is among the others
     std::unique_ptr<More> more_;
 };
 } // namespace ConversationAPI

@@ -183,7 +183,7 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
     const auto place = [&](const ItemBatches::Ranked& one, bool startsConversation)
     {
         const auto beforeAdding = [&](Conversation& conversation) { later.appendBefore(conversation, one); };
-        return startsConversation ? placement_->addNewConversation(one.item, nullptr, beforeAdding)
+        return startsConversation ? placement_->startConversationOfRebuild(one.item, beforeAdding)
                                   : placement_->placeItemOfRebuild(one.item, beforeAdding);
     };
     const std::vector<ItemBatches::Batch>& all = batches.inOrder();
@@ -222,7 +222,7 @@ void ConversationItemAggregator::newConversationItem(ConversationItem* item)
     }
     else
     {
-        conversation = placement_->addNewConversation(item, placement_->getIDGeneratorForItem(item));
+        conversation = placement_->startConversation(item);
     }
     if (conversation)
     {

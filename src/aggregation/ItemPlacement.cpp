@@ -134,12 +134,12 @@ Conversation* ItemPlacement::placeItemOfRebuild(ConversationItem* item, const Be
         CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
                          "buildConversationsFrom() always create new conversation for active call, progressing or "
                          "clearing items");
-        return addNewConversation(item, getIDGeneratorForItemOfRebuild(item), beforeJoining);
+        return addNewConversation(item, getIDGeneratorForItemOfRebuild(item), READ, beforeJoining);
     }
     Conversation* target = findTarget(item);
     if (!target)
     {
-        return addNewConversation(item, nullptr, beforeJoining);
+        return startConversationOfRebuild(item, beforeJoining);
     }
     beforeJoining(*target);
     target->appendNew(std::unique_ptr<ConversationItem>(item));
@@ -210,11 +210,21 @@ ConversationIDGenerator* ItemPlacement::getIDGeneratorForItemOfRebuild(Conversat
     return beside && !item->areGroupPickupConversationItems(*beside->shownItem()) ? &extraCallIds_ : nullptr;
 }
 
+Conversation* ItemPlacement::startConversation(ConversationItem* item)
+{
+    return addNewConversation(item, getIDGeneratorForItem(item), TOLD, nullptr);
+}
+
+Conversation* ItemPlacement::startConversationOfRebuild(ConversationItem* item, const BeforeJoining& beforeJoining)
+{
+    return addNewConversation(item, nullptr, READ, beforeJoining);
+}
+
 Conversation* ItemPlacement::addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
-                                                const BeforeJoining& beforeJoining)
+                                                Origin origin, const BeforeJoining& beforeJoining)
 {
     std::unique_ptr<Conversation> conversation =
-        generator ? makeExtraConversation(item, *generator) : makeConversation(item);
+        generator ? makeExtraConversation(item, *generator, origin) : makeConversation(item, origin);
     if (!conversation)
     {
         return nullptr;
@@ -227,6 +237,7 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
         {
             beforeJoining(*existing);
         }
+        // An additional call's row that history joins is the party's from then on: no two rows may have one id.
         existing->setExtraActiveConversation(existing->extraActiveConversation() &&
                                              placed.isActiveOrProgressingOrClearing());
         existing->appendNew(placed.copy());
@@ -236,7 +247,20 @@ Conversation* ItemPlacement::addNewConversation(ConversationItem* item, Conversa
     return conversation.release();
 }
 
-std::unique_ptr<Conversation> ItemPlacement::makeConversation(ConversationItem* item)
+/** A source that tells of an item may still have a pointer to it. */
+void ItemPlacement::give(ConversationItem* item, Conversation& conversation, Origin origin)
+{
+    if (origin == TOLD)
+    {
+        conversation.append(item);
+    }
+    else
+    {
+        conversation.appendNew(std::unique_ptr<ConversationItem>(item));
+    }
+}
+
+std::unique_ptr<Conversation> ItemPlacement::makeConversation(ConversationItem* item, Origin origin)
 {
     std::unique_ptr<Conversation> conversation(factory_.createConversation());
     if (!conversation)
@@ -245,7 +269,7 @@ std::unique_ptr<Conversation> ItemPlacement::makeConversation(ConversationItem* 
         return nullptr;
     }
     const bool isToBeDeletedWithList = item->isDeleteOnConversationList();
-    conversation->appendNew(std::unique_ptr<ConversationItem>(item));
+    give(item, *conversation, origin);
     if (conversation->getState() == ConversationItemState::VOICEMAIL || !isToBeDeletedWithList)
     {
         conversation->setDeletable(false);
@@ -255,11 +279,11 @@ std::unique_ptr<Conversation> ItemPlacement::makeConversation(ConversationItem* 
 
 /** A second live call of a party: a conversation of its own, which is at least named like the first. */
 std::unique_ptr<Conversation> ItemPlacement::makeExtraConversation(ConversationItem* item,
-                                                                   ConversationIDGenerator& generator)
+                                                                   ConversationIDGenerator& generator, Origin origin)
 {
     const Conversation* beside = getLiveConversationBeside(item);
     std::unique_ptr<Conversation> conversation(factory_.createConversation(generator));
-    conversation->appendNew(std::unique_ptr<ConversationItem>(item));
+    give(item, *conversation, origin);
     conversation->setExtraActiveConversation(true);
     madeExtraConversation_ = true;
     nameLike(beside, *conversation);

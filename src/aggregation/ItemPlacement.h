@@ -43,21 +43,34 @@ class ItemPlacement
     /** Who holds an item of this call, wherever it stands among the items; null for nobody and for "". */
     Conversation* getConversationHoldingCall(const std::string& callId);
 
-    /** The generator for a live call with a party that is in one already; null for everything else. */
-    ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
-
     /**
-     * Starts a conversation with the item, which it takes; without a generator, the factory's own gives the
-     * id. Answers the conversation of that id that was there already if the item belongs to it, null when no
-     * conversation could be made. `beforeJoining` is told of that one before it gets the item.
+     * Starts a conversation with a single item, which it takes. Answers the conversation of its id that was there
+     * already if the item belongs to it, null when no conversation could be made.
      */
-    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator,
-                                     const BeforeJoining& beforeJoining = nullptr);
+    Conversation* startConversation(ConversationItem* item);
+
+    /** As startConversation(), with an item of a rebuild that is no live call; `beforeJoining` as above. */
+    Conversation* startConversationOfRebuild(ConversationItem* item, const BeforeJoining& beforeJoining);
 
     /** Names second calls of a party, where they bring no name, like the party's conversation. */
     void nameExtraConversations();
 
   private:
+    /** How an item came from its source. */
+    enum Origin
+    {
+        TOLD, ///< alone
+        READ  ///< with all others, for a rebuild: nobody else has a pointer to it
+    };
+
+    /** The generator for a live call with a party that is in one already; null for everything else. */
+    ConversationIDGenerator* getIDGeneratorForItem(ConversationItem* item);
+
+    /** Without a generator, the factory's own gives the id. */
+    Conversation* addNewConversation(ConversationItem* item, ConversationIDGenerator* generator, Origin origin,
+                                     const BeforeJoining& beforeJoining);
+    static void give(ConversationItem* item, Conversation& conversation, Origin origin);
+
     /** Where an item of a rebuild that is no live call belongs; null when it starts a conversation. */
     Conversation* findTarget(ConversationItem* item);
 
@@ -70,8 +83,9 @@ class ItemPlacement
     static void nameLike(const Conversation* beside, Conversation& conversation);
     Conversation* findAnonymousTarget(ConversationItem* item);
     Conversation* getLiveConversationBeside(ConversationItem* item);
-    std::unique_ptr<Conversation> makeConversation(ConversationItem* item);
-    std::unique_ptr<Conversation> makeExtraConversation(ConversationItem* item, ConversationIDGenerator& generator);
+    std::unique_ptr<Conversation> makeConversation(ConversationItem* item, Origin origin);
+    std::unique_ptr<Conversation> makeExtraConversation(ConversationItem* item, ConversationIDGenerator& generator,
+                                                        Origin origin);
     static bool joins(const ConversationItem& item, const Conversation& existing);
 
     ConversationList& conversations_;

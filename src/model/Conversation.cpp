@@ -171,7 +171,8 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
         return;
     }
     const CopyOnWrite<ContactDetails> before = contactDetails();
-    const bool isPartyKnown = hasNothingToLearnFrom(calls.front()->participants().front());
+    std::string number = calls.front()->participants().front().comparableNumberText();
+    bool isPartyKnown = hasNothingToLearnFrom(calls.front()->participants().front());
     {
         const CriticalSection guard(lock_);
         data_.reserve(std::min(data_.items().size() + calls.size(), MOST_HISTORY_ITEMS + 1));
@@ -179,6 +180,12 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
         {
             HeldItem& call = calls[place];
             prefetch(*calls[std::min(place + PREFETCH_DISTANCE, calls.size() - 1)]);
+            const ConversationParticipant& party = call->participants().front();
+            if (party.comparableNumberText() != number)
+            {
+                number = party.comparableNumberText();
+                isPartyKnown = hasNothingToLearnFrom(party);
+            }
             const bool isOldest = call->isNonActiveCall() && data_.isOlderThanAll(call.time(), 1);
             if (!isPartyKnown || !isOldest)
             {

@@ -109,7 +109,7 @@ std::vector<ConversationItem*> ConversationMerge::fold(const Conversation::Foldi
     if (hasArrived)
     {
         into_.takeSecondPartyOfShownItem();
-        into_.observers_.tellModified(idBefore.str()); // not before, as items that they look at may change places
+        into_.observers_.tellModified(idBefore); // not before, as items that they look at may change places
     }
     if (into_.getContactSource() != Conversation::NO_CONTACT)
     {

@@ -92,9 +92,14 @@ bool ConversationObservers::isKnown(const ConversationModificationObserverIfc* o
     return observer && (observer == first_ || (others_ && isAmongOthers()));
 }
 
-void ConversationObservers::tellModified(const std::string& conversationId)
+void ConversationObservers::tellModified(const SharedText& conversationId)
 {
-    tellEach([&](ConversationModificationObserverIfc& observer) { observer.conversationModified(conversationId); });
+    if (!first_)
+    {
+        return;
+    }
+    const SharedText id = conversationId; // the conversation's own, which an observer may change
+    tellEach([&](ConversationModificationObserverIfc& observer) { observer.conversationModified(id.str()); });
 }
 
 void ConversationObservers::tellAllKeysChanged(Conversation& conversation)

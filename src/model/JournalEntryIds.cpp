@@ -22,11 +22,11 @@ JournalEntryIds::JournalEntryIds(const JournalEntryIds& other)
 
 void JournalEntryIds::add(const std::string& id)
 {
-    if (id.empty() || isAmongLatest(id))
+    if (isAmongLatest(id))
     {
         return;
     }
-    if (first_.empty())
+    if (first_.empty() && !more_ && !id.empty())
     {
         first_ = ShortText(id);
         return;
@@ -53,7 +53,7 @@ void JournalEntryIds::add(const JournalEntryIds& others)
 
 bool JournalEntryIds::isAmongLatest(const std::string& id) const
 {
-    if (id == first_.view())
+    if (!first_.empty() && id == first_.view())
     {
         return true;
     }
@@ -68,10 +68,6 @@ bool JournalEntryIds::isAmongLatest(const std::string& id) const
 
 void JournalEntryIds::remove(const std::string& id)
 {
-    if (id.empty())
-    {
-        return;
-    }
     Ids left = all();
     left.erase(std::remove(left.begin(), left.end(), id), left.end());
     assign(std::move(left));
@@ -102,7 +98,7 @@ void JournalEntryIds::assign(Ids ids)
 {
     first_ = ShortText();
     more_.reset();
-    if (!ids.empty())
+    if (!ids.empty() && !ids.front().empty())
     {
         first_ = ShortText(ids.front());
         ids.erase(ids.begin());

@@ -74,6 +74,46 @@ TEST(RegroupingTest, CallsOfAContactsTwoNumbersAreTakenInTheOrderOfAll)
     EXPECT_EQ(w.rows(), (Texts{"Newest: e3 e2 e1"}));
 }
 
+/** The journal tells of each call which of the party's numbers it was. */
+TEST(RegroupingTest, CallsThatComeTogetherTeachEachNumber)
+{
+    World w;
+    const auto add = [&w](const char* entry, const std::string& number, bool isMobile)
+    {
+        ConversationItem* item = w.missed(entry, number, "Ann");
+        item->setPhoneNumbers(isMobile ? "" : number, "", isMobile ? number : "", "");
+        w.journal.keep(item);
+    };
+    add("b2", "1002", true);
+    add("a2", "1001", false);
+    add("b1", "1002", false);
+    add("a1", "1001", false);
+    w.aggregator.conversationItemsChanged();
+    const auto ann = w.contact("Ann", "1001", "1002");
+    w.aggregator.conversationUpdated(ann.get());
+    ASSERT_EQ(w.rows(), (Texts{"Ann: a1 b1 a2 b2"}));
+    w.aggregator.conversationItemsChanged();
+    EXPECT_EQ(w.rows(), (Texts{"Ann: a1 b1 a2 b2"}));
+    EXPECT_NE(w.list().findByNumber("1002"), nullptr);
+}
+
+/** A source may keep a pointer to what it has told of, and copies must not change with it. */
+TEST(RegroupingTest, ASourcesItemStaysInItsConversationAlone)
+{
+    World w;
+    for (const char* entry : {"e1", "e2"})
+    {
+        ConversationItem* item = w.missed(entry, "4711");
+        w.aggregator.newConversationItem(item);
+        const std::unique_ptr<Conversation> copy(w.holding(entry)->clone());
+        const int before = copy->numberOfNewEvents();
+        item->setViewed(false);
+        EXPECT_EQ(copy->numberOfNewEvents(), before) << entry;
+        EXPECT_GT(w.holding(entry)->numberOfNewEvents(), before) << entry;
+        EXPECT_EQ(w.holding(entry)->getConversationItems().front(), item);
+    }
+}
+
 TEST(RegroupingTest, ASecondLiveCallIsNamedButLeftAlone)
 {
     World w;

