@@ -8,9 +8,9 @@
  * reaches the receiver, until the next search or cancelSearch(). With a single source that search goes on until it
  * is cancelled: nobody is left to report its end; startLocalSearch() is meant for that.
  *
- * Sources and receiver are not owned. A source is removed before it is destroyed; cancelSearch() before the receiver
- * or the searcher is destroyed, for sources keep the searcher as their observer. UI thread only: services that
- * answer on other threads post their answers there.
+ * Sources and receiver are not owned. A source is removed before it is destroyed, which cancels what it was asked;
+ * cancelSearch() before the receiver or the searcher is destroyed, for sources keep the searcher as their observer. UI
+ * thread only: services that answer on other threads post their answers there.
  */
 #pragma once
 

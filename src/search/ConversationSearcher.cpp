@@ -38,13 +38,14 @@ void ConversationSearcher::startSearch(const std::string& searchId, const std::s
     isSearching_ = true;
     const SearchableConversationSourceIfc* first = sources_.empty() ? nullptr : *sources_.begin();
     const std::vector<std::string> ids = searchAtOnce(searchString_);
-    if (receiver_)
+    const auto isReplaced = [&] { return search != searchCount_; }; // by another search, or cancelled
+    if (receiver_ && !isReplaced())
     {
         receiver_->receiveSearchResults(ids, LOCAL_RESULTS);
     }
-    if (search != searchCount_)
+    if (isReplaced())
     {
-        return; // the receiver has started another search, or cancelled this one
+        return;
     }
     if (!sources_.empty() && !networkDirectoryOnly_)
     {
@@ -164,9 +165,22 @@ void ConversationSearcher::addSearchableConversationSource(SearchableConversatio
 void ConversationSearcher::removeSearchableConversationSource(SearchableConversationSourceIfc* source)
 {
     const auto found = std::find(sources_.begin(), sources_.end(), source);
-    if (found != sources_.end())
+    if (found == sources_.end())
     {
-        sources_.erase(found);
+        return;
+    }
+    const unsigned long search = searchCount_;
+    const bool mayHaveBeenAsked = found != sources_.begin() && !handedOutId_.empty();
+    sources_.erase(found);
+    if (!mayHaveBeenAsked)
+    {
+        return;
+    }
+    const bool wasAsked = handedOutId_ == searchId_;
+    source->cancelSearch(std::string(handedOutId_)); // else it would keep the searcher as its observer
+    if (wasAsked && search == searchCount_ && isSearching_ && sources_.size() == 1)
+    {
+        endSearch(); // nobody is left to report it
     }
 }
 

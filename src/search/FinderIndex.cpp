@@ -44,7 +44,8 @@ void FinderIndex::forget(const Conversation* conversation)
 
 void FinderIndex::follow(const ConversationList& list)
 {
-    if (isInOrder_)
+    // A row that is told to go is still listed, and so taken in again if somebody searches then.
+    if (isInOrder_ && inOrder_.size() == list.size())
     {
         return;
     }

@@ -123,6 +123,21 @@ TEST_F(Finding, FollowsTheList)
     EXPECT_TRUE(early.getMatchingConversationIds("ann").empty());
 }
 
+/** A display that is told of a deletion searches anew, while the row is still listed. */
+TEST_F(Finding, NothingThatHasGone)
+{
+    Screen screen;
+    world.combined.addObserver(&screen);
+    world.run("ring c1 11");
+    EXPECT_EQ(found("1"), "");
+    screen.take();
+    screen.reaction = [this] { finder.getMatchingConversationIds("1"); };
+    world.run("end c1");
+    EXPECT_EQ(screen.take().substr(0, 7), "deleted");
+    EXPECT_EQ(finder.getMatchingConversationIds("1"), Texts());
+    world.combined.removeObserver(&screen);
+}
+
 /** What was kept of rows is what a finder that knows none finds. */
 TEST_F(Finding, KeptTextsAreThoseOfTheRows)
 {
