@@ -14,6 +14,7 @@
 
 #include "ConversationAPI/ConversationItemSourceIfc.h"
 #include "ConversationAPI/ConversationSourceIfc.h"
+#include "ConversationAPI/NotificationRound.h"
 #include "platform/Semaphore.h"
 
 #include <memory>
@@ -122,6 +123,7 @@ class BroadsoftServiceConversationItemSource : public ConversationItemSourceIfc,
     ConversationItemFactory* itemFactory_;
     ConversationFactory* conversationFactory_;
     const std::unique_ptr<PresetIDGenerator> idGenerator_; ///< outlives the conversations
+    NotificationRound round_; ///< keeps what goes while observers are told, who may read it
     const std::unique_ptr<CallLogConversations> conversations_;
     std::vector<std::string> entries_; ///< those that are understood
     std::string filter_;

@@ -104,8 +104,8 @@ BroadsoftServiceConversationItemSource::BroadsoftServiceConversationItemSource(B
                                                                                ConversationItemFactory* itemFactory,
                                                                                ConversationFactory* conversationFactory)
     : service_(service), itemFactory_(itemFactory), conversationFactory_(conversationFactory),
-      idGenerator_(std::make_unique<PresetIDGenerator>()), conversations_(std::make_unique<CallLogConversations>()),
-      filter_(SHOW_ALL)
+      idGenerator_(std::make_unique<PresetIDGenerator>()), round_([](bool) {}),
+      conversations_(std::make_unique<CallLogConversations>()), filter_(SHOW_ALL)
 {
 }
 
@@ -164,6 +164,7 @@ void BroadsoftServiceConversationItemSource::init()
         return;
     }
     takeEntries(service_->entries());
+    const NotificationRound::Scope round(round_);
     tellEach(observers_, [](ConversationSourceObserverIfc& observer) { observer.conversationSourcesReady(); });
     notifyObserversConversationsChanged();
     if (itemObserver_)
@@ -200,7 +201,7 @@ void BroadsoftServiceConversationItemSource::takeEntries(std::vector<std::string
 {
     const CriticalSection guard(lock_);
     entries_.clear();
-    conversations_->removeAndDeleteAll();
+    conversations_->retireAll(round_);
     for (std::string& entry : entries)
     {
         if (Conversation* conversation = stringToConversation(entry))
@@ -226,6 +227,7 @@ void BroadsoftServiceConversationItemSource::filterContent()
 
 void BroadsoftServiceConversationItemSource::notifyObserversConversationsChanged()
 {
+    const NotificationRound::Scope round(round_);
     tellEach(observers_, [](ConversationSourceObserverIfc& observer) { observer.conversationsChanged(); });
 }
 

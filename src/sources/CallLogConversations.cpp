@@ -1,8 +1,11 @@
 #include "sources/CallLogConversations.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/NotificationRound.h"
 
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -32,10 +35,12 @@ CallLogConversations::~CallLogConversations()
     shown_.clear();
 }
 
-void CallLogConversations::removeAndDeleteAll()
+void CallLogConversations::retireAll(NotificationRound& round)
 {
+    const std::vector<Conversation*> gone(all_.begin(), all_.end());
     shown_.clear();
-    all_.removeAndDeleteAll();
+    all_.clear();
+    std::for_each(gone.begin(), gone.end(), [&round](Conversation* conversation) { round.retire(conversation); });
 }
 
 void CallLogConversations::show(const std::string& filter)

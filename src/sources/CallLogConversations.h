@@ -12,6 +12,8 @@
 
 namespace ConversationAPI
 {
+class NotificationRound;
+
 class CallLogConversations
 {
   public:
@@ -24,8 +26,8 @@ class CallLogConversations
     const ConversationList& all() const { return all_; }
     ConversationList& shown() { return shown_; }
 
-    /** Deletes all conversations; nothing is shown then. */
-    void removeAndDeleteAll();
+    /** Empties both lists. The conversations are deleted as soon as nobody is being told anything. */
+    void retireAll(NotificationRound& round);
 
     /** Takes a conversation over; it is not shown yet. */
     void add(Conversation* conversation) { all_.push_back(conversation); }

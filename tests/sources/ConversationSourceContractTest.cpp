@@ -177,7 +177,10 @@ TYPED_TEST(ConversationSourceContract, WhatIsToldLivesUntilAllWereTold)
     t.observer.reaction = t.other.reaction = [&t](Conversation* told)
     {
         t.observer.reaction = t.other.reaction = nullptr;
+        const ConversationList& list = *t.feed.source.getConversations();
+        const std::vector<Conversation*> all(list.begin(), list.end()); // as a display has it that goes through them
         t.feed.source.deleteConversation(told ? told->getConversationId() : t.idOf("Bob"));
+        EXPECT_EQ(std::count_if(all.begin(), all.end(), [](auto* one) { return one->getContactName() == "Bob"; }), 1);
         EXPECT_TRUE(!told || told->getContactName() == "Bob");
     };
     t.feed.add("Bob");
