@@ -8,7 +8,7 @@
 
 include(CMakePackageConfigHelpers)
 
-set(package_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/conversationapi-${PROJECT_VERSION_MAJOR})
+set(package_include_dir ${CONVERSATIONAPI_INCLUDE_DIR})
 set(package_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ConversationAPI)
 set(package_pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
