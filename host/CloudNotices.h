@@ -1,8 +1,7 @@
 /**
  * Passes what the cloud service reports on to the source of cloud conversations.
  *
- * Neither is owned; both live as long as this object, which is the service's observer meanwhile. It stands in this
- * header as a whole, so that the host's library does without the other. UI thread only.
+ * Neither is owned; both live as long as this object, which is the service's observer meanwhile. UI thread only.
  */
 #pragma once
 

@@ -1,6 +1,7 @@
 #include "host/DigitAnalysis.h"
 
 #include "host/internal/BoundedCache.h"
+#include "host/internal/LogFormat.h"
 #include "platform/Logging.h"
 
 #include <algorithm>
@@ -25,6 +26,13 @@ constexpr std::size_t LONGEST_DIAL_STRING = 64;
 constexpr std::size_t CACHE_CAPACITY = 20'000;
 constexpr std::string_view SEPARATORS = " \t-/.()";
 constexpr const char* UNKNOWN_REGION = "ZZ";
+
+std::string inUpperCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    return text;
+}
 
 bool isDigit(char character)
 {
@@ -164,18 +172,13 @@ DigitAnalysis::Impl::Impl(const DigitAnalysisSettings& settings)
 
 void DigitAnalysis::Impl::setRegion(const std::string& region)
 {
-    std::string code = region;
-    std::transform(code.begin(), code.end(), code.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
-    std::set<std::string> known;
-    util_.GetSupportedRegions(&known);
-    if (known.count(code) == 0)
+    if (!knowsRegion(region))
     {
-        logAppOrv("Host", DIGIT_ANALYSIS_LOG_FILE, 2, __LINE__,
-                  "No telephone region '%s'; national numbers stay as they are", region.c_str());
+        logInFull(DIGIT_ANALYSIS_LOG_FILE, 2, __LINE__,
+                  "No telephone region '" + region + "'; national numbers stay as they are");
         return;
     }
-    region_ = code;
+    region_ = inUpperCase(region);
     util_.GetNddPrefixForRegion(region_, true, &trunkPrefix_);
     // Where the trunk prefix is the country code itself ("1 212 ..."), numbers are dialled with or without it.
     trunkPrefixNeeded_ =
@@ -274,6 +277,13 @@ Reading DigitAnalysis::Impl::readSubscriber(const std::string& digits) const
 DigitAnalysis::DigitAnalysis(const DigitAnalysisSettings& settings) : impl_(std::make_unique<Impl>(settings)) {}
 
 DigitAnalysis::~DigitAnalysis() = default;
+
+bool DigitAnalysis::knowsRegion(const std::string& region)
+{
+    std::set<std::string> known;
+    PhoneNumberUtil::GetInstance()->GetSupportedRegions(&known);
+    return known.count(inUpperCase(region)) != 0;
+}
 
 void DigitAnalysis::convertDialString(std::string& number)
 {

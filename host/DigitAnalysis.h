@@ -46,6 +46,9 @@ class DigitAnalysis final : public DigitAnalysisServiceIfc
     explicit DigitAnalysis(const DigitAnalysisSettings& settings = {});
     ~DigitAnalysis() override;
 
+    /** Whether the numbers of a region, ISO 3166 in either case, are known. */
+    static bool knowsRegion(const std::string& region);
+
     void convertDialString(std::string& number) override;
 
     /** Converts the number once, so that it is at hand when it is asked for. */

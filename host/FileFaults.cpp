@@ -1,11 +1,10 @@
 #include "host/internal/FileFaults.h"
 
+#include "host/internal/LogFormat.h"
 #include "host/internal/StoredDatabase.h"
-#include "platform/Logging.h"
 
 #include <SQLiteCpp/Exception.h>
 #include <array>
-#include <boost/algorithm/string/replace.hpp>
 #include <ctime>
 #include <exception>
 #include <sqlite3.h>
@@ -107,29 +106,24 @@ void FileFaults::logGone() const
     log(2, "was deleted or moved");
 }
 
-/** The path is part of the format, so that the log names the file as it is: it is nobody's name. The number of the
- *  fault is there because a format without arguments would be none for the compiler. */
 void FileFaults::log(int level, const std::string& what) const
 {
-    std::string format = std::string("The ") + wording_.file + " file '" + file_.string() + "' " + what;
-    boost::algorithm::replace_all(format, "%", "%%");
-    format += " (%d)";
-    logAppOrv("Host", FILE_FAULTS_LOG_FILE, level, __LINE__, format.c_str(), static_cast<int>(fault_));
+    logInFull(FILE_FAULTS_LOG_FILE, level, __LINE__,
+              std::string("The ") + wording_.file + " file '" + file_.string() + "' " + what);
 }
 
 void FileFaults::logNoCheckpoint(const char* reason) const
 {
-    const std::string format = std::string("No checkpoint of the ") + wording_.file + " file: %s";
-    logAppOrv("Host", FILE_FAULTS_LOG_FILE, 3, __LINE__, format.c_str(), reason);
+    logInFull(FILE_FAULTS_LOG_FILE, 3, __LINE__,
+              std::string("No checkpoint of the ") + wording_.file + " file: " + reason);
 }
 
 std::string FileFaults::problem() const
 {
     if (fault_ != Fault::NONE)
     {
-        return std::string("The ") + wording_.name + " " + file_.string() + " " + describe(fault_) + ". " +
-               (lacksLog_ ? "What its log has cannot be read. " : "") +
-               "What is new is kept in memory until it can be written.";
+        return std::string("The ") + wording_.name + " " + file_.string() + " " + describe(fault_) + "." +
+               (lacksLog_ ? " What its log has cannot be read." : "");
     }
     return setAside_.empty()
                ? std::string()

@@ -155,6 +155,14 @@ bool Journal::store()
     return isStored();
 }
 
+void Journal::abandon()
+{
+    if (file_)
+    {
+        file_->abandon();
+    }
+}
+
 std::string Journal::problem() const
 {
     return file_ ? file_->problem() : std::string();

@@ -163,8 +163,12 @@ JournalEntries::Changes JournalEntries::add(const JournalCall& call)
             changes.push_back({JournalServiceObserverIfc::DELETED, std::move(dropped)});
         }
     }
-    const bool cameInVain = entries_.count(id) == 0;
-    return cameInVain ? Changes() : changes;
+    if (entries_.count(id) == 0) // older than all that is kept: for everybody else, it was never there
+    {
+        const auto isOfVainOne = [&id](const JournalChange& change) { return change.entry.id == id; };
+        changes.erase(std::remove_if(changes.begin(), changes.end(), isOfVainOne), changes.end());
+    }
+    return changes;
 }
 
 /** Whether the entry has one more call, or another one. Of calls of one moment the one that came last is newest. */

@@ -18,6 +18,8 @@ constexpr std::size_t LONGEST_QUERY = 256;
 /** The worker ends a search when its time has passed; this is for when it hangs, and so comes a little later. */
 constexpr std::chrono::milliseconds GRACE{500};
 
+constexpr const char* NO_ANSWER = "Timed out";
+
 bool isSearchable(const std::string& text)
 {
     if (text.size() > LONGEST_QUERY || !isUtf8(text))
@@ -37,7 +39,8 @@ LdapDirectory::LdapDirectory(LdapSettings settings, EventLoop& loop)
           settings_,
           [this](const Request& request, PhonebookSearchResults results)
           { post([this, request, results = std::move(results)] { tellResults(request, results); }); },
-          [this](const Request& request) { post([this, request] { end(request); }); }))
+          [this](const Request& request, const std::string& fault)
+          { post([this, request, fault] { end(request, fault); }); }))
 {
 }
 
@@ -54,6 +57,11 @@ void LdapDirectory::post(EventLoop::Task task)
                 task();
             }
         });
+}
+
+std::string LdapDirectory::problem() const
+{
+    return fault_.empty() ? "" : "The directory " + settings_.url + " cannot be asked: " + fault_ + ".";
 }
 
 void LdapDirectory::search(const std::string& searchId, const std::string& text)
@@ -76,7 +84,7 @@ void LdapDirectory::start(const std::string& searchId, const std::string& text)
                                                        LdapRequest::Clock::now() + settings_.timeout);
     Search& search = searches_[searchId];
     search.request = request;
-    search.timer = loop_.startTimer((settings_.timeout + GRACE).count(), [this, request] { end(request); });
+    search.timer = loop_.startTimer((settings_.timeout + GRACE).count(), [this, request] { end(request, NO_ANSWER); });
     worker_->add(request);
 }
 
@@ -107,10 +115,11 @@ void LdapDirectory::tellResults(const Request& request, const PhonebookSearchRes
     }
 }
 
-void LdapDirectory::end(const Request& request)
+void LdapDirectory::end(const Request& request, const std::string& fault)
 {
     if (isRunning(request))
     {
+        fault_ = fault;
         request->isCancelled = true; // for a worker that hangs
         searches_.erase(request->searchId);
         tellEnd(request->searchId);

@@ -35,6 +35,9 @@ class LdapDirectory final : public DirectorySearch
     LdapDirectory& operator=(const LdapDirectory&) = delete;
 
     void setObserver(DirectorySearchObserver* observer) override { observer_ = observer; }
+    /** Why the last search that came to its end failed, for the user; "" when it did not. */
+    std::string problem() const;
+
     void search(const std::string& searchId, const std::string& text) override;
     void cancel(const std::string& searchId) override;
 
@@ -51,13 +54,14 @@ class LdapDirectory final : public DirectorySearch
     void start(const std::string& searchId, const std::string& text);
     bool isRunning(const Request& request) const;
     void tellResults(const Request& request, const PhonebookSearchResults& results);
-    void end(const Request& request);
+    void end(const Request& request, const std::string& fault);
     void tellEnd(const std::string& searchId);
 
     const LdapSettings settings_;
     EventLoop& loop_;
     const std::shared_ptr<const bool> alive_; ///< what is posted to the loop does nothing once this is gone
     DirectorySearchObserver* observer_ = nullptr;
+    std::string fault_;                      ///< of the search that ended last
     std::map<std::string, Search> searches_; ///< those whose end is neither told nor about to be, by their id
     std::unique_ptr<LdapWorker> worker_;     ///< last: it posts until it is gone
 };

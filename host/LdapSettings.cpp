@@ -1,10 +1,10 @@
 #include "host/LdapSettings.h"
 
 #include "host/internal/LdapFilter.h"
+#include "host/internal/LogFormat.h"
 #include "platform/Logging.h"
 
 #include <algorithm>
-#include <boost/algorithm/string/replace.hpp>
 #include <fstream>
 #include <iterator>
 #include <ldap.h>
@@ -307,10 +307,8 @@ std::optional<LdapSettings> LdapSettings::read(const fs::path& file, std::string
     catch (const std::exception& fault)
     {
         problem = file.string() + ": " + fault.what();
-        // The fault names nobody, and would be hidden as an argument.
-        const std::string format = "The directory's settings '%s' cannot be used: " +
-                                   boost::replace_all_copy(std::string(fault.what()), "%", "%%");
-        logAppOrv("Host", LDAP_SETTINGS_LOG_FILE, 2, __LINE__, format.c_str(), file.c_str());
+        logInFull(LDAP_SETTINGS_LOG_FILE, 2, __LINE__,
+                  "The directory's settings '" + file.string() + "' cannot be used: " + fault.what());
         return std::nullopt;
     }
 }

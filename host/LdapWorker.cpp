@@ -1,5 +1,6 @@
 #include "host/internal/LdapWorker.h"
 
+#include "host/internal/LogFormat.h"
 #include "platform/Logging.h"
 
 #include <csignal>
@@ -63,11 +64,7 @@ void LdapWorker::run()
     blockSignals();
     while (const Request request = nextRequest())
     {
-        if (!request->isOver())
-        {
-            note(serve(request));
-        }
-        ended_(request);
+        ended_(request, request->isOver() ? ldap_err2string(LDAP_TIMEOUT) : note(serve(request)));
     }
 }
 
@@ -121,11 +118,12 @@ int LdapWorker::serve(const Request& request)
     }
 }
 
-void LdapWorker::note(int result)
+/** Gives what is to be told of it; "" when it went well. */
+std::string LdapWorker::note(int result)
 {
     if (result == LDAP_USER_CANCELLED)
     {
-        return;
+        return "";
     }
     if (result == LDAP_SIZELIMIT_EXCEEDED)
     {
@@ -135,15 +133,16 @@ void LdapWorker::note(int result)
     const bool isNews = std::exchange(problem_, result) != result;
     if (result != LDAP_SUCCESS)
     {
-        // libldap's text names nobody, and would be hidden as an argument.
+        // The server's own words may name somebody, and are hidden as an argument.
         const std::string format =
-            std::string("The search in the directory '%s' failed: ") + ldap_err2string(result) + " (%d) %s";
-        logAppOrv("Host", LDAP_WORKER_LOG_FILE, isNews ? 2 : 5, __LINE__, format.c_str(), settings_.url.c_str(), result,
-                  diagnosis_.c_str());
+            inFormat("The search in the directory '" + settings_.url + "' failed: " + ldap_err2string(result)) +
+            " (%d) %s";
+        logAppOrv("Host", LDAP_WORKER_LOG_FILE, isNews ? 2 : 5, __LINE__, format.c_str(), result, diagnosis_.c_str());
     }
     else if (isNews)
     {
-        logAppOrv("Host", LDAP_WORKER_LOG_FILE, 3, __LINE__, "The directory '%s' answers again", settings_.url.c_str());
+        logInFull(LDAP_WORKER_LOG_FILE, 3, __LINE__, "The directory '" + settings_.url + "' answers again");
     }
+    return result == LDAP_SUCCESS ? "" : ldap_err2string(result);
 }
 } // namespace Host

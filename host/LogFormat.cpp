@@ -1,6 +1,7 @@
 #include "host/internal/LogFormat.h"
 
 #include <algorithm>
+#include <boost/algorithm/string/replace.hpp>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -276,5 +277,16 @@ void Formatter::pad(const Conversion& conversion, const std::string& text)
 std::string formatLogText(const char* format, va_list arguments, const TextFilter& filter)
 {
     return Formatter(format, arguments, filter).run();
+}
+
+std::string inFormat(const std::string& text)
+{
+    return boost::replace_all_copy(text, "%", "%%");
+}
+
+void logInFull(const char* file, int level, int line, const std::string& text)
+{
+    const char* nothing = ""; // a format without arguments would be none for the compiler
+    logAppOrv("Host", file, level, line, (inFormat(text) + "%s").c_str(), nothing);
 }
 } // namespace Host

@@ -88,6 +88,14 @@ bool Phonebook::store()
     return isStored();
 }
 
+void Phonebook::abandon()
+{
+    if (file_)
+    {
+        file_->abandon();
+    }
+}
+
 std::string Phonebook::problem() const
 {
     return file_ ? file_->problem() : std::string();

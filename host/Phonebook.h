@@ -67,6 +67,12 @@ class Phonebook final : public DirectoryServiceIfc, private DirectorySearchObser
     /** Tries to write what waits; whether nothing waits any more. */
     bool store();
 
+    /**
+     * What waits is never written, nor what changes from now on. For a program that tells its user that something was
+     * not stored, and ends: it must not be stored behind the user's back.
+     */
+    void abandon();
+
     /** What is wrong with the file, or that a damaged one was set aside, for the user; "" when nothing is to tell. */
     std::string problem() const;
 

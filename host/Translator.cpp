@@ -1,5 +1,6 @@
 #include "host/Translator.h"
 
+#include "host/internal/LogFormat.h"
 #include "host/internal/MessageCatalogue.h"
 #include "platform/Logging.h"
 
@@ -38,6 +39,18 @@ std::string languageOf(const std::string& code)
         language += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
     }
     return language;
+}
+
+fs::path catalogueOf(const std::string& language, const std::string& directory)
+{
+    return fs::path(directory) / language / "LC_MESSAGES" / (std::string(DOMAIN) + ".mo");
+}
+
+/** `language` is one of languageOf(). */
+bool hasCatalogue(const std::string& language, const std::string& directory)
+{
+    std::error_code error;
+    return !language.empty() && fs::is_regular_file(catalogueOf(language, directory), error);
 }
 
 std::vector<char> readCatalogue(const fs::path& path)
@@ -88,19 +101,23 @@ Translator::Translator(const std::string& language, const std::string& directory
     {
         return;
     }
-    logAppOrv("Host", TRANSLATOR_LOG_FILE, 3, __LINE__, "No catalogue for language '%s' in '%s', taking English",
-              language.c_str(), directory.c_str());
+    logInFull(TRANSLATOR_LOG_FILE, 3, __LINE__,
+              "No catalogue for language '" + language + "' in '" + directory + "', taking English");
     if (!load(FALLBACK_LANGUAGE, directory))
     {
-        logAppOrv("Host", TRANSLATOR_LOG_FILE, 2, __LINE__, "No English catalogue in '%s'", directory.c_str());
+        logInFull(TRANSLATOR_LOG_FILE, 2, __LINE__, "No English catalogue in '" + directory + "'");
     }
+}
+
+bool Translator::speaks(const std::string& language, const std::string& directory)
+{
+    return hasCatalogue(languageOf(language), directory);
 }
 
 bool Translator::load(const std::string& language, const std::string& directory)
 {
-    const fs::path path = fs::path(directory) / language / "LC_MESSAGES" / (std::string(DOMAIN) + ".mo");
-    std::error_code error;
-    if (language.empty() || !fs::is_regular_file(path, error))
+    const fs::path path = catalogueOf(language, directory);
+    if (!hasCatalogue(language, directory))
     {
         return false;
     }
@@ -117,8 +134,8 @@ bool Translator::load(const std::string& language, const std::string& directory)
     }
     catch (const std::exception& problem)
     {
-        logAppOrv("Host", TRANSLATOR_LOG_FILE, 2, __LINE__, "The catalogue '%s' cannot be read: %s", path.c_str(),
-                  problem.what());
+        logInFull(TRANSLATOR_LOG_FILE, 2, __LINE__,
+                  "The catalogue '" + path.string() + "' cannot be read: " + problem.what());
         return false;
     }
     language_ = language;

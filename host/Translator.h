@@ -27,6 +27,9 @@ class Translator final : public TranslatorIfc
      */
     explicit Translator(const std::string& language, const std::string& directory = defaultDirectory());
 
+    /** Whether there is a catalogue for the language, so that it does not give English. */
+    static bool speaks(const std::string& language, const std::string& directory = defaultDirectory());
+
     std::string translate(const TranslationInfo& info) override;
 
     /** The language that is spoken: "de"; "" when not even the English catalogue can be read. */

@@ -8,6 +8,7 @@
 #include "host/SimulatedEventLoop.h"
 
 #include <algorithm>
+#include <array>
 #include <ctime>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -48,11 +49,12 @@ void requireIntact(const Host::Phonebook& phonebook)
     }
 }
 
+/** By what a list shows of it: an e-mail address or a company alone would be an empty line. */
 bool namesSomebody(const Contact& contact)
 {
-    return std::any_of(CONTACT_FIELDS.begin(), CONTACT_FIELDS.end(),
-                       [&contact](const ContactField& field)
-                       { return field.isOfPerson && !(contact.*field.value).empty(); });
+    const std::array shown = {&contact.first, &contact.last,   &contact.work,
+                              &contact.work2, &contact.mobile, &contact.home};
+    return std::any_of(shown.begin(), shown.end(), [](const std::string* text) { return !text->empty(); });
 }
 
 std::string numberOfType(const Contact& contact, CallPartyIdentifier::PhoneNumberIconType type)
@@ -91,16 +93,12 @@ Contact completed(Contact contact, const Options& options)
     return contact;
 }
 
-Contact add(Host::Phonebook& phonebook, const Options& options)
+void write(Host::Phonebook& phonebook, const Contact& contact)
 {
-    const std::size_t before = phonebook.contactIds().size();
-    phonebook.write(writeRequest(completed({}, options)), true);
-    const std::vector<std::string> ids = phonebook.contactIds();
-    if (ids.size() == before)
+    if (!phonebook.write(writeRequest(contact), true))
     {
         throw ContactProblem("the phonebook refuses the contact");
     }
-    return contactWithId(phonebook, ids.back());
 }
 
 /** The contact as it stands in the phonebook from then on, or stood there. */
@@ -108,7 +106,8 @@ Contact act(Host::Phonebook& phonebook, const Options& options)
 {
     if (options.command == Options::CONTACT_ADD)
     {
-        return add(phonebook, options);
+        write(phonebook, completed({}, options));
+        return contactWithId(phonebook, phonebook.contactIds().back());
     }
     const Contact known = contactWithId(phonebook, options.contactId);
     if (options.command == Options::CONTACT_REMOVE)
@@ -116,7 +115,7 @@ Contact act(Host::Phonebook& phonebook, const Options& options)
         phonebook.deleteContact(known.contactId);
         return known;
     }
-    phonebook.write(writeRequest(completed(known, options)), true);
+    write(phonebook, completed(known, options));
     return contactWithId(phonebook, known.contactId);
 }
 
@@ -146,6 +145,13 @@ void printJson(std::ostream& stream, const std::vector<Contact>& contacts)
         for (const ContactField& field : CONTACT_FIELDS)
         {
             object[field.name] = contact.*field.value;
+        }
+        for (const auto& [name, type] : EventFields::partyTypes())
+        {
+            if (type == contact.mainNumber)
+            {
+                object["mainNumber"] = name;
+            }
         }
         stream << object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
     }
@@ -196,6 +202,7 @@ void manageContacts(const Options& options, std::ostream& screen, std::ostream& 
     }
     requireIntact(phonebook);
     const Contact contact = act(phonebook, options);
+    telephone.storeOrAbandon();
     requireIntact(phonebook);
     print(screen, {contact}, options.json);
 }

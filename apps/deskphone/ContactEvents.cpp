@@ -2,6 +2,7 @@
 #include "EventCatalogue.h"
 #include "FieldWriter.h"
 #include "Telephone.h"
+#include "UserActions.h"
 
 namespace Deskphone
 {
@@ -13,7 +14,14 @@ class ContactStored : public Event
   public:
     ContactStored(EventFields& fields, long) : contact_(readContact(fields, fields.requiredText("contactId"))) {}
 
-    void apply(Telephone& telephone) const override { telephone.phonebook().write(writeRequest(contact_), true); }
+    void apply(Telephone& telephone) const override
+    {
+        if (!telephone.phonebook().write(writeRequest(contact_), true))
+        {
+            throw NotPossible("the phonebook refuses the contact");
+        }
+    }
+
     void write(FieldWriter& fields) const override { writeContact(fields, contact_); }
 
   private:

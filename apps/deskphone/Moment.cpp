@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <ctime>
-#include <limits>
 
 namespace Deskphone
 {
@@ -14,6 +12,7 @@ constexpr const char* LOCAL_PATTERN = "dddd-dd-ddTdd:dd:dd";
 constexpr std::size_t LOCAL_LENGTH = 19;
 constexpr const char* OFFSET_PATTERN = "dd:dd";
 constexpr long HIGHEST_OFFSET_HOURS = 14;
+constexpr long LAST_MOMENT = 2'145'916'799; ///< of 2037: the telephone's times have 32 bits
 
 /** Whether the text is the pattern, in which 'd' stands for a digit. */
 bool matches(const std::string& text, const std::string& pattern)
@@ -87,7 +86,7 @@ std::optional<long> parseMoment(const std::string& text)
         return std::nullopt;
     }
     const long seconds = *local - *offset;
-    const bool isInRange = seconds >= 0 && seconds <= std::numeric_limits<std::int32_t>::max();
+    const bool isInRange = seconds >= 0 && seconds <= LAST_MOMENT;
     return isInRange ? std::optional<long>(seconds) : std::nullopt;
 }
 

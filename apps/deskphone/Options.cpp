@@ -4,6 +4,8 @@
 #include "EventCatalogue.h"
 #include "Moment.h"
 #include "TimeZone.h"
+#include "host/DigitAnalysis.h"
+#include "host/Translator.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -63,9 +65,9 @@ bool isPath(const std::string& text)
     return !text.empty() && text != "-";
 }
 
-bool isWord(const std::string& text)
+bool isLanguage(const std::string& text)
 {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isgraph(c) != 0; });
+    return Host::Translator::speaks(text);
 }
 
 bool isNotEmpty(const std::string& text)
@@ -92,14 +94,15 @@ void addSettings(CLI::App& command, Options& options)
     check(zone->type_name("ZONE")->group(group), "time zone that this machine knows", isTimeZone);
     CLI::Option* country =
         command.add_option("--country", options.country, "Where the telephone stands, ISO 3166, as DE");
-    check(country->type_name("COUNTRY")->group(group), "country", isWord);
+    check(country->type_name("COUNTRY")->group(group), "country whose numbers are known",
+          Host::DigitAnalysis::knowsRegion);
     CLI::Option* areaCode = command.add_option("--area-code", options.areaCode, "Its area code, as 030");
     check(areaCode->type_name("DIGITS")->group(group), "number", isDigits);
     CLI::Option* prefix =
         command.add_option("--outside-prefix", options.outsidePrefix, "What is dialled for an outside line, as 0");
     check(prefix->type_name("DIGITS")->group(group), "number", isDigits);
     CLI::Option* language = command.add_option("--language", options.language, "Language of the times: en, de");
-    check(language->type_name("CODE")->group(group), "language", isWord);
+    check(language->type_name("CODE")->group(group), "language that is spoken", isLanguage);
     command.add_option("--time-format", options.timeFormat, "How times of day are written")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"12HR", "24HR"}))
@@ -147,8 +150,11 @@ void addMoment(CLI::App& command, Options& options)
             "--at", [&options](const std::string& text) { options.at = parseMoment(text); },
             "Show it as at this moment instead of now: ISO 8601 with zone, 2026-03-05T09:00:00+01:00")
         ->type_name("TIME")
-        ->check([](const std::string& text)
-                { return parseMoment(text) ? std::string() : "'" + text + "' is no moment with a zone"; });
+        ->check(
+            [](const std::string& text) {
+                return parseMoment(text) ? std::string()
+                                         : "'" + text + "' is no moment with a zone between 1970 and 2037";
+            });
 }
 
 /** A command on the history that is stored, with no trace. */

@@ -128,12 +128,15 @@ const std::string& stateOrFinder(const ScreenRow& row)
     return row.state.empty() ? row.foundBy : row.state;
 }
 
-/** How many items the row holds and how many are new. The latter may need the blank before the former. */
+/** How many items the row holds and how many are new. The latter may need the blank before the former; where both are
+ *  long, the line is. */
 std::string countsOf(const ScreenRow& row, bool withIds)
 {
     const std::string news = newOf(row);
     const std::size_t excess = news.size() > NEW_COLUMNS ? news.size() - NEW_COLUMNS : 0;
-    return rightAligned(std::to_string(row.items), ITEMS_COLUMNS - excess) +
+    const std::string items = std::to_string(row.items);
+    const std::size_t left = ITEMS_COLUMNS - std::min(excess, ITEMS_COLUMNS);
+    return rightAligned(items, excess > 0 ? std::max(left, items.size()) : left) +
            leftAligned(news, withIds ? NEW_COLUMNS + excess : news.size());
 }
 

@@ -4,6 +4,8 @@
 #include "StorageProblem.h"
 #include "Telephone.h"
 #include "TelephoneSetup.h"
+#include "Trace.h"
+#include "UserActions.h"
 #include "host/LdapDirectory.h"
 #include "host/RealTimeEventLoop.h"
 
@@ -54,14 +56,23 @@ bool makeDirectory(const Options& options, Host::EventLoop& loop, std::unique_pt
     return true;
 }
 
+/** Whether that was possible, and is stored. Nothing is to do for place 0. */
 bool save(Telephone& telephone, long place, std::ostream& errors)
 {
-    if (place != 0 && !telephone.saveFound(place))
+    if (place == 0)
     {
-        errors << "deskphone: there is no result " << place << '\n';
+        return true;
+    }
+    try
+    {
+        saveFound(telephone, place);
+    }
+    catch (const NotPossible& notPossible)
+    {
+        errors << "deskphone: " << notPossible.what() << '\n';
         return false;
     }
-    return true;
+    return telephone.storeOrAbandon();
 }
 } // namespace
 
@@ -87,6 +98,11 @@ bool searchPeople(const Options& options, std::ostream& screen, std::ostream& er
     printFound(screen, telephone, options);
     const bool wasPossible = save(telephone, options.resultToSave, errors);
     problem.tellWhenNew();
-    return telephone.isStored() && wasPossible;
+    const bool wasAsked = !directory || directory->problem().empty();
+    if (!wasAsked)
+    {
+        errors << "deskphone: " << directory->problem() << '\n';
+    }
+    return telephone.isStored() && wasPossible && wasAsked;
 }
 } // namespace Deskphone

@@ -2,6 +2,7 @@
 #include "FieldWriter.h"
 #include "PersonFields.h"
 #include "Telephone.h"
+#include "UserActions.h"
 
 namespace Deskphone
 {
@@ -27,17 +28,7 @@ class FoundSaved : public Event
   public:
     FoundSaved(EventFields& fields, long) : place_(fields.number("result", 1, LAST_RESULT, 1)) {}
 
-    void apply(Telephone& telephone) const override
-    {
-        const std::string result = "result " + std::to_string(place_);
-        const bool exists = static_cast<std::size_t>(place_) <= telephone.found().size();
-        if (!telephone.saveFound(place_))
-        {
-            throw NotPossible(exists ? result + " is the cloud's, which has no number to store"
-                                     : "there is no " + result);
-        }
-    }
-
+    void apply(Telephone& telephone) const override { saveFound(telephone, place_); }
     void write(FieldWriter& fields) const override { fields.number("result", place_, 1); }
 
   private:

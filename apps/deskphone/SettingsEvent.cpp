@@ -1,6 +1,8 @@
 #include "SettingsEvent.h"
 
 #include "TimeZone.h"
+#include "host/DigitAnalysis.h"
+#include "host/Translator.h"
 
 #include <algorithm>
 
@@ -10,6 +12,14 @@ namespace
 {
 constexpr long LONGEST_EXTENSION = 15;
 constexpr long MOST_KEPT = 100'000;
+
+void require(bool isKnown, const std::string& field, const std::string& value, const std::string& fault)
+{
+    if (!isKnown)
+    {
+        throw TraceError("field " + inQuotes(field) + " is " + inQuotes(value) + ", " + fault);
+    }
+}
 
 void readDigits(EventFields& fields, const std::string& name, std::string& setting)
 {
@@ -34,13 +44,13 @@ TelephoneSettings readSettings(EventFields& fields)
 {
     TelephoneSettings settings;
     settings.timeZone = fields.text("timeZone");
-    if (!settings.timeZone.empty() && !isTimeZone(settings.timeZone))
-    {
-        throw TraceError("field 'timeZone' is " + inQuotes(settings.timeZone) + ", which this machine does not know");
-    }
+    require(settings.timeZone.empty() || isTimeZone(settings.timeZone), "timeZone", settings.timeZone,
+            "which this machine does not know");
     if (fields.has("country"))
     {
         settings.numbers.region = fields.requiredText("country");
+        require(Host::DigitAnalysis::knowsRegion(settings.numbers.region), "country", settings.numbers.region,
+                "whose numbers are not known");
     }
     readDigits(fields, "areaCode", settings.numbers.areaCode);
     readDigits(fields, "outsidePrefix", settings.numbers.outsideLinePrefix);
@@ -49,6 +59,7 @@ TelephoneSettings readSettings(EventFields& fields)
     if (fields.has("language"))
     {
         settings.language = fields.requiredText("language");
+        require(Host::Translator::speaks(settings.language), "language", settings.language, "which is not spoken");
     }
     const EventFields::Choices<std::string> timeFormats = {{"12HR", "12HR"}, {"24HR", "24HR"}};
     const EventFields::Choices<std::string> dateFormats = {{"DD.MM.YYYY", "DD.MM.YYYY"}, {"MM/DD/YYYY", "MM/DD/YYYY"}};

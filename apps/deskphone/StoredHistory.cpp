@@ -97,7 +97,7 @@ bool showHistory(const Options& options, std::ostream& screen, std::ostream& err
     {
         return false;
     }
-    if (isRead && !telephone.isStored())
+    if (isRead && !telephone.storeOrAbandon())
     {
         errors << "deskphone: the change was not stored\n";
         return false;

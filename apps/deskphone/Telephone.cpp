@@ -1,6 +1,7 @@
 #include "Telephone.h"
 
 #include "ConversationAPI/Conversation.h"
+#include "ConversationAPI/ConversationIDCondition.h"
 #include "NetworkEntries.h"
 #include "host/Clock.h"
 
@@ -235,18 +236,35 @@ std::vector<Telephone::Found> Telephone::found()
     return all;
 }
 
-/** Places are those of the screen, which leaves out what has gone since it was found. */
-bool Telephone::saveFound(long place)
+bool Telephone::storeOrAbandon()
 {
-    const std::vector<Found> all = found();
-    const bool exists = place >= 1 && static_cast<std::size_t>(place) <= all.size();
-    ConversationAPI::Conversation* one = exists ? all[static_cast<std::size_t>(place) - 1].conversation : nullptr;
-    if (!one || cloudConversations_.getConversation(one->getConversationId()))
+    const auto storeOrAbandonOne = [](auto& file)
     {
-        return false;
-    }
-    contacts_.saveContact(one);
-    return true;
+        const bool isStored = file.store();
+        if (!isStored)
+        {
+            file.abandon();
+        }
+        return isStored;
+    };
+    const bool isHistoryStored = storeOrAbandonOne(journal_);
+    return storeOrAbandonOne(phonebook_) && isHistoryStored;
+}
+
+bool Telephone::isOfCloud(const ConversationAPI::Conversation& row)
+{
+    return cloudConversations_.getConversation(row.getConversationId()) != nullptr;
+}
+
+bool Telephone::isContact(const ConversationAPI::Conversation& row)
+{
+    const ConversationAPI::ConversationListConditions::ConversationIDCondition hasId(row.getConversationId());
+    return contacts_.getConversations()->find(hasId) != nullptr;
+}
+
+void Telephone::saveContact(ConversationAPI::Conversation& person)
+{
+    contacts_.saveContact(&person);
 }
 
 /** The network's source puts its list in order and tells nobody. */

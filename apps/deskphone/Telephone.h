@@ -142,6 +142,9 @@ class Telephone
     /** Whether history and contacts are read, and all that changed is on the disk; true when nothing is kept. */
     bool isStored() const { return journal_.isStored() && phonebook_.isStored(); }
 
+    /** Tries once more to store what waits, and whether all is stored then. What is not will not be stored later. */
+    bool storeOrAbandon();
+
     // What the user interface uses.
 
     /** Look-ups, deletion, marking as read: of the local or the cloud's list, whichever was shown last. */
@@ -190,9 +193,13 @@ class Telephone
     /** In the order in which they are shown; who is not there any more is left out. */
     std::vector<Found> found();
 
-    /** Stores a found person, counted from 1, in the phonebook; false when there is no such one, or it is the cloud's,
-     *  of whom there is no number to store. */
-    bool saveFound(long place);
+    bool isOfCloud(const ConversationAPI::Conversation& row);
+
+    /** Whether the phonebook has the row's party. */
+    bool isContact(const ConversationAPI::Conversation& row);
+
+    /** Stores somebody in the phonebook. */
+    void saveContact(ConversationAPI::Conversation& person);
 
     /** Who is signed in to the cloud; "" for nobody. */
     std::string cloudUserName() const { return cloudConversations_.displayName(); }

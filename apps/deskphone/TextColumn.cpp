@@ -74,6 +74,10 @@ Character fitted(const std::string& text, std::size_t columns)
     {
         return firstColumns(characters, columns);
     }
+    if (columns == 0)
+    {
+        return {"", 0};
+    }
     Character cut = firstColumns(characters, columns - 1);
     cut.bytes += ELLIPSIS;
     ++cut.columns;

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 
 namespace Deskphone
 {
@@ -31,6 +32,14 @@ std::string machineZone()
     const std::filesystem::path file = folder / std::filesystem::read_symlink(folder / MACHINE_ZONE_LINK, error);
     return file.lexically_normal().lexically_relative(zoneFolder()).generic_string();
 }
+
+bool beginsAsZone(const std::filesystem::path& file)
+{
+    const std::string expected = "TZif";
+    std::string beginning(expected.size(), '\0');
+    std::ifstream(file, std::ios::binary).read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    return beginning == expected;
+}
 } // namespace
 
 /** The C library takes every name it does not know for UTC, so the file has to be looked for here. */
@@ -44,7 +53,8 @@ bool isTimeZone(const std::string& name)
         return false;
     }
     std::error_code error;
-    return std::filesystem::is_regular_file(zoneFolder() / name, error);
+    const std::filesystem::path file = zoneFolder() / name;
+    return std::filesystem::is_regular_file(file, error) && beginsAsZone(file); // other files lie there, too
 }
 
 std::string currentTimeZone()

@@ -10,18 +10,18 @@
 
 namespace Deskphone
 {
-TraceRecorder::TraceRecorder(const std::string& file, const TelephoneSettings& settings, long start)
-    : file_(file), stream_(file, std::ios::binary)
+TraceRecorder::TraceRecorder(const std::string& file, const TelephoneSettings& settings, long start) : file_(file)
 {
-    if (!stream_)
-    {
-        fail(errno);
-    }
     TelephoneSettings everything = settings;
     everything.timeZone = currentTimeZone();
     if (everything.timeZone.empty())
     {
         throw UnwritableRecord("cannot record: this machine does not name its time zone; give one with --timezone");
+    }
+    stream_.open(file, std::ios::binary); // what the file held is gone from here on
+    if (!stream_)
+    {
+        fail(errno);
     }
     FieldWriter fields(start, SETTINGS_EVENT);
     writeSettings(fields, everything);

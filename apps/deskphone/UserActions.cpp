@@ -70,4 +70,27 @@ void deleteRow(Telephone& telephone, const Conversation& row)
     }
     telephone.deleteRow(row);
 }
+
+/** Places are those of the screen, which leaves out what has gone since it was found. The phonebook's own people would
+ *  be written as the list has them, their numbers in another spelling than the user's. */
+void saveFound(Telephone& telephone, long place)
+{
+    const std::string result = "result " + std::to_string(place);
+    const std::vector<Telephone::Found> all = telephone.found();
+    if (place < 1 || static_cast<std::size_t>(place) > all.size())
+    {
+        throw NotPossible("there is no " + result);
+    }
+    const Telephone::Found& one = all[static_cast<std::size_t>(place) - 1];
+    if (telephone.isOfCloud(*one.conversation))
+    {
+        throw NotPossible(result + " is the cloud's, which has no number to store");
+    }
+    if (one.type == ConversationAPI::ConversationSearchObserverIfc::LOCAL_RESULTS &&
+        telephone.isContact(*one.conversation))
+    {
+        throw NotPossible(result + " is in the phonebook already");
+    }
+    telephone.saveContact(*one.conversation);
+}
 } // namespace Deskphone

@@ -21,4 +21,8 @@ const ConversationAPI::Conversation& rowWithNumber(Telephone& telephone, const s
 /** With all of its calls. Throws NotPossible for the row of the mailbox, for that of a live call, for one of which a
  *  network's call is the newest, and for a contact in the network's own list. */
 void deleteRow(Telephone& telephone, const ConversationAPI::Conversation& row);
+
+/** Stores somebody whom a search found, counted from 1, in the phonebook. Throws NotPossible when there is no such one,
+ *  or it is one of the cloud's or of the phonebook's own. */
+void saveFound(Telephone& telephone, long place);
 } // namespace Deskphone

@@ -23,7 +23,7 @@ class LdapWorker
   public:
     using Request = std::shared_ptr<LdapRequest>;
     using Found = std::function<void(const Request&, PhonebookSearchResults)>;
-    using Ended = std::function<void(const Request&)>;
+    using Ended = std::function<void(const Request&, const std::string& fault)>; ///< "" when all went well
 
     LdapWorker(const LdapSettings& settings, Found found, Ended ended);
 
@@ -39,7 +39,7 @@ class LdapWorker
     void run();
     Request nextRequest();
     int serve(const Request& request);
-    void note(int result);
+    std::string note(int result);
 
     const LdapSettings& settings_;
     const Found found_;

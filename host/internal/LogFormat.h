@@ -19,4 +19,13 @@ using TextFilter = std::function<std::string(std::string_view)>;
 
 /** `arguments` is read from a copy. */
 std::string formatLogText(const char* format, va_list arguments, const TextFilter& filter);
+
+/**
+ * A text to be part of a format: the name of a file, a server or a language, say. It is nobody's, and as an argument
+ * it would be hidden, so that the line did not tell what it is about.
+ */
+std::string inFormat(const std::string& text);
+
+/** Writes a line of which nothing is hidden. */
+void logInFull(const char* file, int level, int line, const std::string& text);
 } // namespace Host

@@ -36,6 +36,9 @@ class WriteBehind
 
     std::string problem() const { return file_.problem(); }
 
+    /** The file stays as it is from now on, whatever waits or changes. */
+    void abandon() { isAbandoned_ = true; }
+
     /**
      * Writes what waits. When that opens the file, `adopt` gets the records that it holds, to put what is known in
      * `content` on top of them; it returns the ids of those that are then other ones than the file has. Twice,
@@ -94,7 +97,7 @@ class WriteBehind
   private:
     static constexpr std::int64_t RETRY_MS = 30'000;
 
-    bool isWaiting() const { return !file_.isOpen() || !unsaved_.empty(); }
+    bool isWaiting() const { return !isAbandoned_ && (!file_.isOpen() || !unsaved_.empty()); }
 
     /** A record that was changed here since the file was read, or deleted at any time, counts as it is here. Before the
      *  file was first read, one that both have is not outdated: each may know something of it. */
@@ -111,8 +114,9 @@ class WriteBehind
     }
 
     StoredFile<Database> file_;
-    std::set<std::string> unsaved_;   ///< ids of records whose state, existing or not, the file does not have
-    bool hasReadFile_ = false;        ///< whether the content has what the file held at first
+    std::set<std::string> unsaved_; ///< ids of records whose state, existing or not, the file does not have
+    bool hasReadFile_ = false;      ///< whether the content has what the file held at first
+    bool isAbandoned_ = false;
     bool deletedWhileClosed_ = false; ///< whether all records were deleted since the file was last in reach
     TimerHandle timer_;
     bool timerRuns_ = false;

@@ -249,6 +249,48 @@ TEST_F(JournalTest, RestartsAndLocksChangeNothing)
     }
 }
 
+/** A file may come from a journal that kept more. */
+TEST_F(JournalTest, WhatIsTooMuchLeavesMemoryFileAndObserversAlike)
+{
+    {
+        Journal journal(file_);
+        for (const char* number : {"1", "2", "3"})
+        {
+            journal.addCall(missed(number, NOON));
+        }
+    }
+    const Host::JournalLimits one{3, 1};
+    std::string left;
+    {
+        Journal journal(file_, one);
+        JournalRecorder recorder;
+        journal.addObserver(&recorder);
+        journal.addCall(missed("4", MORNING));
+        left = dump(journal);
+        const std::string told = recorder.take();
+        EXPECT_EQ(std::count(told.begin(), told.end(), 'D'), 2) << told;
+        EXPECT_EQ(told.find("missed-4"), std::string::npos) << told;
+    }
+    EXPECT_EQ(dump(Journal(file_, one)), left);
+}
+
+TEST_F(JournalTest, WhatIsGivenUpIsNeverStored)
+{
+    Journal(file_).addCall(missed("1", NOON));
+    const std::string before = dump(Journal(file_));
+    {
+        Journal journal(file_);
+        auto lock = std::make_unique<SQLite::Database>(database());
+        lock->exec("BEGIN IMMEDIATE");
+        journal.deleteAllEntries();
+        EXPECT_FALSE(journal.store());
+        journal.abandon();
+        lock.reset();
+        EXPECT_FALSE(journal.store());
+    }
+    EXPECT_EQ(dump(Journal(file_)), before);
+}
+
 TEST_F(JournalTest, MigratesAndLeavesNewerFilesAlone)
 {
     const std::string old = "INSERT INTO entries VALUES ('missed-1', 2, 1);"
