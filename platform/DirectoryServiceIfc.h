@@ -30,7 +30,15 @@ struct DirectoryContact
     std::string contactSource;
 };
 
-/** What a directory search found: one map of key and value for each entry. */
+/**
+ * What a directory search found: one map of key and value for each entry. A key that is missing counts as empty.
+ *
+ * Read are "Surname", "Firstname", the numbers "Office", "Office2", "Mobile" and "Private", "Email", "Company",
+ * "JobFunction", "Address", "Address2", "Avatar" (path of the picture), "Nickname" (shown of whoever has no name) and
+ * "ContactSource" (where the contact comes from, kept as it is). The number to call is the first that there is, in the
+ * order above. Passed over is an entry without any of these, or with "ContactSource" alone, and one that has the key
+ * "NICKNAME_RESULTS", or this as its "Nickname": it is a list of nicknames, and no contact.
+ */
 struct PhonebookSearchResults
 {
     using Entry = std::map<std::string, std::string>;
@@ -64,11 +72,28 @@ class DirectoryServiceObserverIfc
   public:
     virtual ~DirectoryServiceObserverIfc() = default;
 
+    /** The phonebook changed as a whole: all contacts are to be read anew. False: nothing changed after all. */
     virtual void phonebookDatabaseUpdated(bool updated) = 0;
+
+    /** There is one more contact; `xml` is its message as read() answers it, with its UniqueID. */
     virtual void newContact(const std::string& xml) = 0;
+
+    /**
+     * The contact of the message's UniqueID is now what the message says: an element that is missing counts as empty.
+     * One that the observer does not know is passed over.
+     */
     virtual void contactUpdated(const std::string& xml) = 0;
+
+    /** The phonebook does not have the contact any more. */
     virtual void contactDeleted(const std::string& contactId) = 0;
+
+    /**
+     * Entries that the search has found beyond those told before; any number of times, until its end. Those of a search
+     * that nobody waits for are passed over.
+     */
     virtual void directorySearchResults(const std::string& searchId, const PhonebookSearchResults& results) = 0;
+
+    /** Nothing more comes of the search: it is done, has failed or was cancelled. */
     virtual void directorySearchEnded(const std::string& searchId) = 0;
 
     /** The name under which the observer subscribes. */

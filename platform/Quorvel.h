@@ -66,13 +66,18 @@ class ConversationItemIfc
 class SystemItemIfc
 {
   public:
+    /** What happened: 0 to 3 and 7 to 9 reach the display, as 0 to 6; anything else counts as unknown, 7 there. */
     using Type = int;
+
+    /** Why somebody was added: 1 and 2 reach the display, as 0 and 1; anything else counts as no reason, 2 there. */
     using Reason = int;
 
     virtual ~SystemItemIfc() = default;
 
     virtual Type type() const = 0;
     virtual Reason reason() const = 0;
+
+    /** Whom it concerns. Where the message's creator is among them, he came or went by himself. */
     virtual std::vector<std::string> affectedUserIds() const = 0;
 };
 
@@ -102,6 +107,7 @@ class RTCSessionEventIfc
 class ConversationIfc
 {
   public:
+    /** 1 for a group, anything else is direct. */
     using Type = int;
 
     virtual ~ConversationIfc() = default;

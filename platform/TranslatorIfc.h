@@ -1,4 +1,11 @@
-/** The telephone's translations. Called on the UI thread. */
+/**
+ * The telephone's translations. Called on the UI thread.
+ *
+ * The library's keys begin "Conv.List.TimeSt.". After that come Now, Yesterday, min, mins, the weekdays Mon, Tue, Wed,
+ * Thu, Fri, Sat and Sun, and month.Jan, month.Feb, month.Mar, month.Apr, month.May, month.Jun, month.Jul, month.Aug,
+ * month.Sep, month.Oct, month.Nov and month.Dec. min, for one minute, and mins take one argument, the number with a
+ * blank after it ("5 "), the others none.
+ */
 #pragma once
 
 #include <string>

@@ -58,7 +58,21 @@ class WSIServiceConversationObserverIfc
   public:
     virtual ~WSIServiceConversationObserverIfc() = default;
 
+    /**
+     * Contacts that a search has found, told by whoever asked the service, which does not know the search's id. Those
+     * of a search that nobody waits for are passed over.
+     */
     virtual void wsiSearchResults(const std::string& searchId, std::vector<WSIItem> items) = 0;
+
+    /**
+     * The web service finds nothing more for this search. Whoever searches is told the first end, this or the
+     * directory's; where the directory tells one, this one need not come.
+     */
     virtual void wsiSearchEnded(const std::string& searchId) = 0;
+
+    /**
+     * A contact appeared or changed, whether anybody searches or not. `item` has all that the web service knows of it,
+     * and the id of the search that led to it, if one did.
+     */
     virtual void wsiSearchResponseEvent(const WSIItem& item) = 0;
 };

@@ -2,9 +2,11 @@
  * Chooses which aggregator, the local one or the cloud's, the user interface sees.
  *
  * It keeps the event observers attached to the current aggregator and decides whether that or the list provider
- * answers queries. Nothing is owned; whoever owns aggregators, provider and observers destroys them after the
- * switch. Queries and requests go straight on, without a test: they may be made only after an aggregator (or
- * the provider, when it answers) was added. UI thread only.
+ * answers queries; some always go to the aggregator, see useConversationAggregator() of the interface. Nothing is
+ * owned; whoever owns aggregators, provider and observers destroys them after the switch. Queries and requests go
+ * straight on, without a test: they may be made only when there is a current aggregator (the normal one as soon as it
+ * is added, the cloud's as soon as it is switched to) and the provider, if it is to answer, was added before it was
+ * told to. UI thread only.
  */
 #pragma once
 

@@ -24,7 +24,11 @@ class AggregatorSwitchIfc
     virtual void addQuorvelAggregator(ConversationAggregatorIfc* aggregator) = 0;
     virtual void addConversationListProvider(ConversationListProviderIfc* provider) = 0;
 
-    /** Who answers queries from now on. */
+    /**
+     * Who gives the list, looks up by index, contact, user and id (...FromConversationHandler()), deletes and marks as
+     * read from now on: whichever aggregator is the current one, or the provider. Always the current aggregator's are
+     * call ids, numbers, ids (...FromAggregator()), temporary conversations and conversationsChanged().
+     */
     virtual void useConversationAggregator() = 0;
     virtual void useConversationListProvider() = 0;
 
@@ -36,6 +40,8 @@ class AggregatorSwitchIfc
 
     /** Does not detach an observer that was added; see AggregatorSwitch. */
     virtual void removeConversationEventObserver(ConversationObserver* observer) = 0;
+
+    /** Does nothing before a provider was added. */
     virtual void addConversationEventObserverToProvider(ConversationObserver* observer) = 0;
 
     virtual void clearTemporaryConversations() = 0;

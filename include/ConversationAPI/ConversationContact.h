@@ -56,12 +56,17 @@ class ConversationContact
 
     /** Work 1, work 2, mobile, home; "" for one that is not known. */
     std::vector<std::string> getConversationNumbers() const;
+
+    /** Whether the main number or one of the four is this one, in comparable form; "" matches none. */
     bool hasAnyNumberMatching(const std::string& number) const;
 
     /** Also the main number when it is of this type. Types without a place change none of the four. */
     void updateContactNumber(PhoneNumberIconType type, const std::string& number);
 
-    /** Which of the four numbers the item's party called from or to: 4, 1, 3, 2, tried in this order, or 0. */
+    /**
+     * Which of the four numbers the item's first party called from or was called at: MOBILE, HOME, WORK_2 or WORK_1,
+     * tried in this order; NO_ICON for none.
+     */
     PhoneNumberIconType getMatchingNumberType(const ConversationItem& item) const;
 
     const std::string& getFirstName() const { return contact_->firstName; }

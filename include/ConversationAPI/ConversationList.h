@@ -124,7 +124,10 @@ class ConversationList : public ConversationModificationObserverIfc
     void sortAlphabetically();
     ConversationSet asSet() const;
 
-    /** Marks missed calls as seen, those answered elsewhere excepted. */
+    /**
+     * Marks all items as seen of each conversation that shows a missed call or a missed group call. Others, such as one
+     * that shows a received call or one answered elsewhere, keep what is unseen.
+     */
     void setAllConversationsAsViewed();
 
     /** How many conversations hold unseen missed calls, and how many new voicemails there are. */

@@ -12,7 +12,11 @@ class ConversationMatcher
   public:
     virtual ~ConversationMatcher();
 
-    /** Letters match in either case, numbers as they are stored; "" matches every conversation. */
+    /**
+     * Looks in the conversation's toString() and, for a text that is_digits(), in its four numbers as they are stored.
+     * ASCII letters match in either case, others as they are written, unless the program's global locale has letters
+     * of one byte beyond ASCII. "" matches every conversation. The conversation is not null.
+     */
     bool matches(Conversation* conversation, const std::string& searchString);
 };
 

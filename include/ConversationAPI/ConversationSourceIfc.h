@@ -39,7 +39,7 @@ class ConversationSourceIfc
     virtual void deleteConversation(const std::string& conversationId) = 0;
     virtual void deleteConversations() = 0;
 
-    /** 1 call history, 2 directory, 3 cloud. */
+    /** 1 call history, the telephone's or the network's, or a combined list; 2 directory, 3 cloud. */
     virtual int getSourceType() = 0;
 
     /** A conversation elsewhere (a contact) changed. */
