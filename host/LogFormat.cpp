@@ -1,5 +1,7 @@
 #include "host/internal/LogFormat.h"
 
+#include "platform/Logging.h"
+
 #include <algorithm>
 #include <boost/algorithm/string/replace.hpp>
 #include <cerrno>

@@ -27,6 +27,13 @@ bool isOfHistory(const Conversation& row)
            std::none_of(row.items().begin(), row.items().end(), isVoiceMail);
 }
 
+/** Also one that is shown as history, as one that is ignored: deleted, it would go on unseen. */
+bool holdsCall(const Conversation& row)
+{
+    return std::any_of(row.items().begin(), row.items().end(),
+                       [](const auto& item) { return !item->getCallId().empty(); });
+}
+
 /** Of the network's own list, calls alone: its directories are not the telephone's to change. */
 bool offersDeletion(const Telephone& telephone, const Conversation& row)
 {
@@ -34,7 +41,7 @@ bool offersDeletion(const Telephone& telephone, const Conversation& row)
     {
         return row.shownItem() != nullptr && row.shownItem()->isNonActiveCall();
     }
-    return (row.isDeletable() || isOfHistory(row)) && !row.isActiveOrProgressingOrClearing();
+    return (row.isDeletable() || isOfHistory(row)) && !holdsCall(row);
 }
 } // namespace
 

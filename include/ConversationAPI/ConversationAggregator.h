@@ -90,7 +90,7 @@ class ConversationAggregator : public ConversationAggregatorIfc
     void rebuild();
     void combineSources();
     Rows mergeIntoRows(const ConversationList& source);
-    void copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids);
+    void copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids, Rows& groupCalls);
 
     /** For interested parties; none of the library's interfaces hears of it yet. */
     void notifySourceSubscribed() {}

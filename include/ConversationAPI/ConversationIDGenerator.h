@@ -43,6 +43,9 @@ class ConversationIDGenerator
     /** If what was remembered under `id` is a call, that has joined a conversation of another id and is forgotten. */
     virtual void callJoinedOther(const std::string& id);
 
+    /** Whether what is remembered under `id` is of one conversation with the item. False when that is not known. */
+    virtual bool isRememberedAs(const std::string& id, const ConversationItem& item) const;
+
     /** The id that getConversationID() gives once more, "" when it would be a new one. Nothing is remembered. */
     virtual std::string knownConversationID(Conversation* conversation);
 

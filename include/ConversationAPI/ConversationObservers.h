@@ -4,6 +4,7 @@
 #include "ConversationAPI/ContactDetails.h"
 #include "ConversationAPI/CopyOnWrite.h"
 #include "ConversationAPI/NumberUpdateReason.h"
+#include "ConversationAPI/SharedText.h"
 
 #include <boost/container/small_vector.hpp>
 

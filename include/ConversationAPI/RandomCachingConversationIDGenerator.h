@@ -50,6 +50,7 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     bool remembersContact(const SharedText& id, const ConversationContact& contact) const override;
     void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining) override;
     void callJoinedOther(const std::string& id) override;
+    bool isRememberedAs(const std::string& id, const ConversationItem& item) const override;
     std::string knownConversationID(Conversation* conversation) override;
     SharedText getSharedConversationID(Conversation* conversation) override;
 

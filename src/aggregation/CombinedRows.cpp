@@ -65,6 +65,19 @@ bool holdsSeveralCalls(const Conversation& row)
                          }) > 1;
 }
 
+/** In a row that is not the contact's own. */
+void showContact(Conversation& row, const Conversation& contact)
+{
+    if (!row.isGroupCall())
+    {
+        row.updateName(contact.getFirstName(), contact.getLastName());
+    }
+    else if (!row.isOtherContactThan(contact))
+    {
+        row.cloneContactInfo(contact);
+    }
+}
+
 class IsLive : public ConversationUnaryCondition
 {
   public:
@@ -101,15 +114,16 @@ void CombinedRows::separateRowsOfOneId(const PhantomCalls::LiveRows& before)
     for (const PhantomCalls::SameId& same : rows)
     {
         const bool mayBePickup =
-            isOfEarlierGroupCall(*same.root, *same.other) || isOfEarlierGroupCall(*same.other, *same.root);
+            !(before.showed(same.root->getCallId()) && before.showed(same.other->getCallId())) &&
+            (isOfEarlierGroupCall(*same.root, *same.other) || isOfEarlierGroupCall(*same.other, *same.root));
         if (isLive(*same.other) && !list_.hasPhantomConversation() && !mayBePickup)
         {
-            PhantomCalls::unite(*same.root, *phantom_.makePhantom(same.other));
+            PhantomCalls::takeRest(*same.root, *phantom_.makePhantom(same.other));
             continue;
         }
         const std::unique_ptr<Conversation> rest =
             isLive(*same.other) ? PhantomCalls::giveCallTo(*same.root, *same.other, same.other->getCallId()) : nullptr;
-        PhantomCalls::unite(*same.root, rest ? *rest : *same.other);
+        PhantomCalls::takeRest(*same.root, rest ? *rest : *same.other);
         list_.remove(same.other);
     }
     if (!rows.empty())
@@ -257,11 +271,13 @@ void CombinedRows::calculateConversationsThatNeedChanging(const Conversation& ex
                             { return !row->extraActiveConversation() && row->getConversationItemsSize() != 0; });
             for (Conversation* row : ofNumber)
             {
-                if (row->isGroupCall() || row->isConferenceConversation())
+                if (row->isConferenceConversation())
                 {
-                    continue; // which are nobody's own
+                    continue;
                 }
-                add(hasRowOfItsOwn && row->extraActiveConversation() ? rows.named : rows.joined, row);
+                // A group's call is nobody's own: it only shows whose number it is.
+                const bool staysApart = row->isGroupCall() || (hasRowOfItsOwn && row->extraActiveConversation());
+                add(staysApart ? rows.named : rows.joined, row);
             }
         }
     }
@@ -296,7 +312,7 @@ void CombinedRows::finishUpdate(Conversation* updated, Conversation& update, con
                 named.end());
     for (Conversation* row : named)
     {
-        row->updateName(update.getFirstName(), update.getLastName());
+        showContact(*row, update);
     }
     list_.sort();
     Conversation* match = findMatchingConversation(update).first;

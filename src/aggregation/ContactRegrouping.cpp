@@ -125,6 +125,7 @@ ContactRegrouping::mergeWithContact(Conversation& contact, const UniqueConversat
         {
             // Two live calls under one id would lose one of them: this one only shows the contact's name.
             conversation->updateName(contact.getFirstName(), contact.getLastName());
+            leftAlone_[conversation->getCallId()] = contact.getConversationId();
             continue;
         }
         if (conversation->isActiveOrProgressingOrClearing())
@@ -175,10 +176,47 @@ void ContactRegrouping::mergeConversations(Conversation& target, Conversation& s
     }
 }
 
-/** The later one takes in the other: the contact's numbers are with the first. */
-void ContactRegrouping::uniteWithConversationOfSameId(const Conversation& conversation)
+void ContactRegrouping::callEnded(const Conversation* conversation, const std::string& callId)
 {
-    if (conversation.isActiveOrProgressingOrClearing())
+    const auto leftAlone = leftAlone_.find(callId);
+    if (leftAlone != leftAlone_.end())
+    {
+        const std::string contactId = leftAlone->second;
+        leftAlone_.erase(leftAlone);
+        if (giveUpOwnId(conversation, contactId))
+        {
+            round_.rebuild(true); // which gives the contact what the call has left, and its one row
+            return;
+        }
+    }
+    if (conversation)
+    {
+        uniteWithConversationsOfSameId(*conversation);
+    }
+}
+
+/** Whether the conversation, which may be gone, need not stay apart from the contact's. */
+bool ContactRegrouping::giveUpOwnId(const Conversation* conversation, const std::string& contactId)
+{
+    ConversationIDGenerator* ids = factory_.getConversationIDGenerator();
+    const ConversationItem* item = conversation ? conversation->shownItem() : nullptr;
+    if (!item || !ids)
+    {
+        return true;
+    }
+    // The contact may be gone by now, or have lost the call's number.
+    if (conversation->isActiveOrProgressingOrClearing() || !ids->isRememberedAs(contactId, *item))
+    {
+        return false;
+    }
+    ids->callJoinedOther(conversation->getConversationId());
+    return true;
+}
+
+void ContactRegrouping::uniteWithConversationsOfSameId(const Conversation& conversation)
+{
+    const auto isLive = [](const Conversation* one) { return one->isActiveOrProgressingOrClearing(); };
+    if (isLive(&conversation))
     {
         return;
     }
@@ -188,11 +226,26 @@ void ContactRegrouping::uniteWithConversationOfSameId(const Conversation& conver
                  { return other->storedIdText() == conversation.storedIdText(); });
     if (sameId.size() == 2)
     {
-        for (ConversationItem* item : sameId.back()->foldIn(*sameId.front(), REGROUPING))
+        uniteInLast(sameId);
+        return;
+    }
+    sameId.erase(std::remove_if(sameId.begin(), sameId.end(), isLive), sameId.end()); // several that go on stay apart
+    uniteInLast(sameId);
+}
+
+/** The contact's numbers are with the first. */
+void ContactRegrouping::uniteInLast(const std::vector<Conversation*>& ofOneId)
+{
+    for (Conversation* other : ofOneId)
+    {
+        if (other != ofOneId.back())
         {
-            sameId.back()->append(item); // of one id, nothing is a stranger, whichever numbers are known
+            for (ConversationItem* item : ofOneId.back()->foldIn(*other, REGROUPING))
+            {
+                ofOneId.back()->append(item); // of one id, nothing is a stranger, whichever numbers are known
+            }
+            round_.retireFrom(conversations_, other);
         }
-        round_.retireFrom(conversations_, sameId.front());
     }
 }
 } // namespace ConversationAPI

@@ -11,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -40,10 +41,11 @@ class ContactRegrouping
     void conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found);
 
     /**
-     * Two live calls of a contact on two of its numbers stand in two conversations of one id. When one has ended
-     * there is no reason for that any more.
+     * Live calls of a contact on several of its numbers stand in several conversations, of one id if the contact was
+     * known before. When one has ended there is no reason for that any more. `conversation` held it; null when
+     * that is gone.
      */
-    void uniteWithConversationOfSameId(const Conversation& conversation);
+    void callEnded(const Conversation* conversation, const std::string& callId);
 
   private:
     bool isOfOtherContact(const Conversation& conversation, const Conversation& contact) const;
@@ -52,12 +54,17 @@ class ContactRegrouping
     void groupAround(Conversation* root, const std::vector<Conversation*>& united);
     void uniteWithContact(Conversation& conversation, Conversation& contact);
     void mergeConversations(Conversation& target, Conversation& source);
+    bool giveUpOwnId(const Conversation* conversation, const std::string& contactId);
+    void uniteWithConversationsOfSameId(const Conversation& conversation);
+    void uniteInLast(const std::vector<Conversation*>& ofOneId);
 
     ConversationList& conversations_;
     ConversationFactory& factory_;
     ItemPlacement& placement_;
     NotificationRound& round_;
     ConversationItemSourceObserverIfc& newItems_;
+    /** Calls that only show the name of a contact who is in another one, and the contact's id. */
+    std::unordered_map<std::string, std::string> leftAlone_;
     std::optional<std::unordered_set<std::string>> contactIds_; ///< once all contacts have been told of
 };
 } // namespace ConversationAPI

@@ -132,8 +132,13 @@ void ConversationAggregator::combineSources()
     list_->removeAndDeleteAll();
     temporaries_->release();
     RowIds ids;
+    Rows groupCalls;
     sources_->forEach([&](ConversationSourceIfc& source)
-                      { copyUnmergedConversationsInto(mergeIntoRows(*source.getConversations()), ids); });
+                      { copyUnmergedConversationsInto(mergeIntoRows(*source.getConversations()), ids, groupCalls); });
+    for (Conversation* row : groupCalls) // which no contact is merged into, though it may be a contact's
+    {
+        takeContactOfNumber(*list_, *row);
+    }
     list_->sort();
     if (ids.mayBeShared()) // what was merged into a row has not changed its id
     {
@@ -149,7 +154,7 @@ ConversationAggregator::Rows ConversationAggregator::mergeIntoRows(const Convers
     return merger.notMerged();
 }
 
-void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids)
+void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged, RowIds& ids, Rows& groupCalls)
 {
     const std::size_t count = list_->size() + unmerged.size();
     list_->reserve(count);
@@ -159,7 +164,12 @@ void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged,
         prefetchAhead(unmerged, place, Needed::OWNERS);
         CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "copyUnmergedConversationsInto clone");
         ids.add(unmerged[place]->storedIdText());
-        list_->push_back(unmerged[place]->clone());
+        Conversation* row = unmerged[place]->clone();
+        list_->push_back(row);
+        if (row->isGroupCall())
+        {
+            groupCalls.push_back(row);
+        }
     }
 }
 

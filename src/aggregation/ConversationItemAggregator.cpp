@@ -292,22 +292,22 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
         CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
                          "removeActiveConversationItemForCall() no items remain so delete the conversation");
     }
-    else if (conversations_->contains(conversation))
-    {
-        settleAfterCall(conversation, endedId);
-    }
+    settleAfterCall(!isEmptied && conversations_->contains(conversation) ? conversation : nullptr, endedId);
     triggerGarbageCollectionOnIDGenerators();
     return true;
 }
 
 /**
- * The conversation is remembered by the items that are left: remembered by the call, it would not be recognised
- * when another call of the party comes first in a rebuild.
+ * The conversation, null when it is gone, is remembered by the items that are left: remembered by the call, it would
+ * not be recognised when another call of the party comes first in a rebuild.
  */
 void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId)
 {
-    conversation->callEnded(callId);
-    regrouping_->uniteWithConversationOfSameId(*conversation);
+    if (conversation)
+    {
+        conversation->callEnded(callId);
+    }
+    regrouping_->callEnded(conversation, callId);
 }
 
 /** A call that waits or is shown as held need not be what its conversation shows first. */

@@ -11,6 +11,16 @@ constexpr const char* MERGER_LOG_FILE = "./src/ConversationMerger";
 
 /** Sources are combined under the first one's id, by which its later updates find the row. */
 constexpr Conversation::Folding COMBINING{false, true, true};
+
+/**
+ * A contact's second call, on another number, may have an id that it had before the contact was known. It is its own
+ * for as long as the call goes on: remembered as the contact, it would get the contact's later calls.
+ */
+bool isCallBesideContact(const Conversation& target, const Conversation& contact)
+{
+    return contact.items().empty() && target.isActiveOrProgressingOrClearing() &&
+           target.storedIdText() != contact.storedIdText();
+}
 } // namespace
 
 ConversationMerger::ConversationMerger(Conversation* target) : target_(target) {}
@@ -28,7 +38,9 @@ void ConversationMerger::operator()(Conversation* conversation)
         target_->cloneContactInfo(*conversation);
         return;
     }
-    for (ConversationItem* orphan : target_->foldIn(*conversation, COMBINING))
+    Conversation::Folding folding = COMBINING;
+    folding.isRemembered = !isCallBesideContact(*target_, *conversation);
+    for (ConversationItem* orphan : target_->foldIn(*conversation, folding))
     {
         CONVERSATION_LOG(MERGER_LOG_FILE, 3, "ConversationMerger::operator orphaned item found %s",
                          orphan->getItemId().c_str());

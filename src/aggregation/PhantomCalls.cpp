@@ -96,6 +96,14 @@ void PhantomCalls::unite(Conversation& root, Conversation& other)
     }
 }
 
+void PhantomCalls::takeRest(Conversation& root, Conversation& rest)
+{
+    if (!rest.items().empty() || rest.getContactSource() != Conversation::NO_CONTACT)
+    {
+        unite(root, rest);
+    }
+}
+
 std::unique_ptr<Conversation> PhantomCalls::makePhantom(Conversation* row)
 {
     std::unique_ptr<Conversation> rest(row->clone());

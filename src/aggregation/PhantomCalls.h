@@ -50,6 +50,9 @@ class PhantomCalls
     /** Folds a row in that has the same id: nothing of it is a stranger, whichever numbers are known. */
     static void unite(Conversation& root, Conversation& other);
 
+    /** As unite(), with what is left of a row without its call. Of nobody's that is nothing: the call's own number. */
+    static void takeRest(Conversation& root, Conversation& rest);
+
     /** Makes the row, which is in the list, the phantom, which shows nothing but its call; answers the rest. */
     std::unique_ptr<Conversation> makePhantom(Conversation* row);
 
@@ -61,6 +64,8 @@ class PhantomCalls
     {
         std::string phantomCallId;
         std::map<std::string, SharedText> ids;
+
+        bool showed(const std::string& callId) const { return callId == phantomCallId || ids.count(callId) != 0; }
     };
     LiveRows liveRows() const;
 

@@ -332,6 +332,7 @@ void Conversation::removeItem(std::string itemId)
         const CriticalSection guard(lock_);
         data_.removeIf([&itemId](const ConversationItem& held)
                        { return held.callIdText().view() == itemId || held.conversationItemId() == itemId; });
+        data_.trimHistory();
     }
     takeSecondPartyOfShownItem();
     keysChanged();

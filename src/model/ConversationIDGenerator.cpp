@@ -17,6 +17,11 @@ void ConversationIDGenerator::callEnded(const std::string&, const std::string&, 
 
 void ConversationIDGenerator::callJoinedOther(const std::string&) {}
 
+bool ConversationIDGenerator::isRememberedAs(const std::string&, const ConversationItem&) const
+{
+    return false;
+}
+
 std::string ConversationIDGenerator::knownConversationID(Conversation*)
 {
     return {};

@@ -364,7 +364,7 @@ void ConversationMerge::restampItems()
 /**
  * Under the id, a contact is remembered with all its numbers: remembered as one call, its other numbers'
  * calls would get an id of their own at the next rebuild. But an additional call of a party is known by itself
- * alone, whoever the party is.
+ * alone, whoever the party is, and a group's calls by themselves: they only show who called.
  */
 void ConversationMerge::updateIdGeneratorCache()
 {
@@ -376,7 +376,7 @@ void ConversationMerge::updateIdGeneratorCache()
         }
         return;
     }
-    if (into_.hasTakenInContact() || from_.hasTakenInContact())
+    if (!into_.isGroupCall() && (into_.hasTakenInContact() || from_.hasTakenInContact()))
     {
         if (into_.idGenerator_.remembersContact(into_.id_, into_))
         {

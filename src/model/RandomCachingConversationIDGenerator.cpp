@@ -239,6 +239,13 @@ void RandomCachingConversationIDGenerator::callJoinedOther(const std::string& id
     }
 }
 
+bool RandomCachingConversationIDGenerator::isRememberedAs(const std::string& id, const ConversationItem& item) const
+{
+    const CriticalSection guard(lock_);
+    const ConversationIDCache::Entry* entry = cache_->find(id);
+    return entry && test_(entry->item.get(), &item);
+}
+
 void RandomCachingConversationIDGenerator::setConversationSources(const std::vector<ConversationSourceIfc*>& sources)
 {
     sources_ = sources;
