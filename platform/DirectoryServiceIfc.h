@@ -1,8 +1,8 @@
 /**
  * The telephone's directory service: the local phonebook and the searches in it and in LDAP directories.
  *
- * Contacts travel as PhoneBook XML messages. Called, and calling, on the UI thread; answers to a search come
- * later, from the event loop.
+ * Contacts travel as PhoneBook XML messages. Called, and calling, on the UI thread. Answers to a search come later,
+ * from the event loop; its end may come at once when there is nobody to ask.
  */
 #pragma once
 

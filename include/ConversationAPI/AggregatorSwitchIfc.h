@@ -20,6 +20,7 @@ class AggregatorSwitchIfc
   public:
     virtual ~AggregatorSwitchIfc() = default;
 
+    /** It answers from now on, also when another one or the provider did. */
     virtual void addNormalAggregator(ConversationAggregatorIfc* aggregator) = 0;
     virtual void addQuorvelAggregator(ConversationAggregatorIfc* aggregator) = 0;
     virtual void addConversationListProvider(ConversationListProviderIfc* provider) = 0;

@@ -34,13 +34,13 @@ class ConversationParticipantFactory;
 class ConversationItem
 {
   public:
-    /** What a system message tells; the cloud service's numbers, 7 when it is none of them. */
+    /** What a system message tells: 0 to 3 as the cloud service has it, 4 to 6 for its 7 to 9, 7 for anything else. */
     enum systemMessageType : int
     {
         NO_SYSTEM_MESSAGE = 7
     };
 
-    /** Why a participant was added; the cloud service's numbers, 2 when it tells none. */
+    /** Why a participant was added: 0 and 1 for the cloud service's 1 and 2, 2 for anything else. */
     enum addParticipantReason : int
     {
         NO_ADD_PARTICIPANT_REASON = 2
