@@ -279,6 +279,7 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
                      "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
                      conversation->getShortConversationId().c_str(),
                      static_cast<int>(conversation->getConversationItemsSize()));
+    const bool wasOfTwoParties = conversation->shownItem()->participants().size() > 1;
     conversation->removeItem(endedId);
     const bool isEmptied = conversation->getConversationItemsSize() == 0;
     if (isEmptied)
@@ -293,6 +294,10 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
                          "removeActiveConversationItemForCall() no items remain so delete the conversation");
     }
     settleAfterCall(!isEmptied && conversations_->contains(conversation) ? conversation : nullptr, endedId);
+    if (wasOfTwoParties && !isEmptied)
+    {
+        round_.rebuild(true); // what a conference leaves is the history of a party that may have a conversation already
+    }
     triggerGarbageCollectionOnIDGenerators();
     return true;
 }
