@@ -19,6 +19,7 @@ constexpr std::size_t LONGEST_QUERY = 256;
 constexpr std::chrono::milliseconds GRACE{500};
 
 constexpr const char* NO_ANSWER = "Timed out";
+constexpr const char* NOT_SEARCHABLE = "The text is too long or no UTF-8";
 
 bool isSearchable(const std::string& text)
 {
@@ -74,7 +75,13 @@ void LdapDirectory::search(const std::string& searchId, const std::string& text)
     }
     else
     {
-        post([this, searchId] { tellEnd(searchId); });
+        const std::string fault = sought.empty() ? "" : NOT_SEARCHABLE;
+        post(
+            [this, searchId, fault]
+            {
+                fault_ = fault;
+                tellEnd(searchId);
+            });
     }
 }
 

@@ -119,7 +119,7 @@ class ConversationItemAggregator : public ConversationItemSourceObserverIfc,
     void loadConversationListData();
     void buildConversationsFrom(const std::vector<ConversationItem*>& items);
     Conversation* findConversationOfCall(const std::string& callId);
-    void settleAfterCall(Conversation* conversation, const std::string& callId);
+    void settleAfterCall(Conversation* conversation, const std::string& callId, bool wasOfTwoParties);
     void triggerGarbageCollectionOnIDGenerators();
 
     template <typename Notification>

@@ -17,6 +17,7 @@
 #include "ConversationAPI/ConversationSearchObserverIfc.h"
 #include "ConversationAPI/ConversationSearcherIfc.h"
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -58,6 +59,7 @@ class ConversationSearcher : public ConversationSearcherIfc, public Conversation
     SearchableConversationSourceIfc* sourceThatAnswersAtOnce() const;
     void startInSourcesAfter(const SearchableConversationSourceIfc* first);
     void cancelInSources(const std::string& searchId);
+    void endIfNobodyIsAsked();
     void endSearch();
 
     Sources sources_{compareSourcePriorities};
@@ -66,7 +68,9 @@ class ConversationSearcher : public ConversationSearcherIfc, public Conversation
     std::string searchString_;
     bool isSearching_ = false;
     bool networkDirectoryOnly_ = false;
-    std::string handedOutId_;       ///< of the search that sources were last asked to answer later
-    unsigned long searchCount_ = 0; ///< tells searches apart, whatever their ids are
+    std::string handedOutId_; ///< of the search that sources were last asked to answer later
+    std::map<SearchableConversationSourceIfc*, std::string> asked_; ///< to answer later, the search that each was told
+    bool isHandingOut_ = false;                                     ///< while more of them are about to be asked
+    unsigned long searchCount_ = 0;                                 ///< tells searches apart, whatever their ids are
 };
 } // namespace ConversationAPI

@@ -35,7 +35,10 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     /** Tests with isSameConversation(). */
     RandomCachingConversationIDGenerator();
 
-    /** The two tests above are looked up in an index; with any other the cache is walked. */
+    /**
+     * The two tests above are looked up in an index; with any other the cache is walked. They are known by their
+     * addresses, which are others in a program that is not position-independent.
+     */
     explicit RandomCachingConversationIDGenerator(SamenessTest test);
     ~RandomCachingConversationIDGenerator() override;
 

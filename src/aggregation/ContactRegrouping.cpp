@@ -132,6 +132,7 @@ ContactRegrouping::mergeWithContact(Conversation& contact, const UniqueConversat
         {
             liveCallId = conversation->getCallId();
         }
+        leftAlone_.erase(conversation->getCallId());
         conversation->setExtraActiveConversation(false); // as the contact's own it takes the contact's history, too
         uniteWithContact(*conversation, contact);
         united.push_back(conversation);
@@ -176,28 +177,15 @@ void ContactRegrouping::mergeConversations(Conversation& target, Conversation& s
     }
 }
 
-void ContactRegrouping::callEnded(const Conversation* conversation, const std::string& callId)
+bool ContactRegrouping::giveUpOwnId(const Conversation* conversation, const std::string& callId)
 {
     const auto leftAlone = leftAlone_.find(callId);
-    if (leftAlone != leftAlone_.end())
+    if (leftAlone == leftAlone_.end())
     {
-        const std::string contactId = leftAlone->second;
-        leftAlone_.erase(leftAlone);
-        if (giveUpOwnId(conversation, contactId))
-        {
-            round_.rebuild(true); // which gives the contact what the call has left, and its one row
-            return;
-        }
+        return false;
     }
-    if (conversation)
-    {
-        uniteWithConversationsOfSameId(*conversation);
-    }
-}
-
-/** Whether the conversation, which may be gone, need not stay apart from the contact's. */
-bool ContactRegrouping::giveUpOwnId(const Conversation* conversation, const std::string& contactId)
-{
+    const std::string contactId = leftAlone->second;
+    leftAlone_.erase(leftAlone);
     ConversationIDGenerator* ids = factory_.getConversationIDGenerator();
     const ConversationItem* item = conversation ? conversation->shownItem() : nullptr;
     if (!item || !ids)
@@ -205,7 +193,8 @@ bool ContactRegrouping::giveUpOwnId(const Conversation* conversation, const std:
         return true;
     }
     // The contact may be gone by now, or have lost the call's number.
-    if (conversation->isActiveOrProgressingOrClearing() || !ids->isRememberedAs(contactId, *item))
+    if (conversation->isActiveOrProgressingOrClearing() || conversation->getConversationId() == contactId ||
+        !ids->isRememberedAs(contactId, *item))
     {
         return false;
     }
@@ -224,12 +213,10 @@ void ContactRegrouping::uniteWithConversationsOfSameId(const Conversation& conve
     std::copy_if(conversations_.begin(), conversations_.end(), std::back_inserter(sameId),
                  [&conversation](const Conversation* other)
                  { return other->storedIdText() == conversation.storedIdText(); });
-    if (sameId.size() == 2)
+    if (std::count_if(sameId.begin(), sameId.end(), isLive) > 1) // which stay apart
     {
-        uniteInLast(sameId);
-        return;
+        sameId.erase(std::remove_if(sameId.begin(), sameId.end(), isLive), sameId.end());
     }
-    sameId.erase(std::remove_if(sameId.begin(), sameId.end(), isLive), sameId.end()); // several that go on stay apart
     uniteInLast(sameId);
 }
 

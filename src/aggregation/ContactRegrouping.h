@@ -40,12 +40,20 @@ class ContactRegrouping
     /** The first conversation found takes in the others, save those that are live with another call. */
     void conversationUpdatedByNumber(Conversation& contact, const UniqueConversationList& found);
 
+    /** Whether a call that is over was left alone beside another one of its contact. */
+    bool isLeftAlone(const std::string& callId) const { return leftAlone_.count(callId) != 0; }
+
     /**
-     * Live calls of a contact on several of its numbers stand in several conversations, of one id if the contact was
-     * known before. When one has ended there is no reason for that any more. `conversation` held it; null when
-     * that is gone.
+     * A call that is over was left alone. Whether what it has left belongs to its contact now, of whose id it is then
+     * in a rebuild. `conversation` is the one that held it; null when that is gone.
      */
-    void callEnded(const Conversation* conversation, const std::string& callId);
+    bool giveUpOwnId(const Conversation* conversation, const std::string& callId);
+
+    /**
+     * Live calls of a contact on several of its numbers stand in several conversations of one id. When one has ended
+     * there is no reason for that any more.
+     */
+    void uniteWithConversationsOfSameId(const Conversation& conversation);
 
   private:
     bool isOfOtherContact(const Conversation& conversation, const Conversation& contact) const;
@@ -54,8 +62,6 @@ class ContactRegrouping
     void groupAround(Conversation* root, const std::vector<Conversation*>& united);
     void uniteWithContact(Conversation& conversation, Conversation& contact);
     void mergeConversations(Conversation& target, Conversation& source);
-    bool giveUpOwnId(const Conversation* conversation, const std::string& contactId);
-    void uniteWithConversationsOfSameId(const Conversation& conversation);
     void uniteInLast(const std::vector<Conversation*>& ofOneId);
 
     ConversationList& conversations_;

@@ -25,6 +25,17 @@ namespace ConversationAPI
 {
 using namespace ConversationListConditions;
 
+namespace
+{
+/** Whether the call is a conference, or was one. */
+bool isOfTwoParties(const Conversation& conversation, const std::string& callId)
+{
+    return std::any_of(conversation.items().begin(), conversation.items().end(),
+                       [&callId](const auto& item)
+                       { return item->callIdText().view() == callId && item->participants().size() > 1; });
+}
+} // namespace
+
 /** Takes the semaphore unless an operation further up holds it: observers told under it may call back. */
 class ConversationItemAggregator::Lock
 {
@@ -279,7 +290,7 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
                      "removeActiveConversationItemForCall() removing active item from conversation %s with %d item(s)",
                      conversation->getShortConversationId().c_str(),
                      static_cast<int>(conversation->getConversationItemsSize()));
-    const bool wasOfTwoParties = conversation->shownItem()->participants().size() > 1;
+    const bool wasOfTwoParties = isOfTwoParties(*conversation, endedId);
     conversation->removeItem(endedId);
     const bool isEmptied = conversation->getConversationItemsSize() == 0;
     if (isEmptied)
@@ -293,26 +304,35 @@ bool ConversationItemAggregator::removeActiveConversationItemForCall(const std::
         CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
                          "removeActiveConversationItemForCall() no items remain so delete the conversation");
     }
-    settleAfterCall(!isEmptied && conversations_->contains(conversation) ? conversation : nullptr, endedId);
-    if (wasOfTwoParties && !isEmptied)
-    {
-        round_.rebuild(true); // what a conference leaves is the history of a party that may have a conversation already
-    }
+    settleAfterCall(!isEmptied && conversations_->contains(conversation) ? conversation : nullptr, endedId,
+                    wasOfTwoParties);
     triggerGarbageCollectionOnIDGenerators();
     return true;
 }
 
 /**
  * The conversation, null when it is gone, is remembered by the items that are left: remembered by the call, it would
- * not be recognised when another call of the party comes first in a rebuild.
+ * not be recognised when another call of the party comes first in a rebuild. What a conference leaves, or a contact's
+ * second call, is the history of a party that may have a conversation already, which only a rebuild finds.
  */
-void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId)
+void ConversationItemAggregator::settleAfterCall(Conversation* conversation, const std::string& callId,
+                                                 bool wasOfTwoParties)
 {
     if (conversation)
     {
         conversation->callEnded(callId);
     }
-    regrouping_->callEnded(conversation, callId);
+    const bool mayBelongElsewhere = (wasOfTwoParties && conversation) || regrouping_->isLeftAlone(callId);
+    const bool isOver = mayBelongElsewhere && !sources_->haveCall(callId);
+    const bool joinsContact = isOver && regrouping_->giveUpOwnId(conversation, callId);
+    if (joinsContact || (isOver && wasOfTwoParties && conversation))
+    {
+        round_.rebuild(true);
+    }
+    else if (conversation)
+    {
+        regrouping_->uniteWithConversationsOfSameId(*conversation);
+    }
 }
 
 /** A call that waits or is shown as held need not be what its conversation shows first. */

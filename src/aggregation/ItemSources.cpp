@@ -4,9 +4,16 @@
 #include "ConversationAPI/ConversationItemSourceIfc.h"
 
 #include <algorithm>
+#include <iterator>
+#include <memory>
 
 namespace ConversationAPI
 {
+namespace
+{
+constexpr int LIVE_CALLS = 3; ///< a type of source
+}
+
 bool ItemSources::add(ConversationItemSourceIfc* source, ConversationItemSourceObserverIfc& observer)
 {
     if (!source)
@@ -38,6 +45,24 @@ bool ItemSources::hasItems(ConversationItemSourceIfc& source)
         delete item;
     }
     return !items.empty();
+}
+
+bool ItemSources::haveCall(const std::string& callId)
+{
+    bool isThere = false;
+    const auto look = [&](ConversationItemSourceIfc& source)
+    {
+        if (source.getItemSourceType() == LIVE_CALLS)
+        {
+            for (ConversationItem* item : source.getConversationItems())
+            {
+                const std::unique_ptr<ConversationItem> call(item);
+                isThere = isThere || (call && call->getCallId() == callId);
+            }
+        }
+    };
+    forEach(look);
+    return isThere;
 }
 
 std::vector<ConversationItem*> ItemSources::getConversationItems()

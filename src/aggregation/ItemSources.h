@@ -8,6 +8,7 @@
 
 #include "Observers.h"
 
+#include <string>
 #include <vector>
 
 namespace ConversationAPI
@@ -27,6 +28,9 @@ class ItemSources
 
     /** New items of all sources, source by source; the caller owns them. */
     std::vector<ConversationItem*> getConversationItems();
+
+    /** Whether the call goes on, and is not taken away only to come anew with its party changed. */
+    bool haveCall(const std::string& callId);
 
     template <typename Request>
     void forEach(Request request)

@@ -78,15 +78,35 @@ void ConversationSearcher::startInSourcesAfter(const SearchableConversationSourc
     const unsigned long search = searchCount_;
     const std::string searchString = searchString_;
     const std::string searchId = searchId_;
+    bool wasAnyAsked = false;
+    isHandingOut_ = true;
     tellEach(sources_,
              [&](SearchableConversationSourceIfc& source)
              {
                  if (&source != first && search == searchCount_)
                  {
                      handedOutId_ = searchId;
+                     asked_[&source] = searchId;
+                     wasAnyAsked = true;
                      source.getMatchingConversationIds(searchString, searchId, this);
                  }
              });
+    isHandingOut_ = false;
+    if (wasAnyAsked && search == searchCount_)
+    {
+        endIfNobodyIsAsked();
+    }
+}
+
+/** All that were to report the end may have been removed. */
+void ConversationSearcher::endIfNobodyIsAsked()
+{
+    const bool isAnyAsked =
+        std::any_of(asked_.begin(), asked_.end(), [this](const auto& asked) { return asked.second == searchId_; });
+    if (isSearching_ && !isAnyAsked)
+    {
+        endSearch();
+    }
 }
 
 void ConversationSearcher::endSearch()
@@ -130,6 +150,7 @@ void ConversationSearcher::cancelSearch()
     SearchResultsReceiver* const receiver = std::exchange(receiver_, nullptr);
     const std::string searchId = std::exchange(searchId_, std::string());
     const std::string handedOutId = std::exchange(handedOutId_, std::string());
+    asked_.clear();
     searchString_.clear();
     cancelInSources(searchId);
     if (!handedOutId.empty() && handedOutId != searchId)
@@ -169,18 +190,19 @@ void ConversationSearcher::removeSearchableConversationSource(SearchableConversa
     {
         return;
     }
-    const unsigned long search = searchCount_;
-    const bool mayHaveBeenAsked = found != sources_.begin() && !handedOutId_.empty();
     sources_.erase(found);
-    if (!mayHaveBeenAsked)
+    const auto asked = asked_.find(source);
+    if (asked == asked_.end())
     {
         return;
     }
-    const bool wasAsked = handedOutId_ == searchId_;
-    source->cancelSearch(std::string(handedOutId_)); // else it would keep the searcher as its observer
-    if (wasAsked && search == searchCount_ && isSearching_ && sources_.size() == 1)
+    const unsigned long search = searchCount_;
+    const std::string searchId = asked->second;
+    asked_.erase(asked);
+    source->cancelSearch(searchId); // else it would keep the searcher as its observer
+    if (search == searchCount_ && searchId == searchId_ && !isHandingOut_)
     {
-        endSearch(); // nobody is left to report it
+        endIfNobodyIsAsked();
     }
 }
 

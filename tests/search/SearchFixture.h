@@ -86,7 +86,10 @@ struct Bench : SearchResultsReceiver
             {"results", [&] { searcher.searchResults(id, {"x"}, static_cast<SearchResultsType>(std::stoi(text))); }},
             {"end", [&] { searcher.searchEnded(id); }},
             {"network", [&] { searcher.setBroadsoftDirectorySearch(true); }},
-            {"remove", [&] { searcher.removeSearchableConversationSource(sources.back().get()); }}};
+            {"remove", [&] {
+                 searcher.removeSearchableConversationSource(
+                     sources[id.empty() ? sources.size() - 1 : std::stoul(id)].get());
+             }}};
         steps.at(what)();
     }
 

@@ -41,11 +41,14 @@ TEST(Searcher, AsksSourcesByPriorityAndEndsWithTheFirst)
         {"023", "on 2? a s1: start s2 b, start s1 a, end s2",
          "0? a, got 0:a 1, 2? a s1, 0? b, got 0:b 1, 2? b s2, 3? b s2, ended"},
         {"02", "on 0? a: start s2 b, start s1 a, end s2", "0? a, 0? b, got 0:b 1, 2? b s2, ended"},
-        {"023", "on 2? a s1: remove, start s1 a, end s1", "0? a, got 0:a 1, 2? a s1, 3- s1, ended"},
+        {"023", "on 2? a s1: remove, start s1 a, end s1", "0? a, got 0:a 1, 2? a s1, ended"},
         // whoever leaves is to forget the searcher, and the last one ends the search
         {"02", "start s1 a, remove, end s1, cancel", "0? a, got 0:a 1, 2? a s1, 2- s1, ended, 0- s1"},
         {"023", "start s1 a, remove, end s1", "0? a, got 0:a 1, 2? a s1, 3? a s1, 3- s1, ended"},
         {"02", "start s1 a, end s1, remove", "0? a, got 0:a 1, 2? a s1, ended, 2- s1"},
+        {"023", "start s1 a, remove 0, remove 1, remove 2", "0? a, got 0:a 1, 2? a s1, 3? a s1, 2- s1, 3- s1, ended"},
+        {"023", "on 2? a s1: remove 1, start s1 a, end s1", "0? a, got 0:a 1, 2? a s1, 2- s1, 3? a s1, ended"},
+        {"02", "on 2? a s1: remove 1, start s1 a", "0? a, got 0:a 1, 2? a s1, 2- s1, ended"},
         {"02", "on ended: start s2 b, start s1 a, cancel, end s2",
          "0? a, got 0:a 1, 2? a s1, 0- s1, 2- s1, ended, 0? b, got 0:b 1, 2? b s2, ended"},
     };
