@@ -95,10 +95,26 @@ class LdapServer
   private:
     using Tcp = boost::asio::ip::tcp;
 
+    /**
+     * Not one that the system would choose: connections get theirs from the same range, so that who waits for the
+     * server may connect to itself. Tests that run at the same time begin at different ones.
+     */
     static Tcp::endpoint freePort()
     {
+        static auto next = static_cast<unsigned>(getpid()) * 4;
         boost::asio::io_context context;
-        return Tcp::acceptor(context, {boost::asio::ip::address_v4::loopback(), 0}).local_endpoint();
+        for (;;)
+        {
+            const Tcp::endpoint port(boost::asio::ip::address_v4::loopback(),
+                                     static_cast<unsigned short>(10'000 + next++ % 20'000));
+            Tcp::acceptor listener(context, port.protocol());
+            boost::system::error_code error;
+            listener.set_option(Tcp::acceptor::reuse_address(true));
+            if (!listener.bind(port, error))
+            {
+                return port;
+            }
+        }
     }
     static bool answersAt(const Tcp::endpoint& port)
     {
