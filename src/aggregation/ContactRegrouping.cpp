@@ -125,7 +125,10 @@ ContactRegrouping::mergeWithContact(Conversation& contact, const UniqueConversat
         {
             // Two live calls under one id would lose one of them: this one only shows the contact's name.
             conversation->updateName(contact.getFirstName(), contact.getLastName());
-            leftAlone_[conversation->getCallId()] = contact.getConversationId();
+            if (!conversation->extraActiveConversation()) // whose history is that of the other call's number anyway
+            {
+                leftAlone_[conversation->getCallId()] = contact.getConversationId();
+            }
             continue;
         }
         if (conversation->isActiveOrProgressingOrClearing())
