@@ -161,6 +161,9 @@ class ConversationContact
     void setExchangeContactId(const std::string& id);
     void setDialStringConverter(DigitAnalysisServiceIfc* digitAnalysis);
 
+    /** Whether an item of this party alone, older than the one that is shown, tells neither name nor number anew. */
+    bool hasNothingToLearnFrom(const ConversationParticipant& party) const;
+
   protected:
     ConversationContact();
     ConversationContact(const ConversationContact& other);
@@ -177,8 +180,6 @@ class ConversationContact
     void updateNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
     void updateSecondPartyNameAndNumber(const ConversationItem& item, const ConversationItem* shown);
 
-    /** Whether both would change nothing for an item of this party alone that is older than the one that is shown. */
-    bool hasNothingToLearnFrom(const ConversationParticipant& party) const;
     void takeGroupFields(const ConversationContact& other);
 
     void cloneContactInfo(const ConversationContact& other);

@@ -6,6 +6,7 @@
 #include "model/ContactItem.h"
 #include "model/ConversationLog.h"
 #include "model/ConversationMerge.h"
+#include "model/PartyNews.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
@@ -171,8 +172,7 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
         return;
     }
     const CopyOnWrite<ContactDetails> before = contactDetails();
-    std::string number = calls.front()->participants().front().comparableNumberText();
-    bool isPartyKnown = hasNothingToLearnFrom(calls.front()->participants().front());
+    PartyNews news(*this);
     {
         const CriticalSection guard(lock_);
         data_.reserve(std::min(data_.items().size() + calls.size(), MOST_HISTORY_ITEMS + 1));
@@ -180,14 +180,8 @@ void Conversation::appendCalls(std::vector<HeldItem>& calls)
         {
             HeldItem& call = calls[place];
             prefetch(*calls[std::min(place + PREFETCH_DISTANCE, calls.size() - 1)]);
-            const ConversationParticipant& party = call->participants().front();
-            if (party.comparableNumberText() != number)
-            {
-                number = party.comparableNumberText();
-                isPartyKnown = hasNothingToLearnFrom(party);
-            }
             const bool isOldest = call->isNonActiveCall() && data_.isOlderThanAll(call.time(), 1);
-            if (!isPartyKnown || !isOldest)
+            if (news.mayComeFrom(call->participants().front()) || !isOldest)
             {
                 takeContactFrom(*call);
             }
