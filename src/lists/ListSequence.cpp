@@ -11,6 +11,7 @@ namespace ConversationAPI
 namespace
 {
 using Members = ListSequence::Members;
+using Places = ListSequence::Places;
 
 /** Between the numbers of neighbours: room for a member to come between them some thirty times. */
 constexpr std::int64_t GAP = std::int64_t{1} << 32;
@@ -69,8 +70,8 @@ bool staysBefore(const ListMember& one, const ListMember& compared)
 class Settled
 {
   public:
-    /** The places of those that are left out grow. */
-    Settled(const Members& all, const std::vector<std::size_t>& places) : all_(all), places_(places), before_(places)
+    /** The places of those that are left out grow; they outlive this object. */
+    Settled(const Members& all, const Places& places) : all_(all), places_(places), before_(places)
     {
         for (std::size_t i = 0; i < before_.size(); ++i)
         {
@@ -118,8 +119,8 @@ class Settled
 
   private:
     const Members& all_;
-    std::vector<std::size_t> places_; ///< of those that are left out
-    std::vector<std::size_t> before_; ///< how many of them stand before each of those that are left out
+    const Places& places_; ///< of those that are left out
+    Places before_;        ///< how many of them stand before each of those that are left out
 };
 
 /** The loose members in their new order, each with the number of settled ones that come before it. */
@@ -157,12 +158,28 @@ class Arrangement
         placed_.insert(loose, Placed{&member, settled});
     }
 
-    const std::vector<Placed>& placed() const { return placed_; }
+    const ListSequence::Few<Placed>& placed() const { return placed_; }
 
   private:
     const Settled& settled_;
-    std::vector<Placed> placed_;
+    ListSequence::Few<Placed> placed_;
 };
+
+/** Among the settled ones that have their places by time, but before live calls that do not stay before them. */
+void arrangeByTime(const ListSequence::Few<ListMember*>& members, const Settled& settled, const Settled& timedOnly,
+                   Arrangement& arrangement)
+{
+    for (ListMember* member : members)
+    {
+        std::size_t place = settled.countBefore(timedOnly.placeAt(timedOnly.countBefore(*member)));
+        while (place > 0 && isOrderedByComparing(&settled.at(place - 1)) &&
+               !staysBefore(settled.at(place - 1), *member))
+        {
+            --place;
+        }
+        arrangement.append(*member, place);
+    }
+}
 
 /** Carries out the moves; `value` gives what stands for a member in this sequence. */
 template <typename Element, typename Moves, typename Value>
@@ -209,7 +226,7 @@ void ListSequence::insertAt(std::size_t place, ListMember& member)
     number(place, place + 1);
     if (isSorted_)
     {
-        loose_.insert(&member);
+        loosen(member);
     }
 }
 
@@ -234,9 +251,7 @@ void ListSequence::reorder(Members members)
     std::transform(members_.begin(), members_.end(), conversations_.begin(),
                    [](const ListMember* member) { return member->conversation; });
     numberAll();
-    isSorted_ = false;
-    loose_.clear();
-    compared_.clear();
+    forgetSorting();
 }
 
 void ListSequence::changed(ListMember& member)
@@ -249,26 +264,33 @@ void ListSequence::changed(ListMember& member)
     if (!(now == member.standing()))
     {
         member.setStanding(now);
-        loose_.insert(&member);
+        loosen(member);
     }
+}
+
+void ListSequence::loosen(ListMember& member)
+{
+    loose_.insert(&member);
+    if (loose_.size() > std::max(FEW_LOOSE, members_.size() / LOOSE_PART))
+    {
+        forgetSorting();
+    }
+}
+
+void ListSequence::forgetSorting()
+{
+    isSorted_ = false;
+    loose_.clear();
+    compared_.clear();
 }
 
 void ListSequence::sort()
 {
-    if (!isSorted_ || loose_.size() > std::max(FEW_LOOSE, members_.size() / LOOSE_PART))
-    {
-        sortAll();
-    }
-    else
-    {
-        sortLoose();
-    }
+    isSorted_ ? sortLoose() : sortAll();
 }
 
 void ListSequence::sortAll()
 {
-    loose_.clear();
-    compared_.clear();
     if (!noteStandings())
     {
         Members sorted = members_;
@@ -311,9 +333,9 @@ void ListSequence::sortLoose()
 }
 
 /** The places of members, in order. */
-std::vector<std::size_t> ListSequence::placesOf(const std::unordered_set<ListMember*>& members) const
+ListSequence::Places ListSequence::placesOf(const FewMembers& members) const
 {
-    std::vector<std::size_t> places;
+    Places places;
     std::transform(members.begin(), members.end(), std::back_inserter(places),
                    [this](const ListMember* member) { return placeOf(*member); });
     std::sort(places.begin(), places.end());
@@ -326,9 +348,9 @@ std::vector<std::size_t> ListSequence::placesOf(const std::unordered_set<ListMem
  */
 ListSequence::Moves ListSequence::planMoves() const
 {
-    const std::vector<std::size_t> places = placesOf(loose_);
-    Members timed;
-    Members compared;
+    const Places places = placesOf(loose_);
+    Few<ListMember*> timed;
+    Few<ListMember*> compared;
     for (const std::size_t place : places)
     {
         (isOrderedByComparing(members_[place]) ? compared : timed).push_back(members_[place]);
@@ -337,18 +359,11 @@ ListSequence::Moves ListSequence::planMoves() const
               [](const ListMember* a, const ListMember* b) { return standsBefore(*a, *b); });
     const Settled settled(members_, places);
     Arrangement arrangement(settled);
-    std::unordered_set<ListMember*> notTimed = compared_;
-    notTimed.insert(loose_.begin(), loose_.end());
-    const Settled timedOnly(members_, placesOf(notTimed));
-    for (ListMember* member : timed)
+    if (!timed.empty())
     {
-        std::size_t place = settled.countBefore(timedOnly.placeAt(timedOnly.countBefore(*member)));
-        while (place > 0 && isOrderedByComparing(&settled.at(place - 1)) &&
-               !staysBefore(settled.at(place - 1), *member))
-        {
-            --place;
-        }
-        arrangement.append(*member, place);
+        FewMembers notTimed = compared_;
+        notTimed.insert(loose_.begin(), loose_.end());
+        arrangeByTime(timed, settled, Settled(members_, placesOf(notTimed)), arrangement);
     }
     for (ListMember* member : compared)
     {
@@ -361,9 +376,12 @@ ListSequence::Moves ListSequence::planMoves() const
         moves.push_back({places[i], placed.settledBefore + i, placed.member});
     }
     const auto isMove = [this](const Move& move) { return move.from != move.to || members_[move.to] != move.member; };
-    const auto first = std::find_if(moves.begin(), moves.end(), isMove);
-    const auto last = std::find_if(moves.rbegin(), std::make_reverse_iterator(first), isMove).base();
-    return {first, last};
+    while (!moves.empty() && !isMove(moves.back()))
+    {
+        moves.pop_back();
+    }
+    moves.erase(moves.begin(), std::find_if(moves.begin(), moves.end(), isMove));
+    return moves;
 }
 
 /** Gives numbers to members that moved, neighbours among them together. */

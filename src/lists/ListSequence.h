@@ -12,7 +12,10 @@
 
 #include "lists/ListMember.h"
 
-#include <unordered_set>
+#include <boost/container/flat_set.hpp>
+#include <boost/container/small_vector.hpp>
+
+#include <functional>
 #include <vector>
 
 namespace ConversationAPI
@@ -21,6 +24,11 @@ class ListSequence
 {
   public:
     using Members = std::vector<ListMember*>;
+
+    /** As many as a single update has to do with take no memory from the heap. */
+    template <typename Element>
+    using Few = boost::container::small_vector<Element, 4>;
+    using Places = Few<std::size_t>;
 
     const std::vector<Conversation*>& conversations() const { return conversations_; }
     ListMember& at(std::size_t place) const { return *members_[place]; }
@@ -52,13 +60,16 @@ class ListSequence
         std::size_t to;
         ListMember* member;
     };
-    using Moves = std::vector<Move>;
+    using Moves = Few<Move>;
+    using FewMembers = boost::container::flat_set<ListMember*, std::less<ListMember*>, Few<ListMember*>>;
 
     void insertAt(std::size_t place, ListMember& member);
+    void loosen(ListMember& member);
+    void forgetSorting();
     void sortAll();
     bool noteStandings();
     void sortLoose();
-    std::vector<std::size_t> placesOf(const std::unordered_set<ListMember*>& members) const;
+    Places placesOf(const FewMembers& members) const;
     Moves planMoves() const;
     void number(const Moves& moves);
     void number(std::size_t first, std::size_t last);
@@ -67,7 +78,7 @@ class ListSequence
     std::vector<Conversation*> conversations_;
     Members members_; ///< at the same places
     bool isSorted_ = false;
-    std::unordered_set<ListMember*> compared_; ///< whose place depends on how they compare; empty before a sort
-    std::unordered_set<ListMember*> loose_;    ///< since the last sort; empty when there was none
+    FewMembers compared_; ///< whose place depends on how they compare; empty before a sort
+    FewMembers loose_;    ///< since the last sort; empty when there was none
 };
 } // namespace ConversationAPI
