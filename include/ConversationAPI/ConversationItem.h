@@ -5,8 +5,9 @@
  * Items travel by pointer. Whoever receives one from a factory, from clone() or from a source owns it; a
  * conversation owns the items it was given. What takes part in an item's order (state, times, item id, call
  * id) must not change while a conversation holds it. Look-ups read ids as they were set: a kind of item of one's own
- * sets them and leaves the operations that answer them alone. The participant factory is not owned and outlives the
- * item. Everything runs on the UI thread. Times are seconds since the epoch, UTC.
+ * sets them and leaves the operations that answer them alone. getState() alone tells what a call is doing: such a kind
+ * overrides that, not the questions about it. The participant factory is not owned and outlives the item. Everything
+ * runs on the UI thread. Times are seconds since the epoch, UTC.
  */
 #pragma once
 

@@ -11,7 +11,6 @@
 #include "ConversationAPI/RandomCachingConversationIDGenerator.h"
 #include "Log.h"
 #include "aggregation/ConversationItemAggregatorLog.h"
-#include "model/ItemOrder.h"
 
 #include <algorithm>
 #include <utility>
@@ -129,7 +128,7 @@ ItemPlacement::ItemPlacement(ConversationList& conversations, ConversationFactor
 
 Conversation* ItemPlacement::placeItemOfRebuild(ConversationItem* item, const BeforeJoining& beforeJoining)
 {
-    if (!isOrderedByTimeAlone(item->getState()) && item->isActiveOrProgressingOrClearing())
+    if (item->isActiveOrProgressingOrClearing())
     {
         CONVERSATION_LOG(ITEM_AGGREGATOR_LOG_FILE, 5,
                          "buildConversationsFrom() always create new conversation for active call, progressing or "

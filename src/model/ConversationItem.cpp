@@ -6,6 +6,7 @@
 #include "model/InsertionSort.h"
 #include "model/Iso8601.h"
 #include "model/ItemOrder.h"
+#include "model/ItemStates.h"
 
 #include <cstdio>
 #include <utility>
@@ -41,39 +42,27 @@ ConversationItem::~ConversationItem() = default;
 
 bool ConversationItem::isActiveOrProgressingOrClearing() const
 {
-    // Asked of every item of the history whenever two are compared, and its state alone tells that it is none of these.
-    return !isOrderedByTimeAlone(getState()) && (isActiveOrClearing() || isProgressing() || isIncomingGroupPickup());
+    return States::ACTIVE_OR_PROGRESSING_OR_CLEARING.has(getState());
 }
 
 bool ConversationItem::isActiveOrClearing() const
 {
-    return isActive() || isClearing();
+    return States::ACTIVE_OR_CLEARING.has(getState());
 }
 
 bool ConversationItem::isActive() const
 {
-    return isConnected() || isConference() || isIsolated() || isConnectedGroupPickup() || isLocallyHeld() ||
-           isRemotelyHeld() || isBlindTransferring();
+    return States::ACTIVE.has(getState());
 }
 
 bool ConversationItem::isProgressing() const
 {
-    return isProgressingIncoming() || isProgressingOutgoing() || isCallWaiting();
+    return States::PROGRESSING.has(getState());
 }
 
 bool ConversationItem::isEndingRemoteCall() const
 {
-    switch (getState())
-    {
-    case ConversationItemState::DIALLED:
-    case ConversationItemState::RECEIVED:
-    case ConversationItemState::MISSED:
-    case ConversationItemState::MISSED_ANSWERED_ELSEWHERE:
-    case ConversationItemState::MISSED_GROUP_CALL:
-        return true;
-    default:
-        return false;
-    }
+    return States::ENDING_REMOTE_CALL.has(getState());
 }
 
 bool ConversationItem::isCallAnonymous() const
@@ -100,11 +89,7 @@ bool ConversationItem::isLargeConference() const
 
 bool ConversationItem::isNonActiveCall() const
 {
-    const ConversationItemState state = getState();
-    return state == ConversationItemState::MISSED || state == ConversationItemState::DIALLED ||
-           state == ConversationItemState::RECEIVED || state == ConversationItemState::FORWARDED ||
-           state == ConversationItemState::MISSED_ANSWERED_ELSEWHERE ||
-           state == ConversationItemState::MISSED_GROUP_CALL;
+    return States::NON_ACTIVE_CALL.has(getState());
 }
 
 bool ConversationItem::isSameConversationAs(const ConversationItem& other) const

@@ -6,44 +6,42 @@ namespace ConversationAPI
 {
 namespace
 {
-bool isIsolatedOrTransferring(const ConversationItem& item)
-{
-    return item.isIsolated() || item.isCallWaitingIsolated() || item.isBlindTransferring();
-}
+using State = ConversationItemState;
 
 /** Whether an item precedes another one for what kind of call they are; nothing when their times tell. */
-std::optional<bool> precedesByState(const ConversationItem& item, const ConversationItem& other)
+std::optional<bool> precedesByState(State state, State other)
 {
-    if (item.isConnected() != other.isConnected())
+    if ((state == State::CONNECTED) != (other == State::CONNECTED))
     {
-        return item.isConnected();
+        return state == State::CONNECTED;
     }
-    if (item.isActiveOrClearing() != other.isActiveOrClearing())
+    const bool isActive = States::ACTIVE_OR_CLEARING.has(state);
+    if (isActive != States::ACTIVE_OR_CLEARING.has(other))
     {
-        return item.isActiveOrClearing();
+        return isActive;
     }
-    if (item.isActiveOrClearing() && isIsolatedOrTransferring(other))
+    if (isActive && States::ISOLATED_OR_TRANSFERRING.has(other))
     {
         return true;
     }
-    if (other.isActiveOrClearing() && isIsolatedOrTransferring(item))
+    if (isActive && States::ISOLATED_OR_TRANSFERRING.has(state))
     {
         return false;
     }
-    if (item.isProgressing() != other.isProgressing())
+    if (States::PROGRESSING.has(state) != States::PROGRESSING.has(other))
     {
-        return item.isProgressing();
+        return States::PROGRESSING.has(state);
     }
     // True for two started remote calls in either order: whichever is asked first comes first.
-    if (item.isStartedRemoteCall() || other.isStartedRemoteCall())
+    if (state == State::STARTED_REMOTE_CALL || other == State::STARTED_REMOTE_CALL)
     {
-        return item.isStartedRemoteCall();
+        return state == State::STARTED_REMOTE_CALL;
     }
-    if (other.isNonActiveCall() && item.isRepresentedHeldCall())
+    if (States::NON_ACTIVE_CALL.has(other) && state == State::REPRESENTED_HELD_CALL)
     {
         return true;
     }
-    if (item.isNonActiveCall() && other.isRepresentedHeldCall())
+    if (States::NON_ACTIVE_CALL.has(state) && other == State::REPRESENTED_HELD_CALL)
     {
         return false;
     }
@@ -51,44 +49,24 @@ std::optional<bool> precedesByState(const ConversationItem& item, const Conversa
 }
 } // namespace
 
-bool isOrderedByTimeAlone(ConversationItemState state)
-{
-    switch (state)
-    {
-    case ConversationItemState::NO_STATE:
-    case ConversationItemState::MISSED:
-    case ConversationItemState::DIALLED:
-    case ConversationItemState::RECEIVED:
-    case ConversationItemState::PLACEHOLDER:
-    case ConversationItemState::TEXT:
-    case ConversationItemState::SYSTEM_MESSAGE:
-    case ConversationItemState::FORWARDED:
-    case ConversationItemState::VOICEMAIL:
-    case ConversationItemState::CALL_WAITING_IGNORED:
-    case ConversationItemState::MISSED_ANSWERED_ELSEWHERE:
-    case ConversationItemState::MISSED_GROUP_CALL:
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool precedes(const ConversationItem& item, const ConversationItem& other, long time, long otherTime)
 {
     if (item.hasConversationItemId() && item.conversationItemIdText() == other.conversationItemIdText())
     {
         return false;
     }
-    if (isOrderedByTimeAlone(item.getState()) && isOrderedByTimeAlone(other.getState()))
+    const State state = item.getState();
+    const State otherState = other.getState();
+    if (isOrderedByTimeAlone(state) && isOrderedByTimeAlone(otherState))
     {
         return time > otherTime;
     }
-    if (item.isActiveOrProgressingOrClearing() && other.isActiveOrProgressingOrClearing() &&
-        item.callIdText() == other.callIdText())
+    if (States::ACTIVE_OR_PROGRESSING_OR_CLEARING.has(state) &&
+        States::ACTIVE_OR_PROGRESSING_OR_CLEARING.has(otherState) && item.callIdText() == other.callIdText())
     {
         return false;
     }
-    return precedesByState(item, other).value_or(time > otherTime);
+    return precedesByState(state, otherState).value_or(time > otherTime);
 }
 
 ItemStanding standingOf(const ConversationItem* item)

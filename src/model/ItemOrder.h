@@ -9,14 +9,17 @@
 
 #include "ConversationAPI/ConversationItem.h"
 #include "model/InsertionSort.h"
+#include "model/ItemStates.h"
 
 #include <algorithm>
 #include <vector>
 
 namespace ConversationAPI
 {
-/** Whether items of this state have no place of their own in the order but that of their time. */
-bool isOrderedByTimeAlone(ConversationItemState state);
+inline bool isOrderedByTimeAlone(ConversationItemState state)
+{
+    return States::ORDERED_BY_TIME_ALONE.has(state);
+}
 
 /** Whether an item comes before another one, if these are their times; see ConversationItem::operator<(). */
 bool precedes(const ConversationItem& item, const ConversationItem& other, long time, long otherTime);

@@ -285,7 +285,7 @@ int RandomCachingConversationIDGenerator::getIndexOfConversationItem(const std::
 bool RandomCachingConversationIDGenerator::itemNeedsUpdating(const ConversationItem* cached,
                                                              const ConversationItem* fresh)
 {
-    return cached && fresh && cached->getCallId() == fresh->getCallId() && !cached->doParticipantsMatch(*fresh);
+    return cached && fresh && cached->callIdText() == fresh->callIdText() && !cached->doParticipantsMatch(*fresh);
 }
 
 std::string RandomCachingConversationIDGenerator::generateConversationId() const
