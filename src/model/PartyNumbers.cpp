@@ -27,14 +27,14 @@ void PartyNumbers::setMain(const std::string& number)
     setFour(before);
 }
 
-/** By a copy: the number may be one of these. */
 void PartyNumbers::set(unsigned slot, const std::string& number)
 {
     const bool isMain = !number.empty() && number == main_;
     const auto bit = static_cast<std::uint8_t>(1U << slot);
-    const std::string other = isMain ? std::string() : number;
-    if (others_->at(slot) != other)
+    const std::string& stored = others_->at(slot);
+    if (isMain ? !stored.empty() : stored != number)
     {
+        const std::string other = isMain ? std::string() : number; // a copy, as the number may be one of these
         others_.write().at(slot) = other;
     }
     slotsWithMain_ = static_cast<std::uint8_t>(isMain ? slotsWithMain_ | bit : slotsWithMain_ & ~bit);
