@@ -18,22 +18,28 @@ class ConversationItem;
 constexpr std::size_t PREFETCH_DISTANCE = 4;
 constexpr std::size_t CACHE_LINE = 64;
 
+inline void prefetchLine(const void* address)
+{
+    __builtin_prefetch(address, 1);
+    asm volatile(""); // or the compiler leaves out calls of functions that do nothing else, as if they did nothing
+}
+
 template <typename Thing>
 void prefetch(const Thing& thing)
 {
     const auto* bytes = reinterpret_cast<const char*>(&thing);
     for (std::size_t offset = 0; offset < sizeof thing; offset += CACHE_LINE)
     {
-        __builtin_prefetch(bytes + offset, 1);
+        prefetchLine(bytes + offset);
     }
-    __builtin_prefetch(bytes + sizeof thing, 1); // things begin anywhere in a line, and what derives from them goes on
+    prefetchLine(bytes + sizeof thing); // things begin anywhere in a line, and what derives from them goes on
 }
 
 /** What the owners of a thing are counted in. */
 template <typename Thing>
 void prefetchBeginning(const Thing& thing)
 {
-    __builtin_prefetch(reinterpret_cast<const char*>(&thing), 1);
+    prefetchLine(&thing);
 }
 
 /** Of each conversation, by a walk. What else is brought near takes time and displaces other things. */
