@@ -8,6 +8,7 @@
 #include "ConversationAPI/SharedText.h"
 
 #include <string>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -48,6 +49,9 @@ class ConversationIDGenerator
 
     /** The id that getConversationID() gives once more, "" when it would be a new one. Nothing is remembered. */
     virtual std::string knownConversationID(Conversation* conversation);
+
+    /** Conversations that begin with these items are about to ask for their ids. Changes nothing. */
+    virtual void expect(const std::vector<const ConversationItem*>& items) const;
 
     /** As getConversationID(); a generator that keeps the text need not copy it. */
     virtual SharedText getSharedConversationID(Conversation* conversation);

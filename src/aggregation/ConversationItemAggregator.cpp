@@ -10,13 +10,13 @@
 #include "Log.h"
 #include "Observers.h"
 #include "ScopedFlag.h"
+#include "aggregation/BatchesAhead.h"
 #include "aggregation/ContactRegrouping.h"
 #include "aggregation/ConversationItemAggregatorLog.h"
 #include "aggregation/ItemBatches.h"
 #include "aggregation/ItemPlacement.h"
 #include "aggregation/ItemSources.h"
 #include "aggregation/LaterItems.h"
-#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <optional>
@@ -200,11 +200,11 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
     const std::vector<ItemBatches::Batch>& all = batches.inOrder();
     const auto parties = std::count_if(all.begin(), all.end(), [](const auto& one) { return one.hasNumberOfItsOwn; });
     conversations_->reserve(static_cast<std::size_t>(parties));
+    BatchesAhead ahead(all, factory_->getConversationIDGenerator());
     for (std::size_t i = 0; i < all.size(); ++i)
     {
+        ahead.comeTo(i);
         const ItemBatches::Batch& batch = all[i];
-        prefetch(*all[std::min(i + 2 * PREFETCH_DISTANCE, all.size() - 1)].first.item);
-        prefetchTexts(*all[std::min(i + PREFETCH_DISTANCE, all.size() - 1)].first.item);
         Conversation* target = place(batch.first, batch.hasNumberOfItsOwn);
         if (target)
         {

@@ -1,6 +1,7 @@
 #include "model/ConversationIDCache.h"
 
 #include "ConversationAPI/WellKnownNames.h"
+#include "model/Prefetch.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -88,6 +89,29 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
     const auto found = std::find_if(candidates.begin(), candidates.end(),
                                     [&](const Entry* entry) { return test(entry->item.get(), &candidate); });
     return found == candidates.end() ? nullptr : *found;
+}
+
+void ConversationIDCache::expect(const std::vector<const ConversationItem*>& candidates) const
+{
+    boost::container::small_vector<std::uint32_t, 8> hashes;
+    for (const ConversationItem* candidate : candidates)
+    {
+        if (!candidate->participants().empty())
+        {
+            hashes.push_back(hashOfText(candidate->participants().front().comparableNumberText()));
+        }
+    }
+    boost::container::small_vector<const Entry*, 8> entries;
+    const auto expectEntry = [&entries](const Entry* entry)
+    {
+        prefetchLine(entry);
+        entries.push_back(entry);
+    };
+    byParty_.expect(hashes, expectEntry);
+    for (const Entry* entry : entries)
+    {
+        prefetch(*entry->item);
+    }
 }
 
 const ConversationIDCache::Entry* ConversationIDCache::walkToFirst(const ConversationItem& candidate, Test test) const

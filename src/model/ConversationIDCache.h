@@ -47,6 +47,9 @@ class ConversationIDCache
     /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
 
+    /** Has what findFirst() will read for items like these brought near. */
+    void expect(const std::vector<const ConversationItem*>& candidates) const;
+
     /** Appends an entry; one of the same id is replaced by it. */
     void put(const SharedText& id, std::unique_ptr<ConversationItem> item);
 

@@ -27,6 +27,8 @@ std::string ConversationIDGenerator::knownConversationID(Conversation*)
     return {};
 }
 
+void ConversationIDGenerator::expect(const std::vector<const ConversationItem*>&) const {}
+
 SharedText ConversationIDGenerator::getSharedConversationID(Conversation* conversation)
 {
     return SharedText(getConversationID(conversation));

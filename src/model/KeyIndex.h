@@ -10,6 +10,7 @@
 #pragma once
 
 #include "ConversationAPI/SharedText.h"
+#include "model/Prefetch.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -103,6 +104,38 @@ class KeyIndex
         else
         {
             link(place);
+        }
+    }
+
+    /**
+     * Has what findHash() reads for these hashes brought near, for all of them at once: to wait for one after the other
+     * takes far longer. Calls `use` with the first thing of each hash that has one.
+     */
+    template <typename Hashes, typename Use>
+    void expect(const Hashes& hashes, Use use) const
+    {
+        if (empty())
+        {
+            return;
+        }
+        const auto bucketOf = [this](std::uint32_t hash) { return &buckets_[hash & (buckets_.size() - 1)]; };
+        for (const std::uint32_t hash : hashes)
+        {
+            prefetchLine(bucketOf(hash));
+        }
+        for (const std::uint32_t hash : hashes)
+        {
+            if (*bucketOf(hash) != NONE)
+            {
+                prefetchLine(&entries_[*bucketOf(hash)]);
+            }
+        }
+        for (const std::uint32_t hash : hashes)
+        {
+            if (const Thing* thing = findHash(hash, [](const Thing&) { return true; }))
+            {
+                use(*thing);
+            }
         }
     }
 

@@ -218,6 +218,12 @@ bool RandomCachingConversationIDGenerator::remembersContact(const SharedText& id
            says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName, details.numbers);
 }
 
+void RandomCachingConversationIDGenerator::expect(const std::vector<const ConversationItem*>& items) const
+{
+    const CriticalSection guard(lock_);
+    cache_->expect(items);
+}
+
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,
                                                      const ConversationItem* remaining)
 {
