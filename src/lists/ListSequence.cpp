@@ -165,19 +165,24 @@ class Arrangement
     ListSequence::Few<Placed> placed_;
 };
 
-/** Among the settled ones that have their places by time, but before live calls that do not stay before them. */
+/**
+ * Newest first, among the settled ones that have their places by time, but before live calls that do not stay before
+ * them. A held call lets newer voicemail pass, but no call of the history: none passes what comes before it here.
+ */
 void arrangeByTime(const ListSequence::Few<ListMember*>& members, const Settled& settled, const Settled& timedOnly,
                    Arrangement& arrangement)
 {
+    std::size_t least = 0;
     for (ListMember* member : members)
     {
         std::size_t place = settled.countBefore(timedOnly.placeAt(timedOnly.countBefore(*member)));
-        while (place > 0 && isOrderedByComparing(&settled.at(place - 1)) &&
+        while (place > least && isOrderedByComparing(&settled.at(place - 1)) &&
                !staysBefore(settled.at(place - 1), *member))
         {
             --place;
         }
         arrangement.append(*member, place);
+        least = place;
     }
 }
 

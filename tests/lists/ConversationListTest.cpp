@@ -228,6 +228,36 @@ TEST_F(ConversationListTest, AlphabeticalOrder)
     EXPECT_TRUE(std::equal(set.begin(), set.end(), list.begin(), list.end()));
 }
 
+/** It stands before calls of the history of any time, but not before newer voicemail, which newer calls stand before.
+ */
+TEST_F(ConversationListTest, RowsThatChangeTogetherFindTheirPlacesBesideAHeldCall)
+{
+    const auto item = [](ConversationItemState state, long time)
+    { return new Testing::ItemInState(static_cast<int>(state), time); };
+    const auto rows = [](const ConversationList& of) { return std::vector<Conversation*>(of.begin(), of.end()); };
+    const auto states = {ConversationItemState::MISSED, ConversationItemState::VOICEMAIL, ConversationItemState::TEXT};
+    for (const ConversationItemState older : states)
+    {
+        for (const ConversationItemState newer : states)
+        {
+            list.removeAndDeleteAll();
+            add(item(ConversationItemState::REPRESENTED_HELD_CALL, 1));
+            Conversation* first = add(item(ConversationItemState::DIALLED, 5));
+            Conversation* second = add(item(ConversationItemState::RECEIVED, 3));
+            list.sort();
+            first->append(item(older, 10));
+            second->append(item(newer, 20));
+            ConversationList fresh;
+            std::for_each(list.begin(), list.end(), [&fresh](Conversation* row) { fresh.push_back(row); });
+            fresh.sort();
+            const std::vector<Conversation*> expected = rows(fresh);
+            fresh.clear();
+            list.sort();
+            EXPECT_EQ(rows(list), expected) << static_cast<int>(older) << " and " << static_cast<int>(newer);
+        }
+    }
+}
+
 TEST_F(ConversationListTest, AtMostFiftyConversationsCountAsModified)
 {
     Conversation* conversation = addNamed("a");
