@@ -160,7 +160,7 @@ void IndexedConversations::appendIdHashes(std::vector<std::uint32_t>& hashes)
 
 void IndexedConversations::sort()
 {
-    if (sequence_.isSorted())
+    if (sequence_.isSorted() || !stale_.empty()) // without a question in between, much would gather there
     {
         refreshStaleMembers();
     }
