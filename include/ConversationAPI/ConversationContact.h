@@ -161,7 +161,10 @@ class ConversationContact
     void setExchangeContactId(const std::string& id);
     void setDialStringConverter(DigitAnalysisServiceIfc* digitAnalysis);
 
-    /** Whether an item of this party alone, older than the one that is shown, tells neither name nor number anew. */
+    /**
+     * Whether an item of this party alone, older than the one that is shown, tells neither name nor number anew. False
+     * where only looking at it would tell.
+     */
     bool hasNothingToLearnFrom(const ConversationParticipant& party) const;
 
   protected:

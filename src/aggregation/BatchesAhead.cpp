@@ -10,7 +10,7 @@ namespace ConversationAPI
 {
 namespace
 {
-/** As many as the processor can wait for together. */
+/** That are waited for together. */
 constexpr std::size_t EXPECTED_AT_ONCE = 8;
 } // namespace
 

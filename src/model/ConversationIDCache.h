@@ -47,7 +47,7 @@ class ConversationIDCache
     /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
 
-    /** Has what findFirst() will read for items like these brought near. */
+    /** Has what findFirst() will read of its indexes for items like these brought near. */
     void expect(const std::vector<const ConversationItem*>& candidates) const;
 
     /** Appends an entry; one of the same id is replaced by it. */
