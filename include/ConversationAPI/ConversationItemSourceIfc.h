@@ -17,6 +17,14 @@ class ConversationItemSourceObserverIfc;
 class ConversationItemSourceIfc
 {
   public:
+    /** What getItemSourceType() answers. */
+    enum ItemSourceType : int
+    {
+        LOCAL_JOURNAL = 1,
+        NETWORK_CALL_LOGS = 2,
+        LIVE_CALLS = 3
+    };
+
     virtual ~ConversationItemSourceIfc() = default;
 
     /** New items for everything the source knows; the caller owns them. */
@@ -31,7 +39,7 @@ class ConversationItemSourceIfc
     virtual void setObserver(ConversationItemSourceObserverIfc* observer) = 0;
     virtual void clearObserver() = 0;
 
-    /** 1 local journal, 2 network call logs, 3 live calls. */
+    /** An ItemSourceType. */
     virtual int getItemSourceType() = 0;
 
     /** Marks missed calls as seen; false when the source could not. */

@@ -9,11 +9,6 @@
 
 namespace ConversationAPI
 {
-namespace
-{
-constexpr int LIVE_CALLS = 3; ///< a type of source
-}
-
 bool ItemSources::add(ConversationItemSourceIfc* source, ConversationItemSourceObserverIfc& observer)
 {
     if (!source)
@@ -52,7 +47,7 @@ bool ItemSources::haveCall(const std::string& callId)
     bool isThere = false;
     const auto look = [&](ConversationItemSourceIfc& source)
     {
-        if (source.getItemSourceType() == LIVE_CALLS)
+        if (source.getItemSourceType() == ConversationItemSourceIfc::LIVE_CALLS)
         {
             for (ConversationItem* item : source.getConversationItems())
             {

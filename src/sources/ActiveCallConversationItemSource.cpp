@@ -158,7 +158,7 @@ void ActiveCallConversationItemSource::clearObserver()
 
 int ActiveCallConversationItemSource::getItemSourceType()
 {
-    return 3;
+    return LIVE_CALLS;
 }
 
 bool ActiveCallConversationItemSource::ageAllMissedCalls(const std::vector<std::string>&)

@@ -147,7 +147,7 @@ void BroadsoftServiceConversationItemSource::clearObserver()
 
 int BroadsoftServiceConversationItemSource::getItemSourceType()
 {
-    return 2;
+    return NETWORK_CALL_LOGS;
 }
 
 bool BroadsoftServiceConversationItemSource::ageAllMissedCalls(const std::vector<std::string>&)

@@ -21,8 +21,6 @@ namespace
 {
 constexpr const char* JOURNAL_SOURCE_LOG_FILE = "./src/JournalServiceConversationItemSource";
 
-constexpr int LOCAL_JOURNAL = 1;
-
 using MakeItem = ConversationItem* (ConversationItemFactory::*)(const std::string& timeAndDate,
                                                                 const std::string& number, const std::string& firstName,
                                                                 const std::string& lastName);
