@@ -1,8 +1,8 @@
 /**
- * Which of several calls of a conversation tell something new of their party, for one that is appended after the other.
+ * Tells which calls may bring news of their party, when many are appended to a conversation one after the other.
  *
- * Calls of one number in a row tell the same: the first one decides for all of them. The conversation's contact is not
- * owned and outlives this object.
+ * Most have the number of the call before and tell the same: the first of them decides for all. The conversation's
+ * contact is not owned and outlives this object.
  */
 #pragma once
 
@@ -19,6 +19,7 @@ class PartyNews
   public:
     explicit PartyNews(const ConversationContact& contact) : contact_(contact) {}
 
+    /** Asked of each call's party, in the order in which the calls are appended. */
     bool mayComeFrom(const ConversationParticipant& party)
     {
         if (number_ != party.comparableNumberText())

@@ -91,7 +91,7 @@ void ConversationSearcher::startInSourcesAfter(const SearchableConversationSourc
                      source.getMatchingConversationIds(searchString, searchId, this);
                  }
              });
-    isHandingOut_ = false;
+    isHandingOut_ = false; // also for a search that one from inside has replaced: nobody else is asked for either
     if (wasAnyAsked && search == searchCount_)
     {
         endIfNobodyIsAsked();
