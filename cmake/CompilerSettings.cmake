@@ -25,7 +25,8 @@ endif()
 if(CONVERSATIONAPI_SANITIZE)
   target_compile_options(project_settings INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_compile_definitions(project_settings INTERFACE _GLIBCXX_ASSERTIONS)
+  # The sanitizers look after objects of the heap; what lies in the library's pool they could not tell apart.
+  target_compile_definitions(project_settings INTERFACE _GLIBCXX_ASSERTIONS CONVERSATIONAPI_PLAIN_MEMORY)
   target_link_options(project_settings INTERFACE -fsanitize=address,undefined)
 endif()
 if(CONVERSATIONAPI_BUILD_FUZZERS)

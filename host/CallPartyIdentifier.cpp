@@ -1,5 +1,6 @@
 #include "platform/CallPartyIdentifier.h"
 
+#include "ConversationAPI/PooledObject.h"
 #include "ConversationAPI/ReferenceCount.h"
 
 #include <boost/smart_ptr/intrusive_ref_counter.hpp>
@@ -8,7 +9,8 @@
 #include <utility>
 
 /** What the copies of one party share. Never changed once it is reachable from a party. */
-struct CallPartyIdentifier::Details : boost::intrusive_ref_counter<Details, ConversationAPI::ReferenceCount>
+struct CallPartyIdentifier::Details : boost::intrusive_ref_counter<Details, ConversationAPI::ReferenceCount>,
+                                      ConversationAPI::PooledObject
 {
     Details(const std::string& first, const std::string& last, const std::string& dialled, PhoneNumberIconType type,
             const std::string& picture, bool callControlFlag)

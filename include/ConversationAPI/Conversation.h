@@ -18,6 +18,7 @@
 #include "ConversationAPI/ConversationObservers.h"
 #include "ConversationAPI/DataThatShouldBeClonedOnCopy.h"
 #include "ConversationAPI/JournalEntryIds.h"
+#include "ConversationAPI/PooledObject.h"
 #include "platform/Semaphore.h"
 
 #include <cstddef>
@@ -33,7 +34,7 @@ class ConversationIDGenerator;
 class ConversationItemFactory;
 class ConversationModificationObserverIfc;
 
-class Conversation : public ConversationContact
+class Conversation : public ConversationContact, public PooledObject
 {
   public:
     enum UpdateReason : std::uint8_t

@@ -15,6 +15,7 @@
 #include "ConversationAPI/ConversationItemState.h"
 #include "ConversationAPI/ConversationParticipant.h"
 #include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/PooledObject.h"
 #include "ConversationAPI/ReferenceCount.h"
 #include "ConversationAPI/SharedText.h"
 #include "platform/DisplayAPI.h"
@@ -32,7 +33,7 @@ namespace ConversationAPI
 {
 class ConversationParticipantFactory;
 
-class ConversationItem
+class ConversationItem : public PooledObject
 {
   public:
     /** What a system message tells: 0 to 3 as the cloud service has it, 4 to 6 for its 7 to 9, 7 for anything else. */

@@ -5,6 +5,7 @@
  */
 #pragma once
 
+#include "ConversationAPI/PooledObject.h"
 #include "ConversationAPI/ReferenceCount.h"
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
@@ -40,7 +41,7 @@ class CopyOnWrite
 
   private:
     /** The value is a base, so that the count takes no memory where the value's last member leaves some. */
-    struct Shared : Value, boost::intrusive_ref_counter<Shared, ReferenceCount>
+    struct Shared : Value, boost::intrusive_ref_counter<Shared, ReferenceCount>, PooledObject
     {
         explicit Shared(const Value& initial) : Value(initial) {}
     };
