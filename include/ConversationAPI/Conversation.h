@@ -92,6 +92,9 @@ class Conversation : public ConversationContact, public PooledObject
     /** The id itself, a phantom's too. */
     const SharedText& storedIdText() const { return id_; }
 
+    /** Whom it asks for its id. */
+    const ConversationIDGenerator& idGenerator() const { return idGenerator_; }
+
     /** The contact that the conversation shows: the one taken in, else itself when it is one. */
     const SharedText& contactId() const { return takenContactId().empty() ? id_ : takenContactId(); }
 

@@ -7,6 +7,7 @@
 
 #include "ConversationAPI/SharedText.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,9 @@ class ConversationIDGenerator
 
     /** Conversations that begin with these items are about to ask for their ids. Changes nothing. */
     virtual void expect(const std::vector<const ConversationItem*>& items) const;
+
+    /** What is remembered under ids with these hashes (hashOfText()) is about to be looked at. Changes nothing. */
+    virtual void expectIds(const std::vector<std::uint32_t>& idHashes) const;
 
     /** As getConversationID(); a generator that keeps the text need not copy it. */
     virtual SharedText getSharedConversationID(Conversation* conversation);

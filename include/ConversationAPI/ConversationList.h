@@ -109,6 +109,9 @@ class ConversationList : public ConversationModificationObserverIfc
      */
     void appendIdHashes(std::vector<std::uint32_t>& hashes) const;
 
+    /** Conversations with ids of these hashes are about to be looked for. Changes nothing; no lock. */
+    void expectIds(const std::vector<std::uint32_t>& idHashes) const;
+
     /** Null when there is none. */
     Conversation* getAnonymousConversation() const;
 

@@ -20,6 +20,7 @@ namespace ConversationAPI
 class ConversationList;
 class ConversationMerger;
 class InitialItemIndex;
+class MergesAhead;
 
 class ConversationListMerger : public ConversationExecutor
 {
@@ -32,10 +33,17 @@ class ConversationListMerger : public ConversationExecutor
 
     void operator()(Conversation* conversation) override;
 
+    /**
+     * Tells that it will be applied to the rows of this list, which outlives it, in their order; what it needs for the
+     * next ones is then brought near in time.
+     */
+    void expectRowsOf(const ConversationList& list) { rows_ = &list; }
+
     /** Those of the source that no conversation took in so far, in the source's order. */
     std::vector<Conversation*> notMerged() const;
 
   private:
+    void makeIndex();
     std::size_t mergeFirst(ConversationMerger& merger, const Conversation& target, const SharedText& id,
                            std::size_t first);
     bool isOtherContact(const Conversation& candidate, const SharedText& id) const;
@@ -43,6 +51,8 @@ class ConversationListMerger : public ConversationExecutor
     const ConversationList& source_;
     std::vector<Conversation*> conversations_;
     std::vector<bool> isMerged_;
+    const ConversationList* rows_ = nullptr;  ///< null when it is not known what comes
     std::unique_ptr<InitialItemIndex> index_; ///< made when it is asked for first
+    std::unique_ptr<MergesAhead> ahead_;      ///< null when it is not known what comes
 };
 } // namespace ConversationAPI

@@ -150,6 +150,7 @@ void ConversationAggregator::combineSources()
 ConversationAggregator::Rows ConversationAggregator::mergeIntoRows(const ConversationList& source)
 {
     ConversationListMerger merger(source);
+    merger.expectRowsOf(*list_);
     list_->foreach (merger);
     return merger.notMerged();
 }

@@ -4,6 +4,7 @@
 #include "ConversationAPI/ConversationList.h"
 #include "ConversationAPI/ConversationMerger.h"
 #include "aggregation/InitialItemIndex.h"
+#include "aggregation/MergesAhead.h"
 #include "aggregation/RowMatching.h"
 
 #include <algorithm>
@@ -25,7 +26,11 @@ void ConversationListMerger::operator()(Conversation* conversation)
     }
     if (!index_)
     {
-        index_ = std::make_unique<InitialItemIndex>(conversations_);
+        makeIndex();
+    }
+    if (ahead_)
+    {
+        ahead_->comeToNext();
     }
     ConversationMerger merger(conversation);
     const SharedText id = conversation->storedIdText(); // before anything is merged
@@ -33,6 +38,15 @@ void ConversationListMerger::operator()(Conversation* conversation)
     while (next < conversations_.size())
     {
         next = mergeFirst(merger, *conversation, id, next);
+    }
+}
+
+void ConversationListMerger::makeIndex()
+{
+    index_ = std::make_unique<InitialItemIndex>(conversations_);
+    if (rows_)
+    {
+        ahead_ = std::make_unique<MergesAhead>(*rows_, source_, conversations_, *index_);
     }
 }
 

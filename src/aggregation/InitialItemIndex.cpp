@@ -20,11 +20,30 @@ enum class InitialItemIndex::Kind : std::uint32_t
     NOBODY
 };
 
+std::uint32_t InitialItemIndex::hashOf(Kind kind, std::uint32_t hash)
+{
+    return hash ^ (static_cast<std::uint32_t>(kind) * 0x9E3779B1U);
+}
+
+std::vector<std::uint32_t> InitialItemIndex::hashesOfNumbers(const std::vector<const ConversationItem*>& items)
+{
+    std::vector<std::uint32_t> hashes;
+    hashes.reserve(items.size());
+    for (const ConversationItem* item : items)
+    {
+        if (!item->participants().empty())
+        {
+            const std::string& number = item->participants().front().comparableNumberText();
+            hashes.push_back(hashOf(Kind::NUMBER, hashOfText(number)));
+        }
+    }
+    return hashes;
+}
+
 template <typename Use>
 void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
 {
-    const auto useHash = [&use](Kind kind, std::uint32_t hash)
-    { use(hash ^ (static_cast<std::uint32_t>(kind) * 0x9E3779B1U)); };
+    const auto useHash = [&use](Kind kind, std::uint32_t hash) { use(hashOf(kind, hash)); };
     const auto useIf = [&useHash](bool applies, Kind kind, std::string_view text)
     {
         if (applies)

@@ -24,12 +24,25 @@ class InitialItemIndex
 
     explicit InitialItemIndex(const std::vector<Conversation*>& conversations);
 
+    /**
+     * Has what placesLike() reads for the numbers of these items brought near. Calls `use` with the first place of each
+     * number.
+     */
+    template <typename Use>
+    void expect(const std::vector<const ConversationItem*>& items, Use use) const
+    {
+        index_.expect(hashesOfNumbers(items), use);
+    }
+
     /** The places, from `first` on and in order, of those that share something by which items can be the same. */
     const Places& placesLike(const ConversationItem& item, std::size_t first);
 
   private:
     /** What two items can have in common; each kind has hashes of its own. */
     enum class Kind : std::uint32_t;
+
+    static std::uint32_t hashOf(Kind kind, std::uint32_t hash);
+    static std::vector<std::uint32_t> hashesOfNumbers(const std::vector<const ConversationItem*>& items);
 
     template <typename Use>
     static void forEachKey(const ConversationItem& item, Use use);

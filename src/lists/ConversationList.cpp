@@ -261,6 +261,11 @@ void ConversationList::appendIdHashes(std::vector<std::uint32_t>& hashes) const
     conversations_->appendIdHashes(hashes);
 }
 
+void ConversationList::expectIds(const std::vector<std::uint32_t>& idHashes) const
+{
+    conversations_->expectIds(idHashes);
+}
+
 Conversation* ConversationList::getAnonymousConversation() const
 {
     const CriticalSection guard(lock_);

@@ -53,6 +53,12 @@ class IndexedConversations
     /** Of the ids by which conversations are found. */
     void appendIdHashes(std::vector<std::uint32_t>& hashes);
 
+    /** Has what is known of these ids brought near; what is stale is not looked at. */
+    void expectIds(const std::vector<std::uint32_t>& idHashes) const
+    {
+        byId_.expect(idHashes, [](const Member* member) { prefetchLine(member); });
+    }
+
     /** By initial items; stable. */
     void sort();
 

@@ -101,13 +101,24 @@ void ConversationIDCache::expect(const std::vector<const ConversationItem*>& can
             hashes.push_back(hashOfText(candidate->participants().front().comparableNumberText()));
         }
     }
+    expectItems(byParty_, hashes);
+}
+
+void ConversationIDCache::expectIds(const std::vector<std::uint32_t>& idHashes) const
+{
+    expectItems(byId_, idHashes);
+}
+
+template <typename AnyIndex, typename Hashes>
+void ConversationIDCache::expectItems(const AnyIndex& index, const Hashes& hashes)
+{
     boost::container::small_vector<const Entry*, 8> entries;
-    const auto expectEntry = [&entries](const Entry* entry)
-    {
-        prefetchLine(entry);
-        entries.push_back(entry);
-    };
-    byParty_.expect(hashes, expectEntry);
+    index.expect(hashes,
+                 [&entries](const auto& found)
+                 {
+                     prefetchLine(&*found);
+                     entries.push_back(&*found);
+                 });
     for (const Entry* entry : entries)
     {
         prefetch(*entry->item);

@@ -50,6 +50,9 @@ class ConversationIDCache
     /** Has what findFirst() will read of its indexes for items like these brought near. */
     void expect(const std::vector<const ConversationItem*>& candidates) const;
 
+    /** The same for what find() reads, and the items that it finds. */
+    void expectIds(const std::vector<std::uint32_t>& idHashes) const;
+
     /** Appends an entry; one of the same id is replaced by it. */
     void put(const SharedText& id, std::unique_ptr<ConversationItem> item);
 
@@ -88,6 +91,10 @@ class ConversationIDCache
 
     const Entry* find(const std::string& id, std::uint32_t hash) const;
     const Entries::iterator* placeOf(const std::string& id, std::uint32_t hash) const;
+
+    /** Has the items that are found in the index by hashes brought near, and what lies on the way. */
+    template <typename AnyIndex, typename Hashes>
+    static void expectItems(const AnyIndex& index, const Hashes& hashes);
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(Entries::iterator entry);
 

@@ -28,6 +28,7 @@ std::string ConversationIDGenerator::knownConversationID(Conversation*)
 }
 
 void ConversationIDGenerator::expect(const std::vector<const ConversationItem*>&) const {}
+void ConversationIDGenerator::expectIds(const std::vector<std::uint32_t>&) const {}
 
 SharedText ConversationIDGenerator::getSharedConversationID(Conversation* conversation)
 {

@@ -224,6 +224,12 @@ void RandomCachingConversationIDGenerator::expect(const std::vector<const Conver
     cache_->expect(items);
 }
 
+void RandomCachingConversationIDGenerator::expectIds(const std::vector<std::uint32_t>& idHashes) const
+{
+    const CriticalSection guard(lock_);
+    cache_->expectIds(idHashes);
+}
+
 void RandomCachingConversationIDGenerator::callEnded(const std::string& id, const std::string& callId,
                                                      const ConversationItem* remaining)
 {
