@@ -46,7 +46,8 @@ SharedPool& sharedPool()
 }
 } // namespace
 
-void* PooledObject::operator new(std::size_t size)
+// Neither is inlined: where only one of them was, compilers would take them for no pair.
+[[gnu::noinline]] void* PooledObject::operator new(std::size_t size)
 {
     if (size > LARGEST_IN_POOL)
     {
@@ -57,11 +58,11 @@ void* PooledObject::operator new(std::size_t size)
     return shared.pool.allocate(size);
 }
 
-void PooledObject::operator delete(void* object, std::size_t size) noexcept
+[[gnu::noinline]] void PooledObject::operator delete(void* object, std::size_t size) noexcept
 {
-    if (size > LARGEST_IN_POOL)
+    if (!object || size > LARGEST_IN_POOL)
     {
-        ::operator delete(object, size);
+        ::operator delete(object);
         return;
     }
     SharedPool& shared = sharedPool();
