@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 namespace ConversationAPI
 {
@@ -17,6 +18,13 @@ class PooledObject
   public:
     static void* operator new(std::size_t size);
     static void operator delete(void* object, std::size_t size) noexcept;
+
+    /** Of a derived class that asks for a larger alignment than the pool's: from the heap. */
+    static void* operator new(std::size_t size, std::align_val_t alignment) { return ::operator new(size, alignment); }
+    static void operator delete(void* object, std::align_val_t alignment) noexcept
+    {
+        ::operator delete(object, alignment);
+    }
 
     /** Where the memory is somebody else's. */
     static void* operator new(std::size_t, void* place) noexcept { return place; }

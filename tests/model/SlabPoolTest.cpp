@@ -1,10 +1,14 @@
 #include "model/SlabPool.h"
 
 #include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/PooledObject.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <thread>
 #include <vector>
@@ -80,7 +84,7 @@ TEST(SlabPoolTest, KeepsBlocksApartWhateverTheirSizesAndTheOrderInWhichTheyGo)
     some.add(SlabPool::LARGEST);
 }
 
-TEST(SlabPoolTest, LaysOutAnewListInOrderThoughTheOldOneWentInNone)
+TEST(SlabPoolTest, LaysOutTheNextListInOrderThoughTheLastOneWentInNone)
 {
     constexpr std::size_t OBJECTS = 5'000;
     Blocks list;
@@ -126,6 +130,20 @@ TEST(SlabPoolTest, HoldsLittleMoreThanIsUsedHoweverLongItRuns)
         lasting.releaseAt(lasting.blocks.size() - 1);
     }
     EXPECT_LE(lasting.pool.bytesHeld(), 256U * 1024U) << "the memory of a list that is gone goes back";
+}
+
+TEST(PooledObjectTest, HasTheAlignmentThatItsClassAsksFor)
+{
+    struct alignas(64) Line : ConversationAPI::PooledObject
+    {
+        char bytes[64] = {};
+    };
+    std::vector<std::unique_ptr<Line>> lines;
+    for (int i = 0; i < 5; ++i)
+    {
+        lines.push_back(std::make_unique<Line>());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(lines.back().get()) % 64, 0U) << i;
+    }
 }
 
 TEST(PooledObjectTest, IsMadeOnOneThreadAndDeletedOnAnother)
