@@ -1,9 +1,11 @@
 /** The ids of the conversations that changed lately, most recent first; at most 50. */
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string>
-#include <unordered_set>
+#include <vector>
 
 namespace ConversationAPI
 {
@@ -26,10 +28,11 @@ class ModifiedConversationsList
     Ids::const_iterator end() const { return ids_.end(); }
 
   private:
-    void takePlaceOfOldest(const std::string& id);
+    void noteHash(std::uint32_t hash);
 
     Ids ids_;
     unsigned capacity_ = 50;
-    std::unordered_set<std::string> queued_;
+    std::vector<std::uint32_t> hashes_; ///< of the ids, from the oldest one to the latest, but begun anew at the end
+    std::size_t nextHash_ = 0;          ///< the place of the next one
 };
 } // namespace ConversationAPI

@@ -1,42 +1,56 @@
 #include "ConversationAPI/ModifiedConversationsList.h"
 
+#include "ConversationAPI/SharedText.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace ConversationAPI
 {
+/** The memory of one that has to go is used again: thousands come one after the other when a list is made. */
 void ModifiedConversationsList::insert(const std::string& id)
 {
-    if (ids_.size() < capacity_)
+    if (!ids_.empty() && ids_.front() == id)
     {
-        if (queued_.insert(id).second)
-        {
-            ids_.push_front(id);
-        }
+        return;
     }
-    else if (queued_.count(id) == 0)
+    const std::uint32_t hash = hashOfText(id);
+    if (std::find(hashes_.begin(), hashes_.end(), hash) != hashes_.end() &&
+        std::find(ids_.begin(), ids_.end(), id) != ids_.end())
     {
-        takePlaceOfOldest(id);
+        return;
     }
-}
-
-/** In its memory, as thousands of conversations come one after the other when a list is made. */
-void ModifiedConversationsList::takePlaceOfOldest(const std::string& id)
-{
-    auto queued = queued_.extract(ids_.back());
-    queued.value() = id;
-    queued_.insert(std::move(queued));
-    std::string text = std::move(ids_.back());
-    ids_.pop_back();
+    std::string text;
+    if (ids_.size() >= capacity_)
+    {
+        text = std::move(ids_.back());
+        ids_.pop_back();
+    }
     text = id;
     ids_.push_front(std::move(text));
+    noteHash(hash);
+}
+
+/** In the place of that of the oldest id once there are as many as can be. */
+void ModifiedConversationsList::noteHash(std::uint32_t hash)
+{
+    if (nextHash_ == hashes_.size())
+    {
+        hashes_.push_back(hash);
+    }
+    hashes_[nextHash_] = hash;
+    nextHash_ = (nextHash_ + 1) % capacity_;
 }
 
 void ModifiedConversationsList::remove(const std::string& id)
 {
-    if (queued_.erase(id) != 0)
+    const auto found = std::find(ids_.begin(), ids_.end(), id);
+    if (found != ids_.end())
     {
-        ids_.erase(std::find(ids_.begin(), ids_.end(), id));
+        ids_.erase(found);
+        hashes_.clear();
+        nextHash_ = 0;
+        std::for_each(ids_.rbegin(), ids_.rend(), [this](const std::string& left) { noteHash(hashOfText(left)); });
     }
 }
 
@@ -48,6 +62,7 @@ std::string ModifiedConversationsList::first() const
 void ModifiedConversationsList::clear()
 {
     ids_.clear();
-    queued_.clear();
+    hashes_.clear();
+    nextHash_ = 0;
 }
 } // namespace ConversationAPI
