@@ -63,8 +63,9 @@ void ConversationObservers::remove(ConversationModificationObserverIfc* observer
 
 void ConversationObservers::tellEnd(Conversation& conversation)
 {
-    if (!first_)
+    if (first_ && !others_)
     {
+        first_->conversationUnregistered(&conversation);
         return;
     }
     for (ConversationModificationObserverIfc* observer : all())
@@ -77,6 +78,11 @@ void ConversationObservers::tellEnd(Conversation& conversation)
 template <typename Tell>
 void ConversationObservers::tellEach(Tell tell)
 {
+    if (first_ && !others_)
+    {
+        tell(*first_);
+        return;
+    }
     for (ConversationModificationObserverIfc* observer : all())
     {
         if (isKnown(observer))
