@@ -19,7 +19,7 @@ struct CallPartyIdentifier::Details : boost::intrusive_ref_counter<Details, Conv
     {
     }
 
-    PhoneNumberIconType numberType;
+    PhoneNumberIconType numberType : 8; // small, so that these lie where the names begin
     bool flag;
     std::string firstName;
     std::string surname;
