@@ -51,8 +51,11 @@ class ConversationIDGenerator
     /** The id that getConversationID() gives once more, "" when it would be a new one. Nothing is remembered. */
     virtual std::string knownConversationID(Conversation* conversation);
 
-    /** Conversations that begin with these items are about to ask for their ids. Changes nothing. */
-    virtual void expect(const std::vector<const ConversationItem*>& items) const;
+    /**
+     * Conversations that begin with these items are about to ask for their ids. Changes nothing. Appends the hashes
+     * (hashOfText()) of ids that they are likely to get, as far as any are known.
+     */
+    virtual void expect(const std::vector<const ConversationItem*>& items, std::vector<std::uint32_t>& likelyIds) const;
 
     /** What is remembered under ids with these hashes (hashOfText()) is about to be looked at. Changes nothing. */
     virtual void expectIds(const std::vector<std::uint32_t>& idHashes) const;

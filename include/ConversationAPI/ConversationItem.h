@@ -288,8 +288,8 @@ class ConversationItem : public PooledObject
 
     ConversationParticipant* firstParty() { return participants_.empty() ? nullptr : &participants_.front(); }
 
-    // What tells where an item belongs comes first: a rebuild looks at that of thousands, in as few cache lines as can
-    // be. The text of the time fills up what the flags leave.
+    // What tells where an item belongs comes first, its party included: a rebuild looks at that of thousands, in as few
+    // cache lines as can be.
     long timeStamp_ = 0;
     SharedText conversationId_;
     SharedText conversationItemId_;
@@ -301,8 +301,8 @@ class ConversationItem : public PooledObject
     bool deleteOnConversationList_ = true;
     bool largeConference_ = false;
     std::uint8_t lastPhoneNumberType_ = NumberType::NONE;
-    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
     Participants participants_;
+    boost::static_strings::static_string<25> timeAndDate_; ///< the journal's text, as far as it tells the time
     std::string entryId_;
     CopyOnWrite<Rarities> rarities_;
     ConversationParticipantFactory* participantFactory_ = nullptr;

@@ -130,14 +130,13 @@ class ConversationParticipant : public CallPartyIdentifier
     void noteTexts();
     void convert(std::string& number) const;
 
-    DigitAnalysisServiceIfc* dialStringConverter_ = nullptr;
-    PartyNumbers numbers_; ///< the main one is the comparable number
-    CopyOnWrite<Details> details_;
-
     /** What the texts say; kept here because it is asked whenever parties are compared, and the texts lie elsewhere. */
     bool hasNumber_ = false;
     bool isAnonymous_ = true;
     bool hasAnonymousName_ = false;
     bool isCTIAssisted_ = false;
+    PartyNumbers numbers_; ///< the main one is the comparable number
+    CopyOnWrite<Details> details_;
+    DigitAnalysisServiceIfc* dialStringConverter_ = nullptr;
 };
 } // namespace ConversationAPI

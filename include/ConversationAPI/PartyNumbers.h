@@ -9,6 +9,7 @@
 
 #include "ConversationAPI/ContactNumbers.h"
 #include "ConversationAPI/CopyOnWrite.h"
+#include "ConversationAPI/SharedText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -22,9 +23,12 @@ class PartyNumbers
     PartyNumbers() = default;
 
     /** None of the four is known. */
-    explicit PartyNumbers(const std::string& main) : main_(main) {}
+    explicit PartyNumbers(const std::string& main) : mainHash_(hashOfText(main)), main_(main) {}
 
     const std::string& main() const { return main_; }
+
+    /** hashOfText() of the main number, which is known without reading it. */
+    std::uint32_t mainHash() const { return mainHash_; }
 
     /** The four stay what they are. */
     void setMain(const std::string& number);
@@ -46,7 +50,13 @@ class PartyNumbers
     /** Whether the slot is empty and none of the four is the candidate yet. */
     bool hasFreeSlotFor(ContactNumberSlot slot, const std::string& candidate) const;
     bool hasSameFourAs(const PartyNumbers& other) const;
-    bool operator==(const PartyNumbers& other) const { return main_ == other.main_ && hasSameFourAs(other); }
+    bool operator==(const PartyNumbers& other) const
+    {
+        return mainHash_ == other.mainHash_ && main_ == other.main_ && hasSameFourAs(other);
+    }
+
+    /** Where the others of the four are kept, the main one's place being empty; null when none is known. */
+    const ContactNumbers* others() const { return others_.isSet() ? &*others_ : nullptr; }
 
     /** Calls `use` for every number that is known, once each, the main one first. */
     template <typename Use>
@@ -56,10 +66,30 @@ class PartyNumbers
         {
             use(main_);
         }
-        if (!others_.isSet())
+        if (others_.isSet())
         {
-            return;
+            forEachOther(use);
         }
+    }
+
+    /** The same with hashOfText() of each. Different numbers may have one hash, which may then come twice. */
+    template <typename Use>
+    void forEachHash(Use use) const
+    {
+        if (mainHash_ != 0)
+        {
+            use(mainHash_);
+        }
+        if (others_.isSet())
+        {
+            forEachOther([&use](const std::string& number) { use(hashOfText(number)); });
+        }
+    }
+
+  private:
+    template <typename Use>
+    void forEachOther(Use use) const
+    {
         for (auto number = others_->begin(); number != others_->end(); ++number)
         {
             if (!number->empty() && std::find(others_->begin(), number, *number) == number)
@@ -69,9 +99,10 @@ class PartyNumbers
         }
     }
 
-  private:
-    std::string main_;
-    CopyOnWrite<ContactNumbers> others_; ///< never the main one
+    // What a party is looked for by comes first, close to what else tells where an item belongs.
+    std::uint32_t mainHash_ = 0;
     std::uint8_t slotsWithMain_ = 0;     ///< bit n: number n of the four is the main one
+    CopyOnWrite<ContactNumbers> others_; ///< never the main one
+    std::string main_;
 };
 } // namespace ConversationAPI

@@ -51,7 +51,8 @@ class RandomCachingConversationIDGenerator : public ConversationIDGenerator
     void garbageCollect() override;
     void remember(const std::string& id, const ConversationItem* item) override;
     bool remembersContact(const SharedText& id, const ConversationContact& contact) const override;
-    void expect(const std::vector<const ConversationItem*>& items) const override;
+    void expect(const std::vector<const ConversationItem*>& items,
+                std::vector<std::uint32_t>& likelyIds) const override;
     void expectIds(const std::vector<std::uint32_t>& idHashes) const override;
     void callEnded(const std::string& id, const std::string& callId, const ConversationItem* remaining) override;
     void callJoinedOther(const std::string& id) override;

@@ -33,6 +33,9 @@ class SharedItem
     const ConversationItem* operator->() const { return item(); }
     const ConversationItem* get() const { return item(); }
 
+    /** Whether several hold the item. */
+    static bool isShared(const ConversationItem& item) { return ReferenceCount::load(item.holding_.holders) > 1; }
+
     /** The item to change, at another place than before if it was shared. */
     ConversationItem& write();
 

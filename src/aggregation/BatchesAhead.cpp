@@ -2,6 +2,7 @@
 
 #include "ConversationAPI/ConversationIDGenerator.h"
 #include "ConversationAPI/ConversationItem.h"
+#include "ConversationAPI/ConversationList.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
@@ -26,7 +27,9 @@ void BatchesAhead::comeTo(std::size_t place)
         {
             expected_.push_back(&firstItem(next));
         }
-        ids_->expect(expected_);
+        likelyIds_.clear();
+        ids_->expect(expected_, likelyIds_);
+        conversations_.expectIds(likelyIds_);
     }
 }
 

@@ -4,18 +4,24 @@
 #include "aggregation/ItemBatches.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace ConversationAPI
 {
 class ConversationIDGenerator;
+class ConversationList;
 
 class BatchesAhead
 {
   public:
-    /** The generator, who is asked for the ids, may be null. Both outlive this object. */
-    BatchesAhead(const std::vector<ItemBatches::Batch>& batches, const ConversationIDGenerator* ids)
-        : batches_(batches), ids_(ids)
+    /**
+     * The generator, who is asked for the ids, may be null; the list is asked for conversations of these ids. All
+     * outlive this object.
+     */
+    BatchesAhead(const std::vector<ItemBatches::Batch>& batches, const ConversationIDGenerator* ids,
+                 const ConversationList& conversations)
+        : batches_(batches), ids_(ids), conversations_(conversations)
     {
     }
 
@@ -28,6 +34,8 @@ class BatchesAhead
 
     const std::vector<ItemBatches::Batch>& batches_;
     const ConversationIDGenerator* ids_;
+    const ConversationList& conversations_;
     std::vector<const ConversationItem*> expected_;
+    std::vector<std::uint32_t> likelyIds_;
 };
 } // namespace ConversationAPI

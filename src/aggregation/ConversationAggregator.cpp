@@ -162,7 +162,8 @@ void ConversationAggregator::copyUnmergedConversationsInto(const Rows& unmerged,
     ids.reserve(count);
     for (std::size_t place = 0; place < unmerged.size(); ++place)
     {
-        prefetchAhead(unmerged, place, Needed::OWNERS);
+        prefetchAhead<Needed::OWNERS>(unmerged, place);
+        ids.expect(unmerged[std::min(place + PREFETCH_DISTANCE, unmerged.size() - 1)]->storedIdText());
         CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 6, "copyUnmergedConversationsInto clone");
         ids.add(unmerged[place]->storedIdText());
         Conversation* row = unmerged[place]->clone();

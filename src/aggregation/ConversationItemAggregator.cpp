@@ -200,7 +200,7 @@ void ConversationItemAggregator::buildConversationsFrom(const std::vector<Conver
     const std::vector<ItemBatches::Batch>& all = batches.inOrder();
     const auto parties = std::count_if(all.begin(), all.end(), [](const auto& one) { return one.hasNumberOfItsOwn; });
     conversations_->reserve(static_cast<std::size_t>(parties));
-    BatchesAhead ahead(all, factory_->getConversationIDGenerator());
+    BatchesAhead ahead(all, factory_->getConversationIDGenerator(), *conversations_);
     for (std::size_t i = 0; i < all.size(); ++i)
     {
         ahead.comeTo(i);

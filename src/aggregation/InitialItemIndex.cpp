@@ -1,11 +1,9 @@
 #include "aggregation/InitialItemIndex.h"
 
 #include "ConversationAPI/Conversation.h"
-#include "ConversationAPI/WellKnownNames.h"
 #include "model/Prefetch.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace ConversationAPI
 {
@@ -33,46 +31,35 @@ std::vector<std::uint32_t> InitialItemIndex::hashesOfNumbers(const std::vector<c
     {
         if (!item->participants().empty())
         {
-            const std::string& number = item->participants().front().comparableNumberText();
-            hashes.push_back(hashOf(Kind::NUMBER, hashOfText(number)));
+            hashes.push_back(hashOf(Kind::NUMBER, item->participants().front().numbers().mainHash()));
         }
     }
     return hashes;
 }
 
+/** Of these kinds; an item is not asked what it need not tell. */
 template <typename Use>
-void InitialItemIndex::forEachKey(const ConversationItem& item, Use use)
+void InitialItemIndex::forEachKey(const ConversationItem& item, std::uint32_t kinds, Use use)
 {
-    const auto useHash = [&use](Kind kind, std::uint32_t hash) { use(hashOf(kind, hash)); };
-    const auto useIf = [&useHash](bool applies, Kind kind, std::string_view text)
+    const auto useIf = [&use, kinds](bool applies, Kind kind, std::uint32_t hash)
     {
-        if (applies)
+        if (applies && (kinds & bitOf(kind)) != 0)
         {
-            useHash(kind, hashOfText(text));
+            use(kind, hashOf(kind, hash));
         }
     };
-    const auto useSharedIf = [&useHash](bool applies, Kind kind, const SharedText& text)
+    useIf(item.hasExchangeContactId(), Kind::EXCHANGE_CONTACT, item.exchangeContactIdText().hash());
+    useIf(item.hasConversationId(), Kind::CONVERSATION, item.conversationIdText().hash());
+    if ((kinds & (bitOf(Kind::CALL) | bitOf(Kind::GROUP_PICKUP))) != 0)
     {
-        if (applies)
-        {
-            useHash(kind, text.hash());
-        }
-    };
-    useSharedIf(item.hasExchangeContactId(), Kind::EXCHANGE_CONTACT, item.exchangeContactIdText());
-    useSharedIf(item.hasConversationId(), Kind::CONVERSATION, item.conversationIdText());
-    useSharedIf(item.isActiveOrProgressingOrClearing(), Kind::CALL, item.callIdText());
-    useIf(item.isIncomingGroupPickup() || item.isConnectedGroupPickup(), Kind::GROUP_PICKUP, {});
-    useIf(item.participants().empty(), Kind::NOBODY, {});
+        useIf(item.isActiveOrProgressingOrClearing(), Kind::CALL, item.callIdText().hash());
+        useIf(item.isIncomingGroupPickup() || item.isConnectedGroupPickup(), Kind::GROUP_PICKUP, 0);
+    }
+    useIf(item.participants().empty(), Kind::NOBODY, 0);
     for (const ConversationParticipant& party : item.participants())
     {
-        const std::string& number = party.comparableNumberText();
-        useIf(party.hasAnonymousName(), Kind::ANONYMOUS, {});
-        useIf(!number.empty(), Kind::NUMBER, number);
-        for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
-        {
-            const std::string& other = party.contactNumber(slot);
-            useIf(!other.empty() && other != number, Kind::NUMBER, other);
-        }
+        useIf(party.hasAnonymousName(), Kind::ANONYMOUS, 0);
+        party.numbers().forEachHash([&useIf](std::uint32_t hash) { useIf(true, Kind::NUMBER, hash); });
     }
 }
 
@@ -81,10 +68,15 @@ InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversatio
     index_.reserve(2 * conversations.size());
     for (std::size_t place = 0; place < conversations.size(); ++place)
     {
-        prefetchAhead(conversations, place, Needed::FIRST_ITEMS);
+        prefetchAhead<Needed::FIRST_ITEMS>(conversations, place);
         if (const ConversationItem* item = conversations[place]->shownItem())
         {
-            forEachKey(*item, [&](std::uint32_t hash) { index_.addHash(hash, static_cast<std::uint32_t>(place)); });
+            forEachKey(*item, ALL_KINDS,
+                       [&](Kind kind, std::uint32_t hash)
+                       {
+                           kinds_ |= bitOf(kind);
+                           index_.addHash(hash, static_cast<std::uint32_t>(place));
+                       });
         }
     }
 }
@@ -92,7 +84,7 @@ InitialItemIndex::InitialItemIndex(const std::vector<Conversation*>& conversatio
 const InitialItemIndex::Places& InitialItemIndex::placesLike(const ConversationItem& item, std::size_t first)
 {
     places_.clear();
-    forEachKey(item, [this](std::uint32_t hash) { index_.collectHash(hash, places_); });
+    forEachKey(item, kinds_, [this](Kind, std::uint32_t hash) { index_.collectHash(hash, places_); });
     places_.erase(
         std::remove_if(places_.begin(), places_.end(), [first](std::uint32_t place) { return place < first; }),
         places_.end());

@@ -41,13 +41,17 @@ class InitialItemIndex
     /** What two items can have in common; each kind has hashes of its own. */
     enum class Kind : std::uint32_t;
 
+    static constexpr std::uint32_t ALL_KINDS = 0xFFFFFFFFU;
+
+    static constexpr std::uint32_t bitOf(Kind kind) { return 1U << static_cast<std::uint32_t>(kind); }
     static std::uint32_t hashOf(Kind kind, std::uint32_t hash);
     static std::vector<std::uint32_t> hashesOfNumbers(const std::vector<const ConversationItem*>& items);
 
     template <typename Use>
-    static void forEachKey(const ConversationItem& item, Use use);
+    static void forEachKey(const ConversationItem& item, std::uint32_t kinds, Use use);
 
     KeyIndex<std::uint32_t> index_;
+    std::uint32_t kinds_ = 0; ///< of what is in the index: contacts, say, have no conversation ids to look for
     Places places_;
 };
 } // namespace ConversationAPI

@@ -2,12 +2,11 @@
 
 #include "ConversationAPI/ConversationItem.h"
 #include "model/ItemOrder.h"
+#include "model/KeyIndex.h"
 #include "model/Prefetch.h"
 
 #include <cstdint>
 #include <limits>
-#include <memory_resource>
-#include <unordered_map>
 
 namespace ConversationAPI
 {
@@ -17,6 +16,7 @@ class ItemBatches::Grouping
   public:
     struct Group
     {
+        std::string_view number; ///< empty of an item that stands alone
         bool hasNumberOfItsOwn;
         std::size_t size = 0;
     };
@@ -25,24 +25,23 @@ class ItemBatches::Grouping
     {
         items_.reserve(items);
         groupOfItem_.reserve(items);
-        groupOfNumber_.reserve(items / 2);
     }
 
     /** A journal gives calls of one number in a row: most need no looking up. */
-    void add(const Ranked& item, std::string_view number)
+    void add(const Ranked& item, const PartyNumbers& numbers)
     {
-        if (groups_.empty() || number != lastNumber_)
+        if (groups_.empty() || numbers.main() != groups_[lastGroup_].number)
         {
-            lastGroup_ = groupOfNumber_.emplace(number, groups_.size()).first->second;
-            lastNumber_ = number;
+            lastGroup_ = groupOf(numbers);
         }
-        addTo(lastGroup_, item, true);
+        addTo(lastGroup_, item);
     }
 
     void addAlone(const Ranked& item)
     {
-        addTo(groups_.size(), item, false);
-        lastNumber_ = {};
+        lastGroup_ = groups_.size();
+        groups_.push_back({{}, false});
+        addTo(lastGroup_, item);
     }
 
     /** The items of these numbers do not belong together. */
@@ -50,10 +49,9 @@ class ItemBatches::Grouping
     {
         for (const std::string_view number : numbers)
         {
-            const auto group = groupOfNumber_.find(number);
-            if (group != groupOfNumber_.end())
+            if (const std::uint32_t* group = find(number, hashOfText(number)))
             {
-                groups_[group->second].hasNumberOfItsOwn = false;
+                groups_[*group].hasNumberOfItsOwn = false;
             }
         }
     }
@@ -77,12 +75,24 @@ class ItemBatches::Grouping
     }
 
   private:
-    void addTo(std::size_t group, const Ranked& item, bool hasNumberOfItsOwn)
+    const std::uint32_t* find(std::string_view number, std::uint32_t hash) const
     {
-        if (group == groups_.size())
+        return groupOfNumber_.findHash(hash, [&](std::uint32_t group) { return groups_[group].number == number; });
+    }
+
+    std::size_t groupOf(const PartyNumbers& numbers)
+    {
+        if (const std::uint32_t* known = find(numbers.main(), numbers.mainHash()))
         {
-            groups_.push_back({hasNumberOfItsOwn});
+            return *known;
         }
+        groupOfNumber_.addHash(numbers.mainHash(), static_cast<std::uint32_t>(groups_.size()));
+        groups_.push_back({numbers.main(), true});
+        return groups_.size() - 1;
+    }
+
+    void addTo(std::size_t group, const Ranked& item)
+    {
         ++groups_[group].size;
         items_.push_back(item);
         groupOfItem_.push_back(static_cast<std::uint32_t>(group));
@@ -91,9 +101,7 @@ class ItemBatches::Grouping
     std::vector<Ranked> items_;
     std::vector<std::uint32_t> groupOfItem_;
     std::vector<Group> groups_;
-    std::pmr::monotonic_buffer_resource memory_; // freed in one go
-    std::pmr::unordered_map<std::string_view, std::size_t> groupOfNumber_{&memory_};
-    std::string_view lastNumber_;
+    KeyIndex<std::uint32_t> groupOfNumber_;
     std::size_t lastGroup_ = 0;
 };
 
@@ -109,7 +117,7 @@ ItemBatches::ItemBatches(const std::vector<ConversationItem*>& items)
         const Ranked ranked{item.timeStampUTC(), place, &item};
         if (isPlain(item))
         {
-            grouping.add(ranked, item.participants().front().comparableNumberText());
+            grouping.add(ranked, item.participants().front().numbers());
             continue;
         }
         collectNumbers(item, sharedNumbers);

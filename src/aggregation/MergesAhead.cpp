@@ -16,6 +16,17 @@ namespace
 constexpr std::size_t ROWS_AT_ONCE = 8;
 } // namespace
 
+/** As many as are waited for together. The list is asked each time: who is told of a merge may take rows out of it. */
+template <typename Use>
+void MergesAhead::forEachRow(std::size_t from, Use use) const
+{
+    const auto rows = static_cast<std::size_t>(rows_.end() - rows_.begin());
+    for (std::size_t place = from; place < std::min(from + ROWS_AT_ONCE, rows); ++place)
+    {
+        use(*rows_.begin()[static_cast<std::ptrdiff_t>(place)]);
+    }
+}
+
 void MergesAhead::comeToNext()
 {
     if (place_++ % ROWS_AT_ONCE != 0)
@@ -31,20 +42,22 @@ void MergesAhead::comeToNext()
     }
 }
 
-/** The list is asked each time, as whoever is told of a merge may take rows out of it. */
 void MergesAhead::findLikely()
 {
     items_.clear();
     likely_.clear();
     idHashes_.clear();
-    const auto rows = static_cast<std::size_t>(rows_.end() - rows_.begin());
-    for (std::size_t next = place_; next < std::min(place_ + ROWS_AT_ONCE, rows); ++next)
-    {
-        if (const ConversationItem* item = rows_.begin()[static_cast<std::ptrdiff_t>(next)]->itemAtHand())
-        {
-            items_.push_back(item);
-        }
-    }
+    forEachRow(place_ + ROWS_AT_ONCE, [](const Conversation& row) { prefetch(row); });
+    forEachRow(place_,
+               [this](const Conversation& row)
+               {
+                   prefetch(*row.contactDetails());
+                   prefetchBeginning(row.storedIdText().str());
+                   if (const ConversationItem* item = row.itemAtHand())
+                   {
+                       items_.push_back(item);
+                   }
+               });
     index_.expect(items_,
                   [this](std::uint32_t place)
                   {
@@ -54,17 +67,19 @@ void MergesAhead::findLikely()
     for (const Conversation* conversation : likely_)
     {
         idHashes_.push_back(conversation->storedIdText().hash());
+        prefetch(*conversation->contactDetails());
     }
 }
 
 void MergesAhead::expectParts() const
 {
+    forEachRow(place_, [](const Conversation& row) { prefetchLine(row.storedIdText().str().data()); });
     for (const Conversation* conversation : likely_)
     {
-        prefetch(*conversation->contactDetails());
+        prefetchOthers(conversation->contactDetails()->numbers);
         if (conversation->itemAtHand())
         {
-            prefetch(*conversation->itemAtHand());
+            prefetchHead(*conversation->itemAtHand());
         }
     }
 }

@@ -29,6 +29,8 @@ class MergesAhead
     void comeToNext();
 
   private:
+    template <typename Use>
+    void forEachRow(std::size_t from, Use use) const;
     void findLikely();
     void expectParts() const;
 

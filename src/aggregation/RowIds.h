@@ -6,10 +6,9 @@
 #pragma once
 
 #include "ConversationAPI/SharedText.h"
+#include "model/HashSet.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <vector>
+#include <cstddef>
 
 namespace ConversationAPI
 {
@@ -17,17 +16,21 @@ class RowIds
 {
   public:
     void reserve(std::size_t count) { hashes_.reserve(count); }
-    void add(const SharedText& id) { hashes_.push_back(id.hash()); }
 
-    /** A row without id may get any. Puts what was taken down into another order. */
-    bool mayBeShared()
+    /** It is about to be added. */
+    void expect(const SharedText& id) const { hashes_.expect(id.hash()); }
+
+    /** A row without id may get any. */
+    void add(const SharedText& id)
     {
-        std::sort(hashes_.begin(), hashes_.end());
-        return (!hashes_.empty() && hashes_.front() == 0) ||
-               std::adjacent_find(hashes_.begin(), hashes_.end()) != hashes_.end();
+        const bool isNew = hashes_.insert(id.hash());
+        mayBeShared_ = mayBeShared_ || !isNew;
     }
 
+    bool mayBeShared() const { return mayBeShared_; }
+
   private:
-    std::vector<std::uint32_t> hashes_;
+    HashSet hashes_;
+    bool mayBeShared_ = false;
 };
 } // namespace ConversationAPI

@@ -217,7 +217,7 @@ void ConversationList::foreach (ConversationExecutor& executor) const
     const CriticalSection guard(lock_);
     for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        prefetchAhead(sequence(), place, Needed::FIRST_ITEMS);
+        prefetchAhead<Needed::FIRST_ITEMS>(sequence(), place);
         executor(sequence()[place]);
     }
 }
@@ -251,7 +251,7 @@ void ConversationList::getInUseConversationIds(std::vector<std::string>& ids) co
     ids.reserve(ids.size() + sequence().size());
     for (std::size_t place = 0; place < sequence().size(); ++place)
     {
-        prefetchAhead(sequence(), place, Needed::OWNERS);
+        prefetchAhead<Needed::OWNERS>(sequence(), place);
         ids.push_back(sequence()[place]->getConversationId());
     }
 }
@@ -444,7 +444,7 @@ void ConversationList::removeAndDeleteAll()
     {
         if (member.conversation)
         {
-            prefetchAhead(all, place++, Needed::EVERYTHING);
+            prefetchAhead<Needed::EVERYTHING>(all, place++);
             delete member.conversation;
             member = ListMember();
         }

@@ -312,7 +312,7 @@ bool ListSequence::noteStandings()
     bool isInOrder = true;
     for (std::size_t place = 0; place < members_.size(); ++place)
     {
-        prefetchAhead(conversations_, place, Needed::PLACES);
+        prefetchAhead<Needed::PLACES>(conversations_, place);
         ListMember& member = at(place);
         member.setStanding(standingOf(*member.conversation));
         isInOrder = isInOrder && !isOrderedByComparing(&member) && (place == 0 || standsBefore(at(place - 1), member));

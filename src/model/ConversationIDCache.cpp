@@ -3,42 +3,36 @@
 #include "ConversationAPI/WellKnownNames.h"
 #include "model/Prefetch.h"
 
-#include <boost/container/small_vector.hpp>
-
 #include <algorithm>
 
 namespace ConversationAPI
 {
 namespace
 {
-using PartyKeys = boost::container::small_vector<std::string_view, 6>;
+using Hashes = boost::container::small_vector<std::uint32_t, 6>;
 
-/** One key for parties of whom nothing is known, one for their absence, else the party's numbers. */
-PartyKeys partyKeys(const ConversationItem& item)
+/** One key for parties of whom nothing is known, one for their absence, else the party's numbers: hashes, each once. */
+Hashes partyKeys(const ConversationItem& item)
 {
-    PartyKeys keys;
-    const auto add = [&keys](std::string_view key)
+    Hashes keys;
+    const auto add = [&keys](std::uint32_t key)
     {
-        if (!key.empty() && std::find(keys.begin(), keys.end(), key) == keys.end())
+        if (std::find(keys.begin(), keys.end(), key) == keys.end())
         {
             keys.push_back(key);
         }
     };
     for (const ConversationParticipant& party : item.participants())
     {
-        add(party.comparableNumberText());
-        for (const ContactNumberSlot slot : ALL_CONTACT_NUMBER_SLOTS)
-        {
-            add(party.contactNumber(slot));
-        }
+        party.numbers().forEachHash(add);
         if (party.hasAnonymousName())
         {
-            add(ANONYMOUS_NAME);
+            add(hashOfText(ANONYMOUS_NAME));
         }
     }
     if (item.participants().empty())
     {
-        keys.push_back({});
+        keys.push_back(hashOfText({}));
     }
     return keys;
 }
@@ -64,9 +58,9 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
         return walkToFirst(candidate, test);
     }
     boost::container::small_vector<const Entry*, 8> candidates;
-    for (const std::string_view key : partyKeys(candidate))
+    for (const std::uint32_t key : partyKeys(candidate))
     {
-        byParty_.collect(key, candidates);
+        byParty_.collectHash(key, candidates);
     }
     if (candidate.hasExchangeContactId())
     {
@@ -91,28 +85,35 @@ const ConversationIDCache::Entry* ConversationIDCache::findFirst(const Conversat
     return found == candidates.end() ? nullptr : *found;
 }
 
-void ConversationIDCache::expect(const std::vector<const ConversationItem*>& candidates) const
+void ConversationIDCache::expect(const std::vector<const ConversationItem*>& candidates,
+                                 std::vector<std::uint32_t>& likelyIds) const
 {
-    boost::container::small_vector<std::uint32_t, 8> hashes;
+    Hashes hashes;
     for (const ConversationItem* candidate : candidates)
     {
         if (!candidate->participants().empty())
         {
-            hashes.push_back(hashOfText(candidate->participants().front().comparableNumberText()));
+            hashes.push_back(candidate->participants().front().numbers().mainHash());
         }
     }
-    expectItems(byParty_, hashes);
+    for (const Entry* entry : expectItems(byParty_, hashes))
+    {
+        likelyIds.push_back(entry->idHash);
+    }
 }
 
 void ConversationIDCache::expectIds(const std::vector<std::uint32_t>& idHashes) const
 {
-    expectItems(byId_, idHashes);
+    for (const Entry* entry : expectItems(byId_, idHashes))
+    {
+        prefetchTexts(*entry->item);
+    }
 }
 
-template <typename AnyIndex, typename Hashes>
-void ConversationIDCache::expectItems(const AnyIndex& index, const Hashes& hashes)
+template <typename AnyIndex, typename AnyHashes>
+ConversationIDCache::Found ConversationIDCache::expectItems(const AnyIndex& index, const AnyHashes& hashes)
 {
-    boost::container::small_vector<const Entry*, 8> entries;
+    Found entries;
     index.expect(hashes,
                  [&entries](const auto& found)
                  {
@@ -121,8 +122,10 @@ void ConversationIDCache::expectItems(const AnyIndex& index, const Hashes& hashe
                  });
     for (const Entry* entry : entries)
     {
-        prefetch(*entry->item);
+        prefetchHead(*entry->item);
+        prefetchBeginning(entry->id.str());
     }
+    return entries;
 }
 
 const ConversationIDCache::Entry* ConversationIDCache::walkToFirst(const ConversationItem& candidate, Test test) const
@@ -144,9 +147,9 @@ void ConversationIDCache::put(const SharedText& id, std::unique_ptr<Conversation
     const Entry& entry = entries_.back();
     const ConversationItem& cached = *entry.item;
     byId_.add(entry.id, std::prev(entries_.end()));
-    for (const std::string_view key : partyKeys(cached))
+    for (const std::uint32_t key : partyKeys(cached))
     {
-        byParty_.add(key, &entry);
+        byParty_.addHash(key, &entry);
     }
     if (cached.hasExchangeContactId())
     {
@@ -174,9 +177,9 @@ void ConversationIDCache::remove(Entries::iterator entry)
 {
     const Entry* gone = &*entry;
     const ConversationItem& item = *gone->item;
-    for (const std::string_view key : partyKeys(item))
+    for (const std::uint32_t key : partyKeys(item))
     {
-        byParty_.remove(key, gone);
+        byParty_.removeHash(key, gone);
     }
     byExchangeContactId_.remove(item.exchangeContactIdText(), gone);
     byConversationId_.remove(item.conversationIdText(), gone);

@@ -7,7 +7,10 @@
 #pragma once
 
 #include "ConversationAPI/ConversationItem.h"
+#include "model/HashSet.h"
 #include "model/KeyIndex.h"
+
+#include <boost/container/small_vector.hpp>
 
 #include <cstdint>
 #include <list>
@@ -47,8 +50,8 @@ class ConversationIDCache
     /** The first entry for which the test holds; null when there is none. */
     const Entry* findFirst(const ConversationItem& candidate, Test test) const;
 
-    /** Has what findFirst() will read of its indexes for items like these brought near. */
-    void expect(const std::vector<const ConversationItem*>& candidates) const;
+    /** Has what findFirst() will read for items like these brought near. Appends the hashes of ids it may well find. */
+    void expect(const std::vector<const ConversationItem*>& candidates, std::vector<std::uint32_t>& likelyIds) const;
 
     /** The same for what find() reads, and the items that it finds. */
     void expectIds(const std::vector<std::uint32_t>& idHashes) const;
@@ -66,16 +69,16 @@ class ConversationIDCache
     template <typename Removing>
     void removeUnused(const std::vector<std::uint32_t>& hashesInUse, Removing removing)
     {
-        KeyIndex<bool> inUse;
+        HashSet inUse;
         inUse.reserve(hashesInUse.size());
         for (const std::uint32_t hash : hashesInUse)
         {
-            inUse.addHash(hash, true);
+            inUse.insert(hash);
         }
         for (auto entry = entries_.begin(); entry != entries_.end();)
         {
             const auto next = std::next(entry);
-            if (!inUse.hasHash(entry->idHash))
+            if (!inUse.has(entry->idHash))
             {
                 removing(entry->id.str());
                 remove(entry);
@@ -92,9 +95,11 @@ class ConversationIDCache
     const Entry* find(const std::string& id, std::uint32_t hash) const;
     const Entries::iterator* placeOf(const std::string& id, std::uint32_t hash) const;
 
-    /** Has the items that are found in the index by hashes brought near, and what lies on the way. */
-    template <typename AnyIndex, typename Hashes>
-    static void expectItems(const AnyIndex& index, const Hashes& hashes);
+    using Found = boost::container::small_vector<const Entry*, 8>;
+
+    /** The first entry of each hash that the index has; what they hold is brought near, and what lies on the way. */
+    template <typename AnyIndex, typename AnyHashes>
+    static Found expectItems(const AnyIndex& index, const AnyHashes& hashes);
     const Entry* walkToFirst(const ConversationItem& candidate, Test test) const;
     void remove(Entries::iterator entry);
 

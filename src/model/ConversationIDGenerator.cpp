@@ -27,7 +27,7 @@ std::string ConversationIDGenerator::knownConversationID(Conversation*)
     return {};
 }
 
-void ConversationIDGenerator::expect(const std::vector<const ConversationItem*>&) const {}
+void ConversationIDGenerator::expect(const std::vector<const ConversationItem*>&, std::vector<std::uint32_t>&) const {}
 void ConversationIDGenerator::expectIds(const std::vector<std::uint32_t>&) const {}
 
 SharedText ConversationIDGenerator::getSharedConversationID(Conversation* conversation)

@@ -35,7 +35,20 @@ class KeyIndex
         size_ = 0;
     }
 
-    void reserve(std::size_t count) { entries_.reserve(count); }
+    /** Room for as many, for an index that is to be filled. */
+    void reserve(std::size_t count)
+    {
+        entries_.reserve(count);
+        std::size_t buckets = std::max(FEWEST_BUCKETS, buckets_.size());
+        while (buckets < count)
+        {
+            buckets *= 2;
+        }
+        if (empty() && buckets != buckets_.size())
+        {
+            buckets_.assign(buckets, NONE);
+        }
+    }
     void add(std::string_view key, Thing thing) { addHash(hashOfText(key), thing); }
     void add(const SharedText& key, Thing thing) { addHash(key.hash(), thing); }
 
@@ -132,9 +145,16 @@ class KeyIndex
         }
         for (const std::uint32_t hash : hashes)
         {
-            if (const Thing* thing = findHash(hash, [](const Thing&) { return true; }))
+            const Thing* first = nullptr;
+            findHash(hash, // to the end, as collectHash() does
+                     [&first](const Thing& thing)
+                     {
+                         first = first ? first : &thing;
+                         return false;
+                     });
+            if (first)
             {
-                use(*thing);
+                use(*first);
             }
         }
     }
@@ -160,11 +180,6 @@ class KeyIndex
                      things.push_back(thing);
                      return false;
                  });
-    }
-
-    bool hasHash(std::uint32_t hash) const
-    {
-        return findHash(hash, [](const Thing&) { return true; }) != nullptr;
     }
 
     /** The first of the things with this hash for which the test holds; null without one. */

@@ -20,10 +20,12 @@ void PartyNumbers::setMain(const std::string& number)
     if (slotsWithMain_ == 0 && !others_.isSet())
     {
         main_ = number;
+        mainHash_ = hashOfText(main_);
         return;
     }
     const ContactNumbers before = four();
     main_ = number;
+    mainHash_ = hashOfText(main_);
     setFour(before);
 }
 

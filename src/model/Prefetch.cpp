@@ -2,32 +2,15 @@
 
 #include "ConversationAPI/Conversation.h"
 
-#include <array>
-
 namespace ConversationAPI
 {
 namespace
 {
-void prefetchItself(const Conversation& far)
-{
-    prefetch(far);
-}
-
-void prefetchWhereItsItemsAre(const Conversation& far)
-{
-    prefetch(far.items());
-}
-
-/** What tells of a party begins in the third cache line of its item at the latest. */
 void prefetchFirstItem(const Conversation& near)
 {
-    struct Head
-    {
-        char bytes[2 * CACHE_LINE];
-    };
     if (const ConversationItem* item = near.itemAtHand())
     {
-        prefetch(reinterpret_cast<const Head&>(*item));
+        prefetchHead(*item);
     }
 }
 
@@ -44,49 +27,51 @@ void prefetchOwners(const Conversation& near)
 {
     prefetchBeginning(*near.contactDetails());
     prefetchBeginning(near.storedIdText().str());
+    prefetchFirstItem(near);
     if (const ConversationItem* item = near.itemAtHand())
     {
-        prefetchBeginning(*item);
+        prefetchLine(item + 1); // where what derives from it goes on
+    }
+}
+
+template <typename Use>
+void forEachItem(const Conversation& near, Use use)
+{
+    if (near.items().empty() && near.itemAtHand())
+    {
+        use(*near.itemAtHand());
+    }
+    for (const auto& item : near.items())
+    {
+        use(*item);
     }
 }
 
 void prefetchParts(const Conversation& near)
 {
     prefetch(*near.contactDetails());
-    prefetch(near.storedIdText().str());
-    if (near.items().empty() && near.itemAtHand())
-    {
-        prefetch(*near.itemAtHand());
-    }
-    for (const auto& item : near.items())
-    {
-        prefetch(*item);
-    }
+    prefetchBeginning(near.storedIdText().str());
+    forEachItem(near, prefetchHead);
 }
 
-void prefetchTextsOf(const Conversation& near)
+/** Of items that copies of the conversation share, nothing goes. */
+void prefetchRestOfItems(const Conversation& near)
 {
-    if (near.itemAtHand())
-    {
-        prefetchTexts(*near.itemAtHand());
-    }
+    forEachItem(near,
+                [](const ConversationItem& item)
+                {
+                    if (!SharedItem::isShared(item))
+                    {
+                        prefetch(item);
+                        prefetchTexts(item);
+                    }
+                });
 }
-
-struct Steps
-{
-    void (*far)(const Conversation&);
-    void (*near)(const Conversation&); ///< of one that is near by then
-};
-
-/** By Needed. */
-constexpr std::array<Steps, 4> STEPS = {{{prefetchWhereItsItemsAre, prefetchPlaceholder},
-                                         {prefetchWhereItsItemsAre, prefetchFirstItem},
-                                         {prefetchItself, prefetchOwners},
-                                         {prefetchItself, prefetchParts}}};
 } // namespace
 
 /** Each step reads only what the one before has brought near. */
-void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Needed needed)
+template <Needed NEEDED>
+void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place)
 {
     const auto ifThere = [&](std::size_t distance, auto use)
     {
@@ -95,14 +80,26 @@ void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Nee
             use(*all[place + distance]);
         }
     };
-    const Steps& steps = STEPS[static_cast<std::size_t>(needed)];
-    ifThere(3 * PREFETCH_DISTANCE, steps.far);
-    ifThere(2 * PREFETCH_DISTANCE, steps.near);
-    if (needed == Needed::EVERYTHING)
+    if constexpr (NEEDED == Needed::PLACES || NEEDED == Needed::FIRST_ITEMS)
     {
-        ifThere(PREFETCH_DISTANCE, prefetchTextsOf);
+        ifThere(3 * PREFETCH_DISTANCE, [](const Conversation& far) { prefetch(far.items()); });
+        ifThere(2 * PREFETCH_DISTANCE, NEEDED == Needed::PLACES ? prefetchPlaceholder : prefetchFirstItem);
+    }
+    else
+    {
+        ifThere(3 * PREFETCH_DISTANCE, [](const Conversation& far) { prefetch(far); });
+        ifThere(2 * PREFETCH_DISTANCE, NEEDED == Needed::OWNERS ? prefetchOwners : prefetchParts);
+    }
+    if constexpr (NEEDED == Needed::EVERYTHING)
+    {
+        ifThere(PREFETCH_DISTANCE, prefetchRestOfItems);
     }
 }
+
+template void prefetchAhead<Needed::PLACES>(const std::vector<Conversation*>& all, std::size_t place);
+template void prefetchAhead<Needed::FIRST_ITEMS>(const std::vector<Conversation*>& all, std::size_t place);
+template void prefetchAhead<Needed::OWNERS>(const std::vector<Conversation*>& all, std::size_t place);
+template void prefetchAhead<Needed::EVERYTHING>(const std::vector<Conversation*>& all, std::size_t place);
 
 void prefetchTexts(const ConversationItem& item)
 {
@@ -113,7 +110,9 @@ void prefetchTexts(const ConversationItem& item)
         {
             char bytes[3 * sizeof(std::string)];
         };
-        prefetch(reinterpret_cast<const Texts&>(item.participants().front().firstNameText()));
+        const ConversationParticipant& party = item.participants().front();
+        prefetch(reinterpret_cast<const Texts&>(party.firstNameText()));
+        prefetchOthers(party.numbers());
     }
 }
 } // namespace ConversationAPI

@@ -6,7 +6,10 @@
  */
 #pragma once
 
+#include "ConversationAPI/PartyNumbers.h"
+
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace ConversationAPI
@@ -48,12 +51,32 @@ enum class Needed
     PLACES,      ///< by what it is ordered
     FIRST_ITEMS, ///< its initial item
     OWNERS,      ///< itself, and who shares what it holds
-    EVERYTHING
+    EVERYTHING   ///< that goes with it when it is deleted
 };
 
 /** For a walk that has come to this place. Conversations behind it are looked at, those before it may be gone. */
-void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place, Needed needed);
+template <Needed NEEDED>
+void prefetchAhead(const std::vector<Conversation*>& all, std::size_t place);
 
-/** The names of the first party of an item that is near. */
+/** What tells where an item belongs: its beginning, up to the number of its first party. */
+inline void prefetchHead(const ConversationItem& item)
+{
+    struct Head
+    {
+        char bytes[2 * CACHE_LINE + sizeof(std::string)];
+    };
+    prefetch(reinterpret_cast<const Head&>(item));
+}
+
+/** Those besides the main number. */
+inline void prefetchOthers(const PartyNumbers& numbers)
+{
+    if (const ContactNumbers* others = numbers.others())
+    {
+        prefetch(*others);
+    }
+}
+
+/** The names and further numbers of the first party of an item that is near. */
 void prefetchTexts(const ConversationItem& item);
 } // namespace ConversationAPI

@@ -218,10 +218,11 @@ bool RandomCachingConversationIDGenerator::remembersContact(const SharedText& id
            says(*known->item, contact.exchangeContactIdText(), details.firstName, details.lastName, details.numbers);
 }
 
-void RandomCachingConversationIDGenerator::expect(const std::vector<const ConversationItem*>& items) const
+void RandomCachingConversationIDGenerator::expect(const std::vector<const ConversationItem*>& items,
+                                                  std::vector<std::uint32_t>& likelyIds) const
 {
     const CriticalSection guard(lock_);
-    cache_->expect(items);
+    cache_->expect(items, likelyIds);
 }
 
 void RandomCachingConversationIDGenerator::expectIds(const std::vector<std::uint32_t>& idHashes) const

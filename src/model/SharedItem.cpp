@@ -89,7 +89,7 @@ std::unique_ptr<ConversationItem> SharedItem::take()
 
 void SharedItem::makeOwn()
 {
-    if (ReferenceCount::load(item()->holding_.holders) > 1)
+    if (isShared(*item()))
     {
         const bool isCopy = Marking::get_bits(marked_) != 0;
         ConversationItem* own = item()->clone();

@@ -5,6 +5,8 @@
 #include "ConversationAPI/VoicemailConversationItem.h"
 #include "support/Phone.h"
 
+#include <random>
+
 namespace
 {
 using namespace ConversationAPI;
@@ -277,6 +279,30 @@ TEST_F(ConversationListTest, AtMostFiftyConversationsCountAsModified)
     EXPECT_EQ(ids.front() + "/" + ids.back(), "50/0");
     list.conversationModified(own);
     EXPECT_EQ(list.getModifiedConversations().front(), own) << "forgotten before, it is new again";
+}
+
+TEST(ModifiedConversationsListTest, IsOneQueueWhateverIsTakenOutOfIt)
+{
+    std::mt19937 random(5);
+    ModifiedConversationsList queue;
+    ModifiedConversationsList::Ids expected;
+    for (int step = 0; step < 5'000; ++step)
+    {
+        const std::string id = std::to_string(random() % 80);
+        const auto known = std::find(expected.begin(), expected.end(), id);
+        if (random() % 20 == 0)
+        {
+            queue.remove(id);
+            expected.erase(known, known == expected.end() ? known : known + 1);
+        }
+        else
+        {
+            queue.insert(id);
+            expected.insert(expected.begin(), known == expected.end() ? 1 : 0, id);
+            expected.resize(std::min<std::size_t>(expected.size(), 50));
+        }
+        ASSERT_EQ(queue.getModifiedConversations(), expected) << step;
+    }
 }
 
 TEST_F(ConversationListTest, UnseenEventsAndSeeingThem)
