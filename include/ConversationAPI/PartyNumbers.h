@@ -41,6 +41,8 @@ class PartyNumbers
 
     /** Whether `candidate`, which is not empty, is the main number or one of the four. */
     bool has(const std::string& candidate) const { return candidate == main_ || hasAmongTheFour(candidate); }
+
+    /** Whether `candidate`, which is not empty, is one of the four. */
     bool hasAmongTheFour(const std::string& candidate) const;
     bool hasNoneOfTheFour() const;
 

@@ -290,8 +290,9 @@ void ConversationContact::updateSecondPartyNameAndNumber(const ConversationItem&
 bool ConversationContact::hasNothingToLearnFrom(const ConversationParticipant& party) const
 {
     const bool isNamed = !getFirstName().empty() || !getLastName().empty();
-    return contactSource_ != NO_CONTACT ||
-           (isNamed && !party.hasFurtherNumbers() && contact_->numbers.hasAmongTheFour(party.comparableNumberText()));
+    const std::string& number = party.comparableNumberText();
+    const bool isKnown = number.empty() || contact_->numbers.hasAmongTheFour(number);
+    return contactSource_ != NO_CONTACT || (isNamed && !party.hasFurtherNumbers() && isKnown);
 }
 
 void ConversationContact::takeFrom(const ConversationParticipant& party)

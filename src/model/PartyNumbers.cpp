@@ -57,12 +57,13 @@ void PartyNumbers::setFour(const ContactNumbers& numbers)
 
 bool PartyNumbers::hasAmongTheFour(const std::string& candidate) const
 {
-    return anySlot([&](ContactNumberSlot slot) { return at(slot) == candidate; });
+    return (slotsWithMain_ != 0 && candidate == main_) ||
+           (others_.isSet() && std::find(others_->begin(), others_->end(), candidate) != others_->end());
 }
 
 bool PartyNumbers::hasNoneOfTheFour() const
 {
-    return !anySlot([this](ContactNumberSlot slot) { return !at(slot).empty(); });
+    return slotsWithMain_ == 0 && !hasFurther();
 }
 
 bool PartyNumbers::hasFurther() const
