@@ -98,6 +98,7 @@ class ConversationAggregator : public ConversationAggregatorIfc
     void updatePresence(const Conversation& update);
     void updateSourcesWithContact(Conversation& contact);
     Conversation* findConversation(const std::string& conversationId);
+    Conversation* findListed(const std::string& conversationId) const;
     Conversation* cloneTogether(const Rows& conversations);
     void removeConversationWithNumber(const std::string& number);
     void notifyObserversOfConversationsChanged();

@@ -3,9 +3,9 @@
  *
  * It keeps no conversations; those it gives out belong to the source and are valid until the source reports a
  * change. Source, observers and item factory are not owned: the source is taken off, with setSource(), before it
- * or the provider is destroyed. Before there was a source look-ups give null; without one requests do nothing. Of the
- * changes of a source only those of its whole list are passed on; who shows rows also observes the aggregator. UI
- * thread only.
+ * or the provider is destroyed, and its list is still given out after that (see there). Before there was a source
+ * look-ups give null; without one requests do nothing. Of the changes of a source only those of its whole list are
+ * passed on; who shows rows also observes the aggregator. UI thread only.
  */
 #pragma once
 
@@ -38,7 +38,10 @@ class ConversationListProvider : public ConversationListProviderIfc, public Sear
     void removeObserver(ConversationObserver* observer) override;
     void start() override;
 
-    /** Without a source the list of the last one is still given out, and has to live until there is another one. */
+    /**
+     * Null takes the source off: its list is still given out, as it stands then, and has to live until there is another
+     * source or nobody asks the provider or starts it any more. `notify`: the observers are told of the list.
+     */
     void setSource(ConversationSourceIfc* source, bool notify) override;
 
     /** Null before there was a source. */

@@ -20,7 +20,7 @@ class ConversationObserver
 
     /**
      * The list is to be read anew as a whole; what was told of single conversations before no longer counts. Null
-     * from a list provider that has no source.
+     * from a list provider that never had a source; one whose source was taken off still gives out the last list.
      */
     virtual void conversationListChanged(ConversationList* list) = 0;
 

@@ -203,7 +203,7 @@ void ConversationAggregator::removeActiveItemForCall(const std::string& callId, 
 
 void ConversationAggregator::updatePresence(const Conversation& update)
 {
-    Conversation* row = findRowById(*list_, update.getConversationId());
+    Conversation* row = findListed(update.getConversationId());
     if (!row)
     {
         return;
@@ -359,14 +359,24 @@ Conversation* ConversationAggregator::findConversation(const std::string& conver
         return nullptr;
     }
     const std::string id = conversationId;
-    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "findConversation %s", id.c_str());
-    if (Conversation* row = findRowById(*list_, id))
+    if (Conversation* row = findListed(id))
     {
         Conversation* contact = row->getContactSource() == Conversation::NO_CONTACT ? sources_->contact(id) : nullptr;
         return contact ? cloneTogether({row, contact}) : row;
     }
     Conversation* temporary = temporaries_->find(id);
     return temporary ? temporary : cloneTogether(sources_->conversations(id));
+}
+
+/** Among the rows alone. */
+Conversation* ConversationAggregator::findListed(const std::string& conversationId) const
+{
+    if (conversationId.empty())
+    {
+        return nullptr;
+    }
+    CONVERSATION_LOG(AGGREGATOR_LOG_FILE, 5, "findConversation %s", conversationId.c_str());
+    return findRowById(*list_, conversationId);
 }
 
 /**
