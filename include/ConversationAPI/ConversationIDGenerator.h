@@ -52,8 +52,8 @@ class ConversationIDGenerator
     virtual std::string knownConversationID(Conversation* conversation);
 
     /**
-     * Conversations that begin with these items are about to ask for their ids. Changes nothing. Appends the hashes
-     * (hashOfText()) of ids that they are likely to get, as far as any are known.
+     * Conversations that begin with these items, none of them null, are about to ask for their ids. Changes nothing.
+     * Appends the hashes (hashOfText()) of ids that they are likely to get, as far as any are known.
      */
     virtual void expect(const std::vector<const ConversationItem*>& items, std::vector<std::uint32_t>& likelyIds) const;
 

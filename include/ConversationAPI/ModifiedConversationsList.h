@@ -32,7 +32,7 @@ class ModifiedConversationsList
 
     Ids ids_;
     unsigned capacity_ = 50;
-    std::vector<std::uint32_t> hashes_; ///< of the ids, from the oldest one to the latest, but begun anew at the end
-    std::size_t nextHash_ = 0;          ///< the place of the next one
+    std::vector<std::uint32_t> hashes_; ///< of the ids: a ring once there are as many as can be
+    std::size_t oldestHash_ = 0;        ///< its place then
 };
 } // namespace ConversationAPI

@@ -3,7 +3,8 @@
  *
  * Nearly every party has no other number than its main one, at one of the four places: only where it stands is noted
  * then, and no memory taken for the four. A value, whose copies share what they have in common; an empty text is a
- * number that is not known. References live until the value is changed.
+ * number that is not known. References live until the value is changed. One that was moved from is only fit to be
+ * destroyed or assigned to.
  */
 #pragma once
 
@@ -57,7 +58,7 @@ class PartyNumbers
         return mainHash_ == other.mainHash_ && main_ == other.main_ && hasSameFourAs(other);
     }
 
-    /** Where the others of the four are kept, the main one's place being empty; null when none is known. */
+    /** Where the others of the four are kept, the main one's place being empty; null when there never was any. */
     const ContactNumbers* others() const { return others_.isSet() ? &*others_ : nullptr; }
 
     /** Calls `use` for every number that is known, once each, the main one first. */

@@ -37,7 +37,7 @@ std::vector<std::uint32_t> InitialItemIndex::hashesOfNumbers(const std::vector<c
     return hashes;
 }
 
-/** Of these kinds; an item is not asked what it need not tell. */
+/** Of these kinds. What takes longest to tell, whether an item is live, it is only asked for these. */
 template <typename Use>
 void InitialItemIndex::forEachKey(const ConversationItem& item, std::uint32_t kinds, Use use)
 {

@@ -34,12 +34,14 @@ void ModifiedConversationsList::insert(const std::string& id)
 /** In the place of that of the oldest id once there are as many as can be. */
 void ModifiedConversationsList::noteHash(std::uint32_t hash)
 {
-    if (nextHash_ == hashes_.size())
+    if (hashes_.size() < capacity_)
     {
         hashes_.push_back(hash);
+        oldestHash_ = 0;
+        return;
     }
-    hashes_[nextHash_] = hash;
-    nextHash_ = (nextHash_ + 1) % capacity_;
+    hashes_[oldestHash_] = hash;
+    oldestHash_ = (oldestHash_ + 1) % capacity_;
 }
 
 void ModifiedConversationsList::remove(const std::string& id)
@@ -49,7 +51,6 @@ void ModifiedConversationsList::remove(const std::string& id)
     {
         ids_.erase(found);
         hashes_.clear();
-        nextHash_ = 0;
         std::for_each(ids_.rbegin(), ids_.rend(), [this](const std::string& left) { noteHash(hashOfText(left)); });
     }
 }
@@ -63,6 +64,5 @@ void ModifiedConversationsList::clear()
 {
     ids_.clear();
     hashes_.clear();
-    nextHash_ = 0;
 }
 } // namespace ConversationAPI

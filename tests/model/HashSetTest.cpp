@@ -17,6 +17,7 @@ TEST(HashSetTest, KnowsWhatItWasGivenHoweverOftenItGrows)
     std::set<std::uint32_t> expected = {0};
     EXPECT_TRUE(hashes.has(0));
     EXPECT_FALSE(hashes.has(1));
+    EXPECT_FALSE(hashes.insert(0));
     for (int step = 0; step < 2'000; ++step)
     {
         const auto any = static_cast<std::uint32_t>(random());
@@ -26,6 +27,7 @@ TEST(HashSetTest, KnowsWhatItWasGivenHoweverOftenItGrows)
         if (step % 500 == 0)
         {
             hashes.reserve(expected.size() * 3);
+            EXPECT_FALSE(hashes.insert(0));
         }
     }
     for (const std::uint32_t hash : expected)

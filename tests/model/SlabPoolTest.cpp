@@ -134,15 +134,15 @@ TEST(SlabPoolTest, HoldsLittleMoreThanIsUsedHoweverLongItRuns)
 
 TEST(PooledObjectTest, HasTheAlignmentThatItsClassAsksFor)
 {
-    struct alignas(64) Line : ConversationAPI::PooledObject
+    struct alignas(256) Line : ConversationAPI::PooledObject
     {
-        char bytes[64] = {};
+        char bytes[256] = {};
     };
     std::vector<std::unique_ptr<Line>> lines;
     for (int i = 0; i < 5; ++i)
     {
         lines.push_back(std::make_unique<Line>());
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(lines.back().get()) % 64, 0U) << i;
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(lines.back().get()) % 256, 0U) << i;
     }
 }
 
